@@ -1,0 +1,14 @@
+#include "app_event_record.h"
+
+#include "app/brevan.h"
+
+AppEventRecord::AppEventRecord(Brevan& app) {
+    record_.setWord(kAppEventClientData, &app);
+    // Notifications the plug-in takes without acting on them.
+    for (std::size_t word : {8, 9, 15, 16, 26}) {
+        record_.setWord(word, reinterpret_cast<void*>(&Ignore));
+    }
+    app.host().HostAppRegisterAppEvents(&record_);
+}
+
+void AppEventRecord::Ignore(void*) {}

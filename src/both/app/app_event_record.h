@@ -1,0 +1,21 @@
+// AppEventRecord: the application callbacks the plug-in registers with the host.
+#pragma once
+
+#include "host/host_abi.h"
+
+class Brevan;
+
+class AppEventRecord {
+public:
+    // Registers with the host; the host offers no way to unregister.
+    explicit AppEventRecord(Brevan& app);
+    AppEventRecord(const AppEventRecord&) = delete;
+    AppEventRecord& operator=(const AppEventRecord&) = delete;
+
+    const HostAppEventRecord& record() const { return record_; }
+
+private:
+    static void Ignore(void* client);
+
+    HostAppEventRecord record_;
+};

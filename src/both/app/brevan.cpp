@@ -1,0 +1,121 @@
+#include "brevan.h"
+
+#include <iostream>
+
+#include "app/app_event_record.h"
+#include "app/doc_event_record.h"
+#include "bridge/web_message_channel.h"
+#include "config/brevan_config.h"
+#include "document/document_registry.h"
+#include "host/host_string.h"
+#include "logging/async_logger.h"
+#include "util/utf.h"
+
+namespace {
+
+constexpr int kLogRetentionDays = 30;
+
+template <typename T>
+void Delete(std::unique_ptr<T>& field) {
+    std::unique_ptr<T> taken = std::move(field);
+}
+
+}  // namespace
+
+Brevan::Brevan() : logger(AsyncLogger::Instance()) {}
+
+Brevan::~Brevan() {
+    hostPageChannel_.reset();
+    hostPage_.reset();
+    Delete(browserExt);
+    Delete(cloudLogin);
+    Delete(appEvents);
+    Delete(documents);
+    Delete(docEvents);
+    Delete(config);
+    if (interfaceResources_ != nullptr && host_ != nullptr) {
+        host_->HostResourcesDestroy(interfaceResources_);
+    }
+}
+
+void Brevan::Attach(HostApi& host, PlatformServices& platform) {
+    host_ = &host;
+    platform_ = &platform;
+}
+
+int Brevan::ImportTables() {
+    if (!cloudLogin) {
+        cloudLogin = std::make_unique<CCloudLogin>(*this);
+        cloudLogin->table = FindExtensionTable(host(), hostops::ExtTable::Login);
+    }
+    if (!browserExt) {
+        browserExt = std::make_unique<CBrowser>(*this);
+        browserExt->table = FindExtensionTable(host(), hostops::ExtTable::BrowserExt);
+        if (browserExt->table != nullptr) g_browserExtTable = browserExt->table;
+    }
+    return 1;
+}
+
+int Brevan::Init() {
+    try {
+        config = std::make_unique<BrevanConfig>(host(), cloudLogin ? cloudLogin->table : nullptr,
+                                                platform().ModulePath());
+    } catch (const ConfigError& e) {
+        // A broken developers' file stops this plug-in only; the host goes on.
+        std::cerr << "TarvoSablemark: " << e.what() << std::endl;
+        host().HostMessageShow(FromUtf8(e.what()).c_str(), 0, 0, L"", 0, 0);
+        return 0;
+    }
+    docEvents = std::make_unique<DocEventRecord>(*this);
+    appEvents = std::make_unique<AppEventRecord>(*this);
+    documents = std::make_unique<DocumentRegistry>();
+    if (config->loggerOutput) StartLogger();
+    return 1;
+}
+
+void Brevan::StartLogger() {
+    const std::wstring base = config->loggerPath.empty() ? config->DefaultLogFolder()
+                                                         : config->loggerPath;
+    logger.Start(ToUtf8(base), kLogRetentionDays, kLogInfo, config->loggerSize);
+}
+
+void Brevan::OnMainFrameCreated(HostFrame) {
+    SetUpInterfaceLanguage();
+    if (!hostPage_) {
+        hostPage_ = platform().ConnectHostPageChannel();
+        if (hostPage_) {
+            hostPageChannel_ = std::make_unique<WebMessageChannel>(*this, *hostPage_);
+            hostPage_->SetMessageHandler(
+                [channel = hostPageChannel_.get()](std::string_view text) {
+                    channel->OnWebMessage(text);
+                });
+        }
+    }
+}
+
+void Brevan::OnMainFrameClosing(HostFrame) {}
+
+void Brevan::SetUpInterfaceLanguage() {
+    if (interfaceResources_ != nullptr) host().HostResourcesDestroy(interfaceResources_);
+    interfaceResources_ = host().HostResourcesNew(platform().ModulePath().c_str());
+    if (interfaceResources_ != nullptr) {
+        host().HostResourcesSetLanguage(interfaceResources_, host().HostResourcesGetLanguage());
+    }
+}
+
+int Brevan::Unload() {
+    Delete(docEvents);
+    Delete(appEvents);
+    Delete(config);
+    Delete(documents);
+    return 1;
+}
+
+HostDoc Brevan::GetCurrentDoc() const {
+    return batchMode ? batchDocument : host().HostAppGetActiveDoc();
+}
+
+void Brevan::ShowTaskPane(bool show) {
+    taskPaneShown = show ? 1 : 0;
+    host().HostAppShowPane(kTaskPaneName, taskPaneShown);
+}

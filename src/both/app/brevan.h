@@ -1,0 +1,75 @@
+// Brevan: the one application object of the plug-in. It owns every long-lived part, made in Init
+// and taken down in Unload or in the destructor, and answers which document is current.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "app/extension_tables.h"
+#include "app/platform_services.h"
+#include "host/host_api.h"
+
+class AsyncLogger;
+class BrevanConfig;
+class DocumentRegistry;
+class DocEventRecord;
+class AppEventRecord;
+class WebMessageChannel;
+
+class Brevan {
+public:
+    static constexpr const wchar_t* kSettingsSection = L"plugins\\Installed\\TarvoSablemark";
+    static constexpr const char* kTaskPaneName = "BrevanTaskPane";
+
+    Brevan();
+    ~Brevan();
+    Brevan(const Brevan&) = delete;
+    Brevan& operator=(const Brevan&) = delete;
+
+    // Binds the host's functions and the platform; done once the handshake gave the table manager.
+    void Attach(HostApi& host, PlatformServices& platform);
+    bool attached() const { return host_ != nullptr; }
+    HostApi& host() const { return *host_; }
+    PlatformServices& platform() const { return *platform_; }
+
+    // Load-time callbacks of the host.
+    int ImportTables();
+    // Returns 0 when the plug-in must not start (a broken configuration), 1 otherwise.
+    int Init();
+    void OnMainFrameCreated(HostFrame frame);
+    void OnMainFrameClosing(HostFrame frame);
+    int Unload();
+
+    // The batch's document during a batch run, otherwise the host's active document (may be null).
+    HostDoc GetCurrentDoc() const;
+
+    // Shows or hides the task pane and remembers the choice.
+    void ShowTaskPane(bool show);
+
+    std::unique_ptr<BrevanConfig> config;
+    std::unique_ptr<DocEventRecord> docEvents;
+    std::unique_ptr<DocumentRegistry> documents;
+    std::unique_ptr<AppEventRecord> appEvents;
+    AsyncLogger& logger;
+    std::unique_ptr<CCloudLogin> cloudLogin;
+    std::unique_ptr<CBrowser> browserExt;
+    int saveOfTemporaryDoc = 0;
+    int taskPaneShown = 0;
+    int temporaryDocSaved = 0;
+    int hidingPane = 0;
+    HostDoc batchDocument = nullptr;
+    bool accountPage = false;
+    bool batchMode = false;
+
+private:
+    void SetUpInterfaceLanguage();
+    void StartLogger();
+
+    HostApi* host_ = nullptr;
+    PlatformServices* platform_ = nullptr;
+    HostResources interfaceResources_ = nullptr;
+    // The page of the host's scripted channel, when the host offers one.
+    std::unique_ptr<PageConnection> hostPage_;
+    std::unique_ptr<WebMessageChannel> hostPageChannel_;
+};

@@ -1,0 +1,33 @@
+// DocEventRecord: the document callbacks the plug-in registers with the host. They keep the
+// document registry true to the host's documents and the task pane in step with the active tab.
+#pragma once
+
+#include "host/host_abi.h"
+
+class Brevan;
+
+class DocEventRecord {
+public:
+    // Registers with the host.
+    explicit DocEventRecord(Brevan& app);
+    // Unregisters.
+    ~DocEventRecord();
+    DocEventRecord(const DocEventRecord&) = delete;
+    DocEventRecord& operator=(const DocEventRecord&) = delete;
+
+    const HostDocEventRecord& record() const { return record_; }
+
+    // Registers a document the registry does not know yet: a new id bound to the handle, and
+    // unless the document is temporary, its file path.
+    static void RegisterDocument(Brevan& app, HostDoc doc);
+
+private:
+    static void OnDocDidOpen(void* client, HostDoc doc);
+    static void OnDocActivate(void* client, HostDoc doc);
+    static void OnDocDidSave(void* client, HostDoc doc, int result);
+    static void OnDocClosing(void* client, HostDoc doc);
+    static void OnOtherTabActivate(void* client);
+
+    Brevan& app_;
+    HostDocEventRecord record_;
+};

@@ -1,0 +1,35 @@
+// BaseDispatcher: one bridge request. A command class overrides Run; Dispatch logs the request,
+// runs it and writes the reply text.
+#pragma once
+
+#include <json/value.h>
+
+#include <cstdint>
+#include <string>
+
+class BaseDispatcher {
+public:
+    // A null parameter text counts as empty.
+    explicit BaseDispatcher(const wchar_t* params = nullptr) : params(params ? params : L"") {}
+    virtual ~BaseDispatcher() = default;
+    BaseDispatcher(const BaseDispatcher&) = delete;
+    BaseDispatcher& operator=(const BaseDispatcher&) = delete;
+
+    // The reply as a JSON value. The base reply is the unknown-command answer, which never carries
+    // the request's identifier.
+    virtual Json::Value Run();
+
+    // {"data": data, "ret": code} plus "uuid" when the request carried an identifier.
+    virtual Json::Value MakeResult(int32_t code, const Json::Value& data);
+
+    // Logs the request, runs it and returns the compact reply text (with its trailing line feed).
+    // A null command name is logged as "unitTest".
+    std::wstring Dispatch(const wchar_t* commandName);
+
+    std::wstring params;
+    std::wstring uuid;
+
+protected:
+    // MakeResult with a null `data`.
+    Json::Value Fail(int32_t code) { return MakeResult(code, Json::Value()); }
+};

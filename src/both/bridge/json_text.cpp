@@ -1,0 +1,19 @@
+#include "json_text.h"
+
+// The classic reader and fast writer are marked deprecated by jsoncpp in favour of the builder
+// API, but they define the wire format of the bridge, so they are used here and only here.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+#include <json/reader.h>
+#include <json/writer.h>
+
+bool ParseJson(std::string_view text, Json::Value& out) {
+    Json::Reader reader;
+    return reader.parse(text.data(), text.data() + text.size(), out, false);
+}
+
+std::string WriteJson(const Json::Value& value) {
+    Json::FastWriter writer;
+    return writer.write(value);
+}
+#pragma GCC diagnostic pop

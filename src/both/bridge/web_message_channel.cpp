@@ -1,0 +1,50 @@
+#include "web_message_channel.h"
+
+#include <json/value.h>
+
+#include <exception>
+
+#include "bridge/create_dispatcher.h"
+#include "bridge/json_text.h"
+#include "logging/async_logger.h"
+#include "util/utf.h"
+
+namespace {
+
+// The text form of an envelope element: strings as they are, numbers and booleans in the
+// library's text form, null as "". Arrays and objects have none: asString throws.
+std::wstring ElementText(const Json::Value& element) { return FromUtf8(element.asString()); }
+
+}  // namespace
+
+void WebMessageChannel::OnWebMessage(std::string_view text) {
+    Json::Value envelope;
+    ParseJson(text, envelope);  // the value is used in whatever state the parse left it
+    if (!envelope.isNull() && !envelope.isArray()) return;
+    if (envelope.size() != 4) {
+        endpoint_.PostWebMessageAsString(kBadEnvelopeReply);
+        return;
+    }
+
+    std::wstring module;
+    std::wstring command;
+    std::wstring identifier;
+    try {
+        module = ElementText(envelope[0]);
+        command = ElementText(envelope[1]);
+        identifier = ElementText(envelope[3]);
+    } catch (const std::exception& e) {
+        // An array or object where a text belongs: the request is dropped without a reply.
+        AsyncLogger::Instance().Log(kLogError, "Dropped a page message (%): %", e.what(),
+                                    std::string(text));
+        return;
+    }
+    const Json::Value& params = envelope[2];
+    const std::wstring paramText =
+        params.isString() ? FromUtf8(params.asString()) : FromUtf8(WriteJson(params));
+
+    auto dispatcher = CreateDispatcher(app_, nullptr, command, module, paramText, fileStream_);
+    dispatcher->uuid = identifier;
+    const std::wstring reply = dispatcher->Dispatch(command.c_str());
+    endpoint_.PostWebMessageAsString(reply);
+}

@@ -1,0 +1,29 @@
+// WebMessageChannel: the page's request channel of an embedded browser. Each message is the text
+// of a JSON array [module, command, parameters, identifier]; the reply goes back through the
+// endpoint as a string. The channel owns its file stream for the plug-in's whole run.
+#pragma once
+
+#include <string_view>
+
+#include "app/platform_services.h"
+#include "document/channel_file_stream.h"
+
+class Brevan;
+
+class WebMessageChannel {
+public:
+    // The plain-text answer to an envelope that is not a four-element array.
+    static constexpr const wchar_t* kBadEnvelopeReply = L"Error Message Parma";
+
+    WebMessageChannel(Brevan& app, PageEndpoint& endpoint) : app_(app), endpoint_(endpoint) {}
+
+    // Serves one message of the page (UTF-8 text).
+    void OnWebMessage(std::string_view text);
+
+    ChannelFileStream& fileStream() { return fileStream_; }
+
+private:
+    Brevan& app_;
+    PageEndpoint& endpoint_;
+    ChannelFileStream fileStream_;
+};

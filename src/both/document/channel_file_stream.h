@@ -1,0 +1,12 @@
+// The input file of one bridge channel. Each channel owns one for the plug-in's whole run, so a
+// file stays open from one block request to the next although every request has a new
+// dispatcher.
+#pragma once
+
+#include <fstream>
+#include <string>
+
+struct ChannelFileStream {
+    std::ifstream file;
+    std::wstring path;  // the file `file` was opened on; empty while closed
+};

@@ -1,0 +1,71 @@
+#include "document_query_dispatchers.h"
+
+#include "app/brevan.h"
+#include "bridge/command_params.h"
+#include "bridge/error_codes.h"
+#include "document/doc_images_type.h"
+#include "document/document_registry.h"
+#include "document/file_descriptor.h"
+#include "host/host_string.h"
+#include "util/utf.h"
+
+Json::Value GetCurrentDocDispatcher::Run() {
+    HostDoc doc = app_.GetCurrentDoc();
+    if (doc == nullptr) return Fail(err::kClosedDoc);
+    DocumentRegistry& registry = *app_.documents;
+    std::wstring id;
+    if (!registry.findIdByDoc(doc, id)) {
+        id = NewGuidText();
+        registry.bindDoc(id, doc);
+        if (app_.host().HostDocIsTemporary(doc) == 0) {
+            HostWide path(app_.host());
+            app_.host().HostDocGetFilePath(doc, path);
+            registry.bindPath(id, path.Text(), false);
+        }
+    }
+    std::wstring path;
+    std::wstring aiFileId;
+    registry.pathOf(id, path);
+    registry.aiFileIdOf(id, aiFileId);
+
+    FileDescriptor descriptor;
+    descriptor.id = id;
+    descriptor.aiFileId = aiFileId;
+    descriptor.name = LastPathComponent(path);
+    descriptor.size = FileSizeLow32(path);
+    descriptor.isCurrentDoc = true;
+    descriptor.filePath = path;
+    Json::Value data(Json::arrayValue);
+    data.append(descriptor.ToJson());
+    return MakeResult(err::kOk, data);
+}
+
+Json::Value GetDocMetadataDispatcher::Run() {
+    Json::Value root;
+    if (!ParseParams(params, root)) return Fail(err::kNoJson);
+    const std::wstring id = FileIdOf(root);
+    if (id.empty()) return Fail(err::kNoId);
+    HostDoc doc = nullptr;
+    if (!app_.documents->findDocById(id, doc)) return Fail(err::kClosedDoc);
+    HostApi& host = app_.host();
+    NdxDoc pdf = host.HostDocGetPdfDoc(doc);
+    if (pdf == nullptr) return Fail(err::kNoNdxDoc);
+    NdxObject info = host.NDXDocGetInfo(pdf);
+    if (info == nullptr) return Fail(err::kNoInfoDict);
+
+    Json::Value data(Json::objectValue);
+    for (const char* key : {"CreationDate", "ModDate"}) {
+        HostBytes value(host);
+        host.NDXDictGetString(info, key, value);
+        data[key] = value.Bytes();
+    }
+    return MakeResult(err::kOk, data);
+}
+
+Json::Value GetFileImagesTypeDispatcher::Run() {
+    HostDoc doc = app_.host().HostAppGetActiveDoc();
+    if (doc == nullptr) return Fail(err::kClosedDoc);
+    Json::Value data(Json::objectValue);
+    data["type"] = static_cast<int>(ClassifyDocImages(app_.host(), doc));
+    return MakeResult(err::kOk, data);
+}
