@@ -1,0 +1,94 @@
+// The page's envelope: which texts are served, which get the plain-text refusal, which get nothing,
+// and the exact reply texts.
+#include "plugin_fixture.h"
+
+namespace {
+
+class BridgeEnvelopeTest : public PluginFixture {
+protected:
+    void SetUp() override {
+        FakeDoc doc;
+        doc.path = L"/docs/a.pdf";
+        doc.pages.resize(1);
+        host.Open(doc);
+    }
+};
+
+TEST_F(BridgeEnvelopeTest, ReplyCarriesTheRequestIdentifierAndALineFeed) {
+    const auto replies = Post(R"(["base","isCurrentDocModified","","id-42"])");
+    ASSERT_EQ(replies.size(), 1u);
+    EXPECT_EQ(replies[0], "{\"data\":false,\"ret\":0,\"uuid\":\"id-42\"}\n");
+}
+
+TEST_F(BridgeEnvelopeTest, ArraysOfAnotherLengthAndNonJsonGetThePlainRefusal) {
+    for (const char* text : {R"(["base","isCurrentDocModified","","id","x"])", R"(["base"])",
+                             "[]", "not json at all", "", "null"}) {
+        const auto replies = Post(text);
+        ASSERT_EQ(replies.size(), 1u) << text;
+        EXPECT_EQ(replies[0], "Error Message Parma") << text;
+    }
+}
+
+TEST_F(BridgeEnvelopeTest, JsonThatIsNotAnArrayGetsNoReply) {
+    for (const char* text : {R"({"a":1})", "42", "\"text\"", "true"}) {
+        EXPECT_TRUE(Post(text).empty()) << text;
+    }
+}
+
+TEST_F(BridgeEnvelopeTest, UnknownModuleOrCommandAnswersWithoutIdentifier) {
+    const std::string unknown = "{\"data\":null,\"ret\":400000}\n";
+    EXPECT_EQ(Post(R"(["base","noSuchCommand",{},"id-1"])").at(0), unknown);
+    EXPECT_EQ(Post(R"(["Base","isCurrentDocModified",{},"id-1"])").at(0), unknown);
+    EXPECT_EQ(Post(R"(["base","iscurrentdocmodified",{},"id-1"])").at(0), unknown);
+    EXPECT_EQ(Post(R"(["base","showMessage","{}","id-1"])").at(0), unknown);
+    EXPECT_EQ(Post(R"(["base"," isCurrentDocModified",{},"id-1"])").at(0), unknown);
+}
+
+TEST_F(BridgeEnvelopeTest, ElementsThatAreNotTextUseTheirTextForm) {
+    // A numeric identifier becomes its text; null and "" leave the reply without one.
+    EXPECT_EQ(Post(R"(["base","isCurrentDocModified","",7])").at(0),
+              "{\"data\":false,\"ret\":0,\"uuid\":\"7\"}\n");
+    EXPECT_EQ(Post(R"(["base","isCurrentDocModified","",null])").at(0),
+              "{\"data\":false,\"ret\":0}\n");
+    EXPECT_EQ(Post(R"(["base","isCurrentDocModified","",""])").at(0),
+              "{\"data\":false,\"ret\":0}\n");
+    EXPECT_EQ(Post(R"([true,"isCurrentDocModified","","x"])").at(0),
+              "{\"data\":null,\"ret\":400000}\n");
+}
+
+TEST_F(BridgeEnvelopeTest, ArrayOrObjectWhereTextBelongsIsDroppedWithoutReply) {
+    EXPECT_TRUE(Post(R"([["base"],"isCurrentDocModified","","x"])").empty());
+    EXPECT_TRUE(Post(R"(["base",{"c":1},"","x"])").empty());
+    EXPECT_TRUE(Post(R"(["base","isCurrentDocModified","",[1]])").empty());
+    // The channel keeps serving afterwards.
+    EXPECT_EQ(Post(R"(["base","isCurrentDocModified","","x"])").size(), 1u);
+}
+
+TEST_F(BridgeEnvelopeTest, ParametersAsObjectOrAsTextReachTheCommandAlike) {
+    const Json::Value current = Call("getCurrentDoc");
+    const std::string id = current["data"][0]["id"].asString();
+    const std::string asText = Post(R"(["base","getDocMetadata","{\"file\":{\"id\":\")" + id +
+                                    R"(\"}}","u"])")
+                                   .at(0);
+    const std::string asObject =
+        Post(R"(["base","getDocMetadata",{"file":{"id":")" + id + R"("}},"u"])").at(0);
+    EXPECT_EQ(asText, asObject);
+    EXPECT_EQ(asText, "{\"data\":{\"CreationDate\":\"\",\"ModDate\":\"\"},\"ret\":0,\"uuid\":\"u\"}\n");
+}
+
+TEST_F(BridgeEnvelopeTest, ParameterTextThatIsNotJsonOnlyMattersToCommandsThatReadIt) {
+    EXPECT_EQ(Call("getCurrentDoc", "{{not json")["ret"].asInt(), 0);
+    const Json::Value reply = Call("getDocMetadata", "{{not json", "abc");
+    EXPECT_EQ(reply["ret"].asInt(), 100001);
+    EXPECT_EQ(reply["uuid"].asString(), "abc");
+    EXPECT_TRUE(reply["data"].isNull());
+}
+
+TEST_F(BridgeEnvelopeTest, TruncatedArrayIsServedAsTheReaderLeftIt) {
+    // The reader fails on the missing bracket but has already built the four elements.
+    const auto replies = Post(R"(["base","isCurrentDocModified","","t")");
+    ASSERT_EQ(replies.size(), 1u);
+    EXPECT_EQ(replies[0], "{\"data\":false,\"ret\":0,\"uuid\":\"t\"}\n");
+}
+
+}  // namespace

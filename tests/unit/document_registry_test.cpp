@@ -1,0 +1,120 @@
+// The registry's rules: what survives a close, how service ids split, what a picked file does to an
+// open document's record, and which files go at the end.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+
+#include "document/document_registry.h"
+#include "util/utf.h"
+
+namespace {
+
+HostDoc Handle(int n) { return reinterpret_cast<HostDoc>(static_cast<std::uintptr_t>(n)); }
+
+TEST(DocumentRegistryTest, ClosedDocumentKeepsPathAndTailButLosesHandleAndServiceId) {
+    DocumentRegistry registry;
+    registry.bindDoc(L"{A}", Handle(1));
+    registry.bindPath(L"{A}", L"/d/a.pdf", false);
+    registry.bindAiFileId(L"{A}", L"doc-7-rev-3");
+    registry.forgetDoc(L"{A}");
+
+    HostDoc doc = nullptr;
+    std::wstring text;
+    EXPECT_FALSE(registry.findDocById(L"{A}", doc));
+    EXPECT_TRUE(registry.pathOf(L"{A}", text));
+    EXPECT_EQ(text, L"/d/a.pdf");
+    EXPECT_FALSE(registry.aiFileIdOf(L"{A}", text));
+    EXPECT_FALSE(registry.aiFileTailByHead(L"doc-7-rev", text));
+    EXPECT_EQ(registry.records().at(L"{A}").aiFileTail, L"3");
+}
+
+TEST(DocumentRegistryTest, ServiceIdSplitsAtItsLastDash) {
+    DocumentRegistry registry;
+    registry.bindDoc(L"{A}", Handle(1));
+    registry.bindAiFileId(L"{A}", L"a-b-c");
+    HostDoc doc = nullptr;
+    std::wstring tail;
+    EXPECT_TRUE(registry.docByAiFileHead(L"a-b", doc));
+    EXPECT_EQ(doc, Handle(1));
+    EXPECT_TRUE(registry.aiFileTailByHead(L"a-b", tail));
+    EXPECT_EQ(tail, L"c");
+
+    registry.bindAiFileId(L"{B}", L"nodash");
+    std::wstring id;
+    EXPECT_TRUE(registry.aiFileIdOf(L"{B}", id));
+    EXPECT_EQ(id, L"nodash");
+    EXPECT_FALSE(registry.docByAiFileHead(L"nodash", doc));
+
+    registry.bindAiFileId(L"{C}", L"trailing-");
+    EXPECT_EQ(registry.records().at(L"{C}").aiFileHead, L"trailing");
+    EXPECT_EQ(registry.records().at(L"{C}").aiFileTail, L"");
+}
+
+TEST(DocumentRegistryTest, EmptyKeysAreIgnored) {
+    DocumentRegistry registry;
+    registry.bindDoc(L"", Handle(1));
+    registry.bindDoc(L"{A}", nullptr);
+    registry.bindPath(L"{A}", L"", true);
+    registry.bindAiFileId(L"{A}", L"");
+    registry.erase(L"");
+    EXPECT_TRUE(registry.records().empty());
+    std::wstring id;
+    EXPECT_FALSE(registry.findIdByDoc(nullptr, id));
+    EXPECT_FALSE(registry.findIdByPath(L"", id));
+}
+
+TEST(DocumentRegistryTest, PickingAnOpenFileErasesItsRecord) {
+    DocumentRegistry registry;
+    registry.bindDoc(L"{OLD}", Handle(1));
+    registry.bindPath(L"{OLD}", L"/d/a.pdf", false);
+    const std::wstring fresh = registry.newIdForPath(L"/d/a.pdf");
+    EXPECT_NE(fresh, L"{OLD}");
+    std::wstring id;
+    EXPECT_FALSE(registry.findIdByDoc(Handle(1), id));
+    EXPECT_TRUE(registry.records().empty());  // the new id is not bound yet
+}
+
+TEST(DocumentRegistryTest, ScratchFilesGoAtDestructionUnlessKept) {
+    const auto folder = std::filesystem::path(testing::TempDir()) / "registry-scratch";
+    std::filesystem::create_directories(folder);
+    const auto scratch = folder / "download.pdf";
+    const auto kept = folder / "kept.pdf";
+    std::ofstream(scratch) << "x";
+    std::ofstream(kept) << "x";
+    {
+        DocumentRegistry registry;
+        registry.bindPath(L"{S}", FromUtf8(scratch.string()), true);
+        registry.bindPath(L"{K}", FromUtf8(kept.string()), true);
+        registry.bindPath(L"{K}", FromUtf8(kept.string()), false);
+        registry.bindPath(L"{GONE}", L"/no/such/file.pdf", true);
+    }
+    EXPECT_FALSE(std::filesystem::exists(scratch));
+    EXPECT_TRUE(std::filesystem::exists(kept));
+    EXPECT_TRUE(std::filesystem::exists(folder));
+    std::filesystem::remove_all(folder);
+}
+
+TEST(DocumentRegistryTest, WalksTakeTheFirstRecordInIdOrder) {
+    DocumentRegistry registry;
+    registry.bindPath(L"{B}", L"/same.pdf", false);
+    registry.bindPath(L"{A}", L"/same.pdf", false);
+    std::wstring id;
+    EXPECT_TRUE(registry.findIdByPath(L"/same.pdf", id));
+    EXPECT_EQ(id, L"{A}");
+}
+
+TEST(NewGuidTextTest, UpperCaseVersion4InBracesAndFresh) {
+    const std::wregex shape(
+        L"\\{[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\\}");
+    std::set<std::wstring> seen;
+    for (int i = 0; i < 1000; ++i) {
+        const std::wstring guid = NewGuidText();
+        ASSERT_TRUE(std::regex_match(guid, shape)) << ToUtf8(guid);
+        seen.insert(guid);
+    }
+    EXPECT_EQ(seen.size(), 1000u);
+}
+
+}  // namespace

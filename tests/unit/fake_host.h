@@ -1,0 +1,122 @@
+// FakeHost: an in-memory editor for unit tests of the plug-in logic. Documents are plain records
+// whose pages list the types of their content objects; strings, preferences and event
+// registrations behave as a host's would.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/platform_services.h"
+#include "host_api_defaults.h"
+
+struct FakePage {
+    std::vector<int> objects;  // NdxPageObjectType of each content object
+    bool available = true;     // false: the host cannot give this page
+    bool parsed = false;
+};
+
+struct FakeDoc {
+    std::wstring path;
+    bool modified = false;
+    bool temporary = false;
+    bool hasPdf = true;
+    uint32_t permissions = kHostPermPrint | kHostPermModify | kHostPermCopy | kHostPermAnnotate;
+    std::optional<std::map<std::string, std::string>> info =
+        std::map<std::string, std::string>{};
+    std::vector<FakePage> pages;
+};
+
+// A document of one empty page stored at `path`.
+inline FakeDoc FileDoc(std::wstring path) {
+    FakeDoc doc;
+    doc.path = std::move(path);
+    doc.pages.resize(1);
+    return doc;
+}
+
+class FakeHost : public HostApiDefaults {
+public:
+    FakeHost();
+    ~FakeHost() override;
+
+    // Opens a document and makes it the active one; the handle stays valid until the test ends.
+    HostDoc Open(FakeDoc doc);
+    // Closes a document as the editor does: the closing hooks run, then another becomes active.
+    void Close(HostDoc doc);
+    FakeDoc& Doc(HostDoc doc) { return *reinterpret_cast<FakeDoc*>(doc); }
+
+    std::filesystem::path userData;
+    std::wstring language = L"en-US";
+    HostDoc active = nullptr;
+    std::vector<HostDocEventRecord*> docEventRecords;
+    std::vector<HostAppEventRecord*> appEventRecords;
+    std::vector<std::pair<std::string, int>> paneCalls;
+    std::vector<std::wstring> messages;
+    int liveStrings = 0;
+    int liveResources = 0;
+    std::wstring loginServer;  // answered by LoginGetServerAddress when `loginTable` is found
+    bool loginTable = false;
+
+    // Strings
+    HostWideString HostWideStringNew() override;
+    void HostWideStringDelete(HostWideString str) override;
+    int HostWideStringGetLength(HostWideString str) override;
+    int HostWideStringCompareText(HostWideString str, const wchar_t* text) override;
+    void HostWideStringSet(HostWideString str, const wchar_t* text) override;
+    const wchar_t* HostWideStringData(HostWideString str) override;
+    HostByteString HostByteStringNew() override;
+    void HostByteStringDelete(HostByteString str) override;
+    int HostByteStringGetLength(HostByteString str) override;
+    const char* HostByteStringData(HostByteString str) override;
+
+    // Application
+    void HostAppGetUserDataFolder(HostWideString out) override;
+    void HostAppGetLanguage(HostWideString out) override;
+    void HostAppGetVersion(HostWideString out) override;
+    HostResources HostResourcesNew(const wchar_t* modulePath) override;
+    void HostResourcesDestroy(HostResources resources) override;
+    HostDoc HostAppGetActiveDoc() override { return active; }
+    void HostAppRegisterDocEvents(HostDocEventRecord* record) override;
+    void HostAppUnregisterDocEvents(HostDocEventRecord* record) override;
+    void HostAppRegisterAppEvents(HostAppEventRecord* record) override;
+    void HostAppShowPane(const char* paneName, int show) override;
+    void HostMessageShow(const wchar_t* text, int, int, const wchar_t*, int, int) override;
+    HostExtTable HostExtensionFind(const char* name, int version) override;
+    void LoginGetServerAddress(HostExtTable table, HostWideString out) override;
+
+    // Documents
+    NdxDoc HostDocGetPdfDoc(HostDoc doc) override;
+    int HostDocIsModified(HostDoc doc) override { return Doc(doc).modified ? 1 : 0; }
+    int HostDocIsTemporary(HostDoc doc) override { return Doc(doc).temporary ? 1 : 0; }
+    uint32_t HostDocGetPermissions(HostDoc doc) override { return Doc(doc).permissions; }
+    void HostDocGetFilePath(HostDoc doc, HostWideString out) override;
+    HostPageView HostDocGetPageView(HostDoc doc, int pageIndex) override;
+    NdxPage HostPageViewGetPage(HostPageView page) override;
+    int NDXDocGetPageCount(NdxDoc doc) override;
+    NdxObject NDXDocGetInfo(NdxDoc doc) override;
+    void NDXDictGetString(NdxObject dict, const char* key, HostByteString out) override;
+    int NDXPageIsParsed(NdxPage page) override;
+    void NDXPageParse(NdxPage page, NdxParseOptions options) override;
+    int NDXPageCountObjects(NdxPage page) override;
+    NdxPosition NDXPageGetFirstObjectPos(NdxPage page) override;
+    NdxPageObject NDXPageGetNextObject(NdxPage page, NdxPosition* position) override;
+    int NDXPageObjectGetType(NdxPageObject object) override;
+
+private:
+    template <typename Hook, typename... Args>
+    void FireDocHook(std::size_t word, Args... args);
+
+    std::vector<std::unique_ptr<FakeDoc>> docs_;
+    std::vector<HostDoc> open_;
+};
+
+// A platform without a page channel.
+class FakePlatform : public PlatformServices {
+public:
+    std::wstring ModulePath() override { return L"/plugins/TarvoSablemark.tpi"; }
+    std::unique_ptr<PageConnection> ConnectHostPageChannel() override { return nullptr; }
+};
