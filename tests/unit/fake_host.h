@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "app/platform_services.h"
-#include "host_api_defaults.h"
+#include "host_api_defaults.h"  // tests/support
 
 struct FakePage {
     std::vector<int> objects;  // NdxPageObjectType of each content object

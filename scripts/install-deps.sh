@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Installs what building, running and testing need on a Debian 12 machine (run as root).
+set -euo pipefail
+
+packages=(
+  build-essential cmake pkg-config clang-format python3
+  libjsoncpp-dev libgtest-dev libgmock-dev googletest libbenchmark-dev libcurl4-openssl-dev
+  qt6-base-dev qt6-webengine-dev qt6-webchannel-dev
+  libmupdf-dev libharfbuzz-dev libfreetype-dev libjbig2dec0-dev libopenjp2-7-dev libjpeg-dev
+  zlib1g-dev libgumbo-dev libtesseract-dev libleptonica-dev libmujs-dev tesseract-ocr-eng
+  poppler-utils
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+  export DEBIAN_FRONTEND=noninteractive
+  apt-get update -q
+  apt-get install -y -q --no-install-recommends "${missing[@]}"
+fi

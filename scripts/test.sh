@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# The whole test suite: installs, checks formatting, builds with warnings as errors and runs every
+# test; then builds again with AddressSanitizer and UndefinedBehaviorSanitizer and runs them again.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+"$root/scripts/install-deps.sh"
+
+echo "== Formatting"
+cd "$root"
+git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
+
+export QT_QPA_PLATFORM=offscreen
+echo "== Build and test"
+"$root/scripts/build.sh" "$root/build" -DBREVAN_WERROR=ON
+ctest --test-dir "$root/build" --output-on-failure -j"$(nproc)"
+
+echo "== Build and test under AddressSanitizer and UndefinedBehaviorSanitizer"
+"$root/scripts/build.sh" "$root/build-asan" -DBREVAN_WERROR=ON -DBREVAN_SANITIZE=ON \
+  -DBREVAN_BUILD_BENCH=OFF
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+ctest --test-dir "$root/build-asan" --output-on-failure -j"$(nproc)"
