@@ -1,0 +1,56 @@
+// pdfhost's scripted mode as a separate process, with the plug-in loaded from the build.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "engine/context.h"
+#include "engine/pdf_factory.h"
+
+namespace {
+
+std::string RunPdfhost(const std::filesystem::path& input, const std::filesystem::path& profile) {
+    const std::string command = std::string(PDFHOST_BINARY) + " --headless --script --profile '" +
+                                profile.string() + "' --plugins '" + BREVAN_PLUGIN_DIR + "' < '" +
+                                input.string() + "'";
+    std::string output;
+    if (FILE* pipe = popen(command.c_str(), "r")) {
+        char buffer[4096];
+        while (std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) output.append(buffer, n);
+        EXPECT_EQ(pclose(pipe), 0);
+    }
+    return output;
+}
+
+TEST(ScriptedProcessTest, OpenAskAndQuit) {
+    const auto folder = std::filesystem::path(testing::TempDir()) /
+                        ("scripted-" + std::to_string(::getpid()));
+    std::filesystem::create_directories(folder / "profile");
+    const std::string pdf = (folder / "two pages.pdf").string();
+    {
+        pdfhost::engine::Context context;
+        pdfhost::engine::PdfSpec spec;
+        spec.pages = {pdfhost::engine::PageSpec::TextLines({"one"}),
+                      pdfhost::engine::PageSpec::TextLines({"two"})};
+        pdfhost::engine::PdfFactory(context).Write(spec, pdf);
+    }
+    const auto input = folder / "input.jsonl";
+    std::ofstream(input) << R"({"post":"[\"base\",\"getFilePageCount\",{},\"a\"]"})" << "\n"
+                         << R"({"host":"open","path":")" << pdf << "\"}\n"
+                         << R"({"post":"[\"base\",\"getFilePageCount\",{},\"b\"]"})" << "\n"
+                         << R"({"post":"[\"base\",\"nope\",{},\"c\"]"})" << "\n"
+                         << R"({"host":"quit"})" << "\n";
+    const std::string output = RunPdfhost(input, folder / "profile");
+    std::ostringstream expected;
+    expected << R"({"reply":"{\"data\":null,\"ret\":300001,\"uuid\":\"a\"}\n"})" << "\n"
+             << R"({"opened":1,"path":")" << pdf << "\"}\n"
+             << R"({"reply":"{\"data\":{\"pageCount\":2},\"ret\":0,\"uuid\":\"b\"}\n"})" << "\n"
+             << R"({"reply":"{\"data\":null,\"ret\":400000}\n"})" << "\n";
+    EXPECT_EQ(output, expected.str());
+    std::filesystem::remove_all(folder);
+}
+
+}  // namespace
