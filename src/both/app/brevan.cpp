@@ -33,9 +33,7 @@ Brevan::~Brevan() {
     Delete(documents);
     Delete(docEvents);
     Delete(config);
-    if (interfaceResources_ != nullptr && host_ != nullptr) {
-        host_->HostResourcesDestroy(interfaceResources_);
-    }
+    interfaceResources_.reset();
 }
 
 void Brevan::Attach(HostApi& host, PlatformServices& platform) {
@@ -96,10 +94,12 @@ void Brevan::OnMainFrameCreated(HostFrame) {
 void Brevan::OnMainFrameClosing(HostFrame) {}
 
 void Brevan::SetUpInterfaceLanguage() {
-    if (interfaceResources_ != nullptr) host().HostResourcesDestroy(interfaceResources_);
-    interfaceResources_ = host().HostResourcesNew(platform().ModulePath().c_str());
-    if (interfaceResources_ != nullptr) {
-        host().HostResourcesSetLanguage(interfaceResources_, host().HostResourcesGetLanguage());
+    interfaceResources_.reset();
+    interfaceResources_ =
+        OwnedResources(host(), host().HostResourcesNew(platform().ModulePath().c_str()));
+    if (interfaceResources_) {
+        host().HostResourcesSetLanguage(interfaceResources_.get(),
+                                        host().HostResourcesGetLanguage());
     }
 }
 

@@ -9,6 +9,7 @@
 #include "app/extension_tables.h"
 #include "app/platform_services.h"
 #include "host/host_api.h"
+#include "host/owned_resources.h"
 
 class AsyncLogger;
 class BrevanConfig;
@@ -68,7 +69,7 @@ private:
 
     HostApi* host_ = nullptr;
     PlatformServices* platform_ = nullptr;
-    HostResources interfaceResources_ = nullptr;
+    OwnedResources interfaceResources_;
     // The page of the host's scripted channel, when the host offers one.
     std::unique_ptr<PageConnection> hostPage_;
     std::unique_ptr<WebMessageChannel> hostPageChannel_;

@@ -48,10 +48,9 @@ HostResources BrevanConfig::CurrentResources() { return g_resources; }
 
 BrevanConfig::BrevanConfig(HostApi& host, HostExtTable loginTable, const std::wstring& modulePath)
     : host_(host), loginTable_(loginTable) {
-    resources = host_.HostResourcesNew(modulePath.c_str());
-    if (resources != nullptr) {
-        host_.HostResourcesSetLanguage(resources, host_.HostResourcesGetLanguage());
-        g_resources = resources;
+    resources = OwnedResources(host_, host_.HostResourcesNew(modulePath.c_str()));
+    if (resources) {
+        host_.HostResourcesSetLanguage(resources.get(), host_.HostResourcesGetLanguage());
     }
 
     apiVersion = L"2.0.0.0";
@@ -96,12 +95,12 @@ BrevanConfig::BrevanConfig(HostApi& host, HostExtTable loginTable, const std::ws
                     std::to_wstring(BREVAN_PLUGIN_VERSION_MINOR) + L"." +
                     std::to_wstring(BREVAN_PLUGIN_VERSION_PATCH) + L"." +
                     std::to_wstring(BREVAN_PLUGIN_VERSION_TWEAK);
+    // Published last: a construction that throws leaves nothing behind.
+    if (resources) g_resources = resources.get();
 }
 
 BrevanConfig::~BrevanConfig() {
-    if (resources == nullptr) return;
-    if (g_resources == resources) g_resources = nullptr;
-    host_.HostResourcesDestroy(resources);
+    if (g_resources == resources.get()) g_resources = nullptr;
 }
 
 bool BrevanConfig::ReadBool(const char* key, bool fallback) const {

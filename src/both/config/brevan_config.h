@@ -10,6 +10,7 @@
 #include <string>
 
 #include "host/host_api.h"
+#include "host/owned_resources.h"
 
 // A configuration key holds a value of the wrong type; the plug-in must not start.
 class ConfigError : public std::runtime_error {
@@ -54,7 +55,7 @@ public:
     // The resource handle made for this library, for string lookups; null before construction.
     static HostResources CurrentResources();
 
-    HostResources resources = nullptr;
+    OwnedResources resources;
     std::wstring platformName;
     std::wstring hostVersion;
     std::wstring language;
