@@ -1,0 +1,13 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace pdfhost::engine {
+
+// Every failure of the engine, MuPDF's own errors included, reaches callers as this exception.
+class Error : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+}  // namespace pdfhost::engine
