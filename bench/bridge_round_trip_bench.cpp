@@ -16,19 +16,19 @@ constexpr const char* kUnknownEnvelope =
 
 // A host with one open, unmodified document.
 class OneDocumentHost : public HostApiDefaults {
-public:
+  public:
     HostDoc HostAppGetActiveDoc() override { return reinterpret_cast<HostDoc>(this); }
     int HostDocIsModified(HostDoc) override { return 0; }
 };
 
 class NoPage : public PlatformServices {
-public:
+  public:
     std::wstring ModulePath() override { return {}; }
     std::unique_ptr<PageConnection> ConnectHostPageChannel() override { return nullptr; }
 };
 
 class LastReply : public PageEndpoint {
-public:
+  public:
     void PostWebMessageAsString(const std::wstring& text) override { reply = text; }
     void ExecuteScript(const std::wstring&) override {}
     std::wstring reply;
@@ -60,7 +60,9 @@ void Floor(benchmark::State& state, const char* envelope, const Json::Value& rep
 void BM_RoundTrip_IsCurrentDocModified(benchmark::State& state) {
     RoundTrip(state, kModifiedEnvelope);
 }
-void BM_RoundTrip_UnknownCommand(benchmark::State& state) { RoundTrip(state, kUnknownEnvelope); }
+void BM_RoundTrip_UnknownCommand(benchmark::State& state) {
+    RoundTrip(state, kUnknownEnvelope);
+}
 
 void BM_Floor_IsCurrentDocModified(benchmark::State& state) {
     Json::Value reply(Json::objectValue);

@@ -13,8 +13,8 @@ QObject* HostPageConnection::FindHostChannel() {
 }
 
 HostPageConnection::HostPageConnection(QObject* channel) : channel_(channel) {
-    connect(channel, SIGNAL(webMessageReceived(QString)), this,
-            SLOT(onWebMessageReceived(QString)), Qt::DirectConnection);
+    connect(channel, SIGNAL(webMessageReceived(QString)), this, SLOT(onWebMessageReceived(QString)),
+            Qt::DirectConnection);
 }
 
 void HostPageConnection::PostWebMessageAsString(const std::wstring& text) {
@@ -32,7 +32,8 @@ void HostPageConnection::ExecuteScript(const std::wstring& script) {
 }
 
 void HostPageConnection::onWebMessageReceived(const QString& text) {
-    if (!handler_) return;
+    if (!handler_)
+        return;
     const QByteArray utf8 = text.toUtf8();
     handler_(std::string_view(utf8.constData(), static_cast<std::size_t>(utf8.size())));
 }

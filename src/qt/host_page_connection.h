@@ -13,7 +13,7 @@
 class HostPageConnection final : public QObject, public PageConnection {
     Q_OBJECT
 
-public:
+  public:
     // The channel the host published, or null.
     static QObject* FindHostChannel();
 
@@ -23,10 +23,10 @@ public:
     void PostWebMessageAsString(const std::wstring& text) override;
     void ExecuteScript(const std::wstring& script) override;
 
-private slots:
+  private slots:
     void onWebMessageReceived(const QString& text);
 
-private:
+  private:
     QPointer<QObject> channel_;
     MessageHandler handler_;
 };

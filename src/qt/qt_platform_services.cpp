@@ -10,7 +10,7 @@
 namespace {
 
 class QtPlatformServices final : public PlatformServices {
-public:
+  public:
     std::wstring ModulePath() override {
         Dl_info info{};
         if (dladdr(reinterpret_cast<void*>(&CreatePlatformServices), &info) == 0 ||
@@ -22,7 +22,8 @@ public:
 
     std::unique_ptr<PageConnection> ConnectHostPageChannel() override {
         QObject* channel = HostPageConnection::FindHostChannel();
-        if (channel == nullptr) return nullptr;
+        if (channel == nullptr)
+            return nullptr;
         return std::make_unique<HostPageConnection>(channel);
     }
 };

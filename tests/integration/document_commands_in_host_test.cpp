@@ -21,7 +21,7 @@ PdfSpec TextPdf(int pages = 2) {
 }
 
 class DocumentCommandsInHostTest : public PluginHostTest {
-protected:
+  protected:
     void SetUp() override { Start(); }
     std::string CurrentId() { return Call("getCurrentDoc")["data"][0]["id"].asString(); }
     Json::Value FileParams(const std::string& id) {

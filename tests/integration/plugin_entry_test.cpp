@@ -20,27 +20,41 @@ struct Recorder {
 Recorder g_rec;
 
 // The few host functions the entry needs: wide strings and the language.
-HostWideString WideNew() { return reinterpret_cast<HostWideString>(new std::wstring()); }
-void WideDelete(HostWideString s) { delete reinterpret_cast<std::wstring*>(s); }
-const wchar_t* WideData(HostWideString s) { return reinterpret_cast<std::wstring*>(s)->c_str(); }
+HostWideString WideNew() {
+    return reinterpret_cast<HostWideString>(new std::wstring());
+}
+void WideDelete(HostWideString s) {
+    delete reinterpret_cast<std::wstring*>(s);
+}
+const wchar_t* WideData(HostWideString s) {
+    return reinterpret_cast<std::wstring*>(s)->c_str();
+}
 int WideCompare(HostWideString s, const wchar_t* text) {
     return reinterpret_cast<std::wstring*>(s)->compare(text);
 }
-void GetLanguage(HostWideString out) { *reinterpret_cast<std::wstring*>(out) = g_rec.language; }
+void GetLanguage(HostWideString out) {
+    *reinterpret_cast<std::wstring*>(out) = g_rec.language;
+}
 
 template <hostops::Op op>
 bool Is(uint32_t category, uint32_t selector) {
-    return hostops::OpTraits<op>::category == category && hostops::OpTraits<op>::selector == selector;
+    return hostops::OpTraits<op>::category == category &&
+           hostops::OpTraits<op>::selector == selector;
 }
 
 HostFunction Lookup(uint32_t category, uint32_t selector, uint32_t pluginId) {
     EXPECT_EQ(pluginId, 77u);
     using hostops::Op;
-    if (Is<Op::HostWideStringNew>(category, selector)) return reinterpret_cast<HostFunction>(&WideNew);
-    if (Is<Op::HostWideStringDelete>(category, selector)) return reinterpret_cast<HostFunction>(&WideDelete);
-    if (Is<Op::HostWideStringData>(category, selector)) return reinterpret_cast<HostFunction>(&WideData);
-    if (Is<Op::HostWideStringCompareText>(category, selector)) return reinterpret_cast<HostFunction>(&WideCompare);
-    if (Is<Op::HostAppGetLanguage>(category, selector)) return reinterpret_cast<HostFunction>(&GetLanguage);
+    if (Is<Op::HostWideStringNew>(category, selector))
+        return reinterpret_cast<HostFunction>(&WideNew);
+    if (Is<Op::HostWideStringDelete>(category, selector))
+        return reinterpret_cast<HostFunction>(&WideDelete);
+    if (Is<Op::HostWideStringData>(category, selector))
+        return reinterpret_cast<HostFunction>(&WideData);
+    if (Is<Op::HostWideStringCompareText>(category, selector))
+        return reinterpret_cast<HostFunction>(&WideCompare);
+    if (Is<Op::HostAppGetLanguage>(category, selector))
+        return reinterpret_cast<HostFunction>(&GetLanguage);
     return nullptr;
 }
 
@@ -134,7 +148,8 @@ TEST(PluginEntryTest, HandshakeAndRegistrationWithTheirGates) {
     EXPECT_EQ(g_rec.exportFn(), 1);
     ASSERT_NE(g_rec.ui, nullptr);
     EXPECT_EQ(g_rec.ui->size, sizeof(HostUiRecord));
-    for (std::size_t word : {1, 2, 3, 4, 5, 6, 8}) EXPECT_NE(g_rec.ui->word(word), nullptr) << word;
+    for (std::size_t word : {1, 2, 3, 4, 5, 6, 8})
+        EXPECT_NE(g_rec.ui->word(word), nullptr) << word;
     EXPECT_EQ(g_rec.ui->word(7), nullptr);
     dlclose(library);
 }

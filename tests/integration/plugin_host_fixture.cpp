@@ -23,7 +23,8 @@ PluginHostTest::PluginHostTest() {
 }
 
 PluginHostTest::~PluginHostTest() {
-    if (session_) session_->HandleLine(R"({"host":"quit"})");
+    if (session_)
+        session_->HandleLine(R"({"host":"quit"})");
     session_.reset();
     host.reset();
     std::error_code ignored;
@@ -70,7 +71,8 @@ std::vector<std::string> PluginHostTest::Post(const std::string& text) {
     line["post"] = text;
     std::vector<std::string> replies;
     for (const Json::Value& output : Line(line)) {
-        if (output.isMember("reply")) replies.push_back(output["reply"].asString());
+        if (output.isMember("reply"))
+            replies.push_back(output["reply"].asString());
     }
     return replies;
 }
@@ -85,7 +87,8 @@ Json::Value PluginHostTest::Call(const std::string& command, const Json::Value& 
     const std::string text = WriteJson(envelope);
     const auto replies = Post(text.substr(0, text.size() - 1));
     Json::Value reply;
-    if (replies.size() == 1) ParseJson(replies[0], reply);
+    if (replies.size() == 1)
+        ParseJson(replies[0], reply);
     return reply;
 }
 
@@ -94,13 +97,13 @@ int PluginHostTest::Open(const std::string& path) {
     line["host"] = "open";
     line["path"] = path;
     for (const Json::Value& output : Line(line)) {
-        if (output.isMember("opened")) return output["opened"].asInt();
+        if (output.isMember("opened"))
+            return output["opened"].asInt();
     }
     return 0;
 }
 
-std::string PluginHostTest::MakePdf(const std::string& name,
-                                    const pdfhost::engine::PdfSpec& spec) {
+std::string PluginHostTest::MakePdf(const std::string& name, const pdfhost::engine::PdfSpec& spec) {
     const std::string path = (folder / name).string();
     pdfhost::engine::PdfFactory(host->Engine()).Write(spec, path);
     return path;

@@ -16,7 +16,7 @@
 #include "host_app.h"
 
 class PluginHostTest : public testing::Test {
-protected:
+  protected:
     PluginHostTest();
     ~PluginHostTest() override;
 
@@ -41,7 +41,7 @@ protected:
     std::filesystem::path profile;
     std::unique_ptr<pdfhost::HostApp> host;
 
-private:
+  private:
     std::ostringstream out_;
     std::unique_ptr<pdfhost::ScriptSession> session_;
     std::size_t consumed_ = 0;

@@ -50,7 +50,8 @@ TEST_F(PluginHostTest, LoggerWritesRequestsAndRepliesWhenTheConfigurationAsks) {
 
     std::string all;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(logs)) {
-        if (entry.is_regular_file()) all += ReadAll(entry.path());
+        if (entry.is_regular_file())
+            all += ReadAll(entry.path());
     }
     EXPECT_NE(all.find("[INFO] Get Dispatch getCurrentDoc input:  "), std::string::npos) << all;
     EXPECT_NE(all.find("[INFO] Dispatch isCurrentDocModified  output : "

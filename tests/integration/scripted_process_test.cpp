@@ -19,15 +19,16 @@ std::string RunPdfhost(const std::filesystem::path& input, const std::filesystem
     std::string output;
     if (FILE* pipe = popen(command.c_str(), "r")) {
         char buffer[4096];
-        while (std::size_t n = fread(buffer, 1, sizeof buffer, pipe)) output.append(buffer, n);
+        while (std::size_t n = fread(buffer, 1, sizeof buffer, pipe))
+            output.append(buffer, n);
         EXPECT_EQ(pclose(pipe), 0);
     }
     return output;
 }
 
 TEST(ScriptedProcessTest, OpenAskAndQuit) {
-    const auto folder = std::filesystem::path(testing::TempDir()) /
-                        ("scripted-" + std::to_string(::getpid()));
+    const auto folder =
+        std::filesystem::path(testing::TempDir()) / ("scripted-" + std::to_string(::getpid()));
     std::filesystem::create_directories(folder / "profile");
     const std::string pdf = (folder / "two pages.pdf").string();
     {
@@ -38,17 +39,24 @@ TEST(ScriptedProcessTest, OpenAskAndQuit) {
         pdfhost::engine::PdfFactory(context).Write(spec, pdf);
     }
     const auto input = folder / "input.jsonl";
-    std::ofstream(input) << R"({"post":"[\"base\",\"getFilePageCount\",{},\"a\"]"})" << "\n"
+    std::ofstream(input) << R"({"post":"[\"base\",\"getFilePageCount\",{},\"a\"]"})"
+                         << "\n"
                          << R"({"host":"open","path":")" << pdf << "\"}\n"
-                         << R"({"post":"[\"base\",\"getFilePageCount\",{},\"b\"]"})" << "\n"
-                         << R"({"post":"[\"base\",\"nope\",{},\"c\"]"})" << "\n"
-                         << R"({"host":"quit"})" << "\n";
+                         << R"({"post":"[\"base\",\"getFilePageCount\",{},\"b\"]"})"
+                         << "\n"
+                         << R"({"post":"[\"base\",\"nope\",{},\"c\"]"})"
+                         << "\n"
+                         << R"({"host":"quit"})"
+                         << "\n";
     const std::string output = RunPdfhost(input, folder / "profile");
     std::ostringstream expected;
-    expected << R"({"reply":"{\"data\":null,\"ret\":300001,\"uuid\":\"a\"}\n"})" << "\n"
+    expected << R"({"reply":"{\"data\":null,\"ret\":300001,\"uuid\":\"a\"}\n"})"
+             << "\n"
              << R"({"opened":1,"path":")" << pdf << "\"}\n"
-             << R"({"reply":"{\"data\":{\"pageCount\":2},\"ret\":0,\"uuid\":\"b\"}\n"})" << "\n"
-             << R"({"reply":"{\"data\":null,\"ret\":400000}\n"})" << "\n";
+             << R"({"reply":"{\"data\":{\"pageCount\":2},\"ret\":0,\"uuid\":\"b\"}\n"})"
+             << "\n"
+             << R"({"reply":"{\"data\":null,\"ret\":400000}\n"})"
+             << "\n";
     EXPECT_EQ(output, expected.str());
     std::filesystem::remove_all(folder);
 }

@@ -20,7 +20,8 @@ std::unique_ptr<LoggerOutput> g_report;
 
 void ReportExchange(const std::string& test, const std::string& request,
                     const std::string& output) {
-    if (g_report) g_report->Write(FromUtf8(test), FromUtf8("> " + request + "\n" + output));
+    if (g_report)
+        g_report->Write(FromUtf8(test), FromUtf8("> " + request + "\n" + output));
 }
 
 int main(int argc, char** argv) {

@@ -8,17 +8,22 @@
 
 template <typename T>
 T NeutralResult() {
-    if constexpr (!std::is_void_v<T>) return T{};
+    if constexpr (!std::is_void_v<T>)
+        return T{};
 }
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wunused-parameter"
 class HostApiDefaults : public HostApi {
-public:
+  public:
 #define HOST_OP(Name, Category, Selector, Result, Params, Args) \
-    Result Name Params override { return NeutralResult<Result>(); }
+    Result Name Params override {                               \
+        return NeutralResult<Result>();                         \
+    }
 #define HOST_EXT_OP(Name, Table, Index, Result, Params, Args) \
-    Result Name HOST_PREPEND_TABLE Params override { return NeutralResult<Result>(); }
+    Result Name HOST_PREPEND_TABLE Params override {          \
+        return NeutralResult<Result>();                       \
+    }
 #include "host/host_ops_list.h"
 #undef HOST_OP
 #undef HOST_EXT_OP

@@ -10,7 +10,7 @@
 namespace {
 
 class BrevanConfigTest : public testing::Test {
-protected:
+  protected:
     void WriteConfig(const std::string& text) {
         const auto folder = host.userData / ToUtf8(deployment::kServiceFolder);
         std::filesystem::create_directories(folder);

@@ -68,8 +68,8 @@ TEST_F(BrevanLifecycleTest, ActivationFollowsTheLastPaneChoiceAndOtherTabsHideIt
     host.Open(FakeDoc{});
     ASSERT_FALSE(host.paneCalls.empty());
     EXPECT_EQ(host.paneCalls.back().second, 1);
-    const auto hook = reinterpret_cast<HostDocHookNoDoc>(
-        host.docEventRecords[0]->word(kDocEventOtherTab));
+    const auto hook =
+        reinterpret_cast<HostDocHookNoDoc>(host.docEventRecords[0]->word(kDocEventOtherTab));
     hook(host.docEventRecords[0]->word(kDocEventClientData));
     EXPECT_EQ(host.paneCalls.back().second, 0);
     EXPECT_EQ(app.taskPaneShown, 0);
@@ -82,8 +82,8 @@ TEST_F(BrevanLifecycleTest, SavingRebindsThePathAndNotesASavedTemporaryDocument)
     HostDoc handle = host.Open(doc);
     host.Doc(handle).path = L"/d/saved.pdf";
     host.Doc(handle).temporary = false;
-    const auto save = reinterpret_cast<HostDocSaveHook>(
-        host.docEventRecords[0]->word(kDocEventDidSave));
+    const auto save =
+        reinterpret_cast<HostDocSaveHook>(host.docEventRecords[0]->word(kDocEventDidSave));
     void* client = host.docEventRecords[0]->word(kDocEventClientData);
     save(client, handle, 0);
     std::wstring id;

@@ -5,7 +5,7 @@
 namespace {
 
 class BridgeEnvelopeTest : public PluginFixture {
-protected:
+  protected:
     void SetUp() override {
         FakeDoc doc;
         doc.path = L"/docs/a.pdf";
@@ -21,8 +21,8 @@ TEST_F(BridgeEnvelopeTest, ReplyCarriesTheRequestIdentifierAndALineFeed) {
 }
 
 TEST_F(BridgeEnvelopeTest, ArraysOfAnotherLengthAndNonJsonGetThePlainRefusal) {
-    for (const char* text : {R"(["base","isCurrentDocModified","","id","x"])", R"(["base"])",
-                             "[]", "not json at all", "", "null"}) {
+    for (const char* text : {R"(["base","isCurrentDocModified","","id","x"])", R"(["base"])", "[]",
+                             "not json at all", "", "null"}) {
         const auto replies = Post(text);
         ASSERT_EQ(replies.size(), 1u) << text;
         EXPECT_EQ(replies[0], "Error Message Parma") << text;
@@ -67,13 +67,13 @@ TEST_F(BridgeEnvelopeTest, ArrayOrObjectWhereTextBelongsIsDroppedWithoutReply) {
 TEST_F(BridgeEnvelopeTest, ParametersAsObjectOrAsTextReachTheCommandAlike) {
     const Json::Value current = Call("getCurrentDoc");
     const std::string id = current["data"][0]["id"].asString();
-    const std::string asText = Post(R"(["base","getDocMetadata","{\"file\":{\"id\":\")" + id +
-                                    R"(\"}}","u"])")
-                                   .at(0);
+    const std::string asText =
+        Post(R"(["base","getDocMetadata","{\"file\":{\"id\":\")" + id + R"(\"}}","u"])").at(0);
     const std::string asObject =
         Post(R"(["base","getDocMetadata",{"file":{"id":")" + id + R"("}},"u"])").at(0);
     EXPECT_EQ(asText, asObject);
-    EXPECT_EQ(asText, "{\"data\":{\"CreationDate\":\"\",\"ModDate\":\"\"},\"ret\":0,\"uuid\":\"u\"}\n");
+    EXPECT_EQ(asText,
+              "{\"data\":{\"CreationDate\":\"\",\"ModDate\":\"\"},\"ret\":0,\"uuid\":\"u\"}\n");
 }
 
 TEST_F(BridgeEnvelopeTest, ParameterTextThatIsNotJsonOnlyMattersToCommandsThatReadIt) {

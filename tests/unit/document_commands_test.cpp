@@ -14,12 +14,13 @@ constexpr int kForm = kNdxPageObjectForm;
 
 FakeDoc DocWithPages(std::vector<std::vector<int>> pages) {
     FakeDoc doc;
-    for (auto& objects : pages) doc.pages.push_back(FakePage{std::move(objects)});
+    for (auto& objects : pages)
+        doc.pages.push_back(FakePage{std::move(objects)});
     return doc;
 }
 
 class DocumentCommandsTest : public PluginFixture {
-protected:
+  protected:
     std::string WriteFile(const std::string& name, std::size_t bytes) {
         const auto path = host.userData / name;
         std::ofstream(path, std::ios::binary) << std::string(bytes, 'x');

@@ -11,7 +11,9 @@
 
 namespace {
 
-HostDoc Handle(int n) { return reinterpret_cast<HostDoc>(static_cast<std::uintptr_t>(n)); }
+HostDoc Handle(int n) {
+    return reinterpret_cast<HostDoc>(static_cast<std::uintptr_t>(n));
+}
 
 TEST(DocumentRegistryTest, ClosedDocumentKeepsPathAndTailButLosesHandleAndServiceId) {
     DocumentRegistry registry;
@@ -108,13 +110,17 @@ TEST(DocumentRegistryTest, WalksTakeTheFirstRecordInIdOrder) {
 // {XXXXXXXX-XXXX-4XXX-YXXX-XXXXXXXXXXXX} in upper-case hexadecimal, Y one of 8, 9, A, B.
 bool IsGuidText(const std::wstring& text) {
     const std::wstring pattern = L"{________-____-4___-Y___-____________}";
-    if (text.size() != pattern.size()) return false;
+    if (text.size() != pattern.size())
+        return false;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const wchar_t c = text[i];
         const bool hex = (c >= L'0' && c <= L'9') || (c >= L'A' && c <= L'F');
-        if (pattern[i] == L'_' && !hex) return false;
-        if (pattern[i] == L'Y' && std::wstring(L"89AB").find(c) == std::wstring::npos) return false;
-        if (pattern[i] != L'_' && pattern[i] != L'Y' && pattern[i] != c) return false;
+        if (pattern[i] == L'_' && !hex)
+            return false;
+        if (pattern[i] == L'Y' && std::wstring(L"89AB").find(c) == std::wstring::npos)
+            return false;
+        if (pattern[i] != L'_' && pattern[i] != L'Y' && pattern[i] != c)
+            return false;
     }
     return true;
 }

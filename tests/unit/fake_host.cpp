@@ -9,15 +9,21 @@
 
 namespace {
 
-std::wstring& W(HostWideString s) { return *reinterpret_cast<std::wstring*>(s); }
-std::string& B(HostByteString s) { return *reinterpret_cast<std::string*>(s); }
-FakePage& P(NdxPage page) { return *reinterpret_cast<FakePage*>(page); }
+std::wstring& W(HostWideString s) {
+    return *reinterpret_cast<std::wstring*>(s);
+}
+std::string& B(HostByteString s) {
+    return *reinterpret_cast<std::string*>(s);
+}
+FakePage& P(NdxPage page) {
+    return *reinterpret_cast<FakePage*>(page);
+}
 
 std::filesystem::path FreshFolder() {
     static std::atomic<int> counter{0};
-    std::filesystem::path folder = std::filesystem::path(testing::TempDir()) /
-                                   ("fakehost-" + std::to_string(::getpid()) + "-" +
-                                    std::to_string(counter++));
+    std::filesystem::path folder =
+        std::filesystem::path(testing::TempDir()) /
+        ("fakehost-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     return folder;
@@ -54,7 +60,8 @@ HostDoc FakeHost::Open(FakeDoc doc) {
 
 void FakeHost::Close(HostDoc doc) {
     open_.erase(std::remove(open_.begin(), open_.end(), doc), open_.end());
-    if (active == doc) active = open_.empty() ? nullptr : open_.back();
+    if (active == doc)
+        active = open_.empty() ? nullptr : open_.back();
     FireDocHook<HostDocHook>(kDocEventClosing, doc);
 }
 
@@ -66,12 +73,18 @@ void FakeHost::HostWideStringDelete(HostWideString str) {
     --liveStrings;
     delete &W(str);
 }
-int FakeHost::HostWideStringGetLength(HostWideString str) { return static_cast<int>(W(str).size()); }
+int FakeHost::HostWideStringGetLength(HostWideString str) {
+    return static_cast<int>(W(str).size());
+}
 int FakeHost::HostWideStringCompareText(HostWideString str, const wchar_t* text) {
     return W(str).compare(text);
 }
-void FakeHost::HostWideStringSet(HostWideString str, const wchar_t* text) { W(str) = text; }
-const wchar_t* FakeHost::HostWideStringData(HostWideString str) { return W(str).c_str(); }
+void FakeHost::HostWideStringSet(HostWideString str, const wchar_t* text) {
+    W(str) = text;
+}
+const wchar_t* FakeHost::HostWideStringData(HostWideString str) {
+    return W(str).c_str();
+}
 HostByteString FakeHost::HostByteStringNew() {
     ++liveStrings;
     return reinterpret_cast<HostByteString>(new std::string());
@@ -80,12 +93,22 @@ void FakeHost::HostByteStringDelete(HostByteString str) {
     --liveStrings;
     delete &B(str);
 }
-int FakeHost::HostByteStringGetLength(HostByteString str) { return static_cast<int>(B(str).size()); }
-const char* FakeHost::HostByteStringData(HostByteString str) { return B(str).c_str(); }
+int FakeHost::HostByteStringGetLength(HostByteString str) {
+    return static_cast<int>(B(str).size());
+}
+const char* FakeHost::HostByteStringData(HostByteString str) {
+    return B(str).c_str();
+}
 
-void FakeHost::HostAppGetUserDataFolder(HostWideString out) { W(out) = FromUtf8(userData.string()); }
-void FakeHost::HostAppGetLanguage(HostWideString out) { W(out) = language; }
-void FakeHost::HostAppGetVersion(HostWideString out) { W(out) = L"1.2.3"; }
+void FakeHost::HostAppGetUserDataFolder(HostWideString out) {
+    W(out) = FromUtf8(userData.string());
+}
+void FakeHost::HostAppGetLanguage(HostWideString out) {
+    W(out) = language;
+}
+void FakeHost::HostAppGetVersion(HostWideString out) {
+    W(out) = L"1.2.3";
+}
 HostResources FakeHost::HostResourcesNew(const wchar_t*) {
     ++liveResources;
     return reinterpret_cast<HostResources>(new int(0));
@@ -116,15 +139,20 @@ HostExtTable FakeHost::HostExtensionFind(const char* name, int version) {
     }
     return nullptr;
 }
-void FakeHost::LoginGetServerAddress(HostExtTable, HostWideString out) { W(out) = loginServer; }
+void FakeHost::LoginGetServerAddress(HostExtTable, HostWideString out) {
+    W(out) = loginServer;
+}
 
 NdxDoc FakeHost::HostDocGetPdfDoc(HostDoc doc) {
     return Doc(doc).hasPdf ? reinterpret_cast<NdxDoc>(doc) : nullptr;
 }
-void FakeHost::HostDocGetFilePath(HostDoc doc, HostWideString out) { W(out) = Doc(doc).path; }
+void FakeHost::HostDocGetFilePath(HostDoc doc, HostWideString out) {
+    W(out) = Doc(doc).path;
+}
 HostPageView FakeHost::HostDocGetPageView(HostDoc doc, int pageIndex) {
     auto& pages = Doc(doc).pages;
-    if (pageIndex < 0 || pageIndex >= static_cast<int>(pages.size())) return nullptr;
+    if (pageIndex < 0 || pageIndex >= static_cast<int>(pages.size()))
+        return nullptr;
     return reinterpret_cast<HostPageView>(&pages[static_cast<std::size_t>(pageIndex)]);
 }
 NdxPage FakeHost::HostPageViewGetPage(HostPageView page) {
@@ -143,8 +171,12 @@ void FakeHost::NDXDictGetString(NdxObject dict, const char* key, HostByteString 
     const auto it = map.find(key);
     B(out) = it != map.end() ? it->second : std::string();
 }
-int FakeHost::NDXPageIsParsed(NdxPage page) { return P(page).parsed ? 1 : 0; }
-void FakeHost::NDXPageParse(NdxPage page, NdxParseOptions) { P(page).parsed = true; }
+int FakeHost::NDXPageIsParsed(NdxPage page) {
+    return P(page).parsed ? 1 : 0;
+}
+void FakeHost::NDXPageParse(NdxPage page, NdxParseOptions) {
+    P(page).parsed = true;
+}
 int FakeHost::NDXPageCountObjects(NdxPage page) {
     return P(page).parsed ? static_cast<int>(P(page).objects.size()) : 0;
 }
@@ -154,7 +186,8 @@ NdxPosition FakeHost::NDXPageGetFirstObjectPos(NdxPage page) {
 NdxPageObject FakeHost::NDXPageGetNextObject(NdxPage page, NdxPosition* position) {
     auto index = reinterpret_cast<std::uintptr_t>(*position) - 1;
     auto& objects = P(page).objects;
-    if (index >= objects.size()) return nullptr;
+    if (index >= objects.size())
+        return nullptr;
     *position = index + 1 < objects.size() ? reinterpret_cast<NdxPosition>(index + 2) : nullptr;
     return reinterpret_cast<NdxPageObject>(&objects[index]);
 }

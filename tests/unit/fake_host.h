@@ -25,8 +25,7 @@ struct FakeDoc {
     bool temporary = false;
     bool hasPdf = true;
     uint32_t permissions = kHostPermPrint | kHostPermModify | kHostPermCopy | kHostPermAnnotate;
-    std::optional<std::map<std::string, std::string>> info =
-        std::map<std::string, std::string>{};
+    std::optional<std::map<std::string, std::string>> info = std::map<std::string, std::string>{};
     std::vector<FakePage> pages;
 };
 
@@ -39,7 +38,7 @@ inline FakeDoc FileDoc(std::wstring path) {
 }
 
 class FakeHost : public HostApiDefaults {
-public:
+  public:
     FakeHost();
     ~FakeHost() override;
 
@@ -106,7 +105,7 @@ public:
     NdxPageObject NDXPageGetNextObject(NdxPage page, NdxPosition* position) override;
     int NDXPageObjectGetType(NdxPageObject object) override;
 
-private:
+  private:
     template <typename Hook, typename... Args>
     void FireDocHook(std::size_t word, Args... args);
 
@@ -116,7 +115,7 @@ private:
 
 // A platform without a page channel.
 class FakePlatform : public PlatformServices {
-public:
+  public:
     std::wstring ModulePath() override { return L"/plugins/TarvoSablemark.tpi"; }
     std::unique_ptr<PageConnection> ConnectHostPageChannel() override { return nullptr; }
 };

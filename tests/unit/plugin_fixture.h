@@ -15,15 +15,17 @@
 #include "util/utf.h"
 
 class RecordingEndpoint : public PageEndpoint {
-public:
-    void PostWebMessageAsString(const std::wstring& text) override { replies.push_back(ToUtf8(text)); }
+  public:
+    void PostWebMessageAsString(const std::wstring& text) override {
+        replies.push_back(ToUtf8(text));
+    }
     void ExecuteScript(const std::wstring& script) override { scripts.push_back(ToUtf8(script)); }
     std::vector<std::string> replies;
     std::vector<std::string> scripts;
 };
 
 class PluginFixture : public testing::Test {
-protected:
+  protected:
     PluginFixture() {
         app.Attach(host, platform);
         app.ImportTables();
@@ -48,7 +50,8 @@ protected:
         envelope.append(uuid);
         const auto replies = Post(WriteJson(envelope));
         Json::Value reply;
-        if (replies.size() == 1) ParseJson(replies[0], reply);
+        if (replies.size() == 1)
+            ParseJson(replies[0], reply);
         return reply;
     }
 

@@ -6,7 +6,7 @@
 class Brevan;
 
 class AppEventRecord {
-public:
+  public:
     // Registers with the host; the host offers no way to unregister.
     explicit AppEventRecord(Brevan& app);
     AppEventRecord(const AppEventRecord&) = delete;
@@ -14,7 +14,7 @@ public:
 
     const HostAppEventRecord& record() const { return record_; }
 
-private:
+  private:
     static void Ignore(void* client);
 
     HostAppEventRecord record_;

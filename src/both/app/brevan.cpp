@@ -49,7 +49,8 @@ int Brevan::ImportTables() {
     if (!browserExt) {
         browserExt = std::make_unique<CBrowser>(*this);
         browserExt->table = FindExtensionTable(host(), hostops::ExtTable::BrowserExt);
-        if (browserExt->table != nullptr) g_browserExtTable = browserExt->table;
+        if (browserExt->table != nullptr)
+            g_browserExtTable = browserExt->table;
     }
     return 1;
 }
@@ -67,13 +68,14 @@ int Brevan::Init() {
     docEvents = std::make_unique<DocEventRecord>(*this);
     appEvents = std::make_unique<AppEventRecord>(*this);
     documents = std::make_unique<DocumentRegistry>();
-    if (config->loggerOutput) StartLogger();
+    if (config->loggerOutput)
+        StartLogger();
     return 1;
 }
 
 void Brevan::StartLogger() {
-    const std::wstring base = config->loggerPath.empty() ? config->DefaultLogFolder()
-                                                         : config->loggerPath;
+    const std::wstring base =
+        config->loggerPath.empty() ? config->DefaultLogFolder() : config->loggerPath;
     logger.Start(ToUtf8(base), kLogRetentionDays, kLogInfo, config->loggerSize);
 }
 
@@ -83,10 +85,9 @@ void Brevan::OnMainFrameCreated(HostFrame) {
         hostPage_ = platform().ConnectHostPageChannel();
         if (hostPage_) {
             hostPageChannel_ = std::make_unique<WebMessageChannel>(*this, *hostPage_);
-            hostPage_->SetMessageHandler(
-                [channel = hostPageChannel_.get()](std::string_view text) {
-                    channel->OnWebMessage(text);
-                });
+            hostPage_->SetMessageHandler([channel = hostPageChannel_.get()](std::string_view text) {
+                channel->OnWebMessage(text);
+            });
         }
     }
 }

@@ -19,7 +19,7 @@ class AppEventRecord;
 class WebMessageChannel;
 
 class Brevan {
-public:
+  public:
     static constexpr const wchar_t* kSettingsSection = L"plugins\\Installed\\TarvoSablemark";
     static constexpr const char* kTaskPaneName = "BrevanTaskPane";
 
@@ -63,7 +63,7 @@ public:
     bool accountPage = false;
     bool batchMode = false;
 
-private:
+  private:
     void SetUpInterfaceLanguage();
     void StartLogger();
 

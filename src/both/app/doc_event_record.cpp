@@ -6,7 +6,9 @@
 
 namespace {
 
-Brevan& AppOf(void* client) { return *static_cast<Brevan*>(client); }
+Brevan& AppOf(void* client) {
+    return *static_cast<Brevan*>(client);
+}
 
 template <typename Fn>
 void* AsWord(Fn fn) {
@@ -31,12 +33,16 @@ DocEventRecord::DocEventRecord(Brevan& app) : app_(app) {
     app_.host().HostAppRegisterDocEvents(&record_);
 }
 
-DocEventRecord::~DocEventRecord() { app_.host().HostAppUnregisterDocEvents(&record_); }
+DocEventRecord::~DocEventRecord() {
+    app_.host().HostAppUnregisterDocEvents(&record_);
+}
 
 void DocEventRecord::RegisterDocument(Brevan& app, HostDoc doc) {
-    if (doc == nullptr || !app.documents) return;
+    if (doc == nullptr || !app.documents)
+        return;
     std::wstring id;
-    if (app.documents->findIdByDoc(doc, id)) return;
+    if (app.documents->findIdByDoc(doc, id))
+        return;
     id = NewGuidText();
     app.documents->bindDoc(id, doc);
     if (app.host().HostDocIsTemporary(doc) == 0) {
@@ -59,17 +65,20 @@ void DocEventRecord::OnDocDidSave(void* client, HostDoc doc, int result) {
     if (result != 0 && app.documents && app.documents->findIdByDoc(doc, id)) {
         app.documents->bindPath(id, FilePathOf(app.host(), doc), false);
     }
-    if (app.saveOfTemporaryDoc != 0) app.temporaryDocSaved = 1;
+    if (app.saveOfTemporaryDoc != 0)
+        app.temporaryDocSaved = 1;
 }
 
 void DocEventRecord::OnDocClosing(void* client, HostDoc doc) {
     Brevan& app = AppOf(client);
     if (app.host().HostAppGetActiveDoc() == nullptr) {
-        if (app.saveOfTemporaryDoc == 0) app.ShowTaskPane(false);
+        if (app.saveOfTemporaryDoc == 0)
+            app.ShowTaskPane(false);
         app.saveOfTemporaryDoc = 0;
     }
     std::wstring id;
-    if (app.documents && app.documents->findIdByDoc(doc, id)) app.documents->forgetDoc(id);
+    if (app.documents && app.documents->findIdByDoc(doc, id))
+        app.documents->forgetDoc(id);
 }
 
 void DocEventRecord::OnOtherTabActivate(void* client) {

@@ -7,7 +7,7 @@
 class Brevan;
 
 class DocEventRecord {
-public:
+  public:
     // Registers with the host.
     explicit DocEventRecord(Brevan& app);
     // Unregisters.
@@ -21,7 +21,7 @@ public:
     // unless the document is temporary, its file path.
     static void RegisterDocument(Brevan& app, HostDoc doc);
 
-private:
+  private:
     static void OnDocDidOpen(void* client, HostDoc doc);
     static void OnDocActivate(void* client, HostDoc doc);
     static void OnDocDidSave(void* client, HostDoc doc, int result);

@@ -8,23 +8,23 @@ class Brevan;
 
 // The table "login", version 103.
 class CCloudLogin {
-public:
+  public:
     explicit CCloudLogin(Brevan& app) : app_(&app) {}
     HostExtTable table = nullptr;
     Brevan& app() const { return *app_; }
 
-private:
+  private:
     Brevan* app_;
 };
 
 // The table "Browser Extension HFT", version 0.
 class CBrowser {
-public:
+  public:
     explicit CBrowser(Brevan& app) : app_(&app) {}
     HostExtTable table = nullptr;
     Brevan& app() const { return *app_; }
 
-private:
+  private:
     Brevan* app_;
 };
 

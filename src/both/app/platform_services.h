@@ -9,7 +9,7 @@
 
 // The page side of a bridge channel: replies go back as strings, events run as scripts.
 class PageEndpoint {
-public:
+  public:
     virtual ~PageEndpoint() = default;
     virtual void PostWebMessageAsString(const std::wstring& text) = 0;
     virtual void ExecuteScript(const std::wstring& script) = 0;
@@ -17,13 +17,13 @@ public:
 
 // A live connection to a page: an endpoint plus the messages the page posts (UTF-8 text).
 class PageConnection : public PageEndpoint {
-public:
+  public:
     using MessageHandler = std::function<void(std::string_view utf8Text)>;
     virtual void SetMessageHandler(MessageHandler handler) = 0;
 };
 
 class PlatformServices {
-public:
+  public:
     virtual ~PlatformServices() = default;
     // The file of this plug-in library.
     virtual std::wstring ModulePath() = 0;

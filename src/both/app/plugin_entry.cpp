@@ -24,18 +24,31 @@ std::optional<HftHostApi> g_host;
 std::unique_ptr<PlatformServices> g_platform;
 Brevan g_app;
 
-int ExportTables() { return 1; }
-int ImportTables() { return g_app.ImportTables(); }
-int Init() { return g_app.Init(); }
-int Unload() { return g_app.Unload(); }
+int ExportTables() {
+    return 1;
+}
+int ImportTables() {
+    return g_app.ImportTables();
+}
+int Init() {
+    return g_app.Init();
+}
+int Unload() {
+    return g_app.Unload();
+}
 void DoNothing(HostFrame) {}
-void OnMainFrameCreated(HostFrame frame) { g_app.OnMainFrameCreated(frame); }
-void OnMainFrameClosing(HostFrame frame) { g_app.OnMainFrameClosing(frame); }
+void OnMainFrameCreated(HostFrame frame) {
+    g_app.OnMainFrameCreated(frame);
+}
+void OnMainFrameClosing(HostFrame frame) {
+    g_app.OnMainFrameClosing(frame);
+}
 
 const HostUiRecord& UiRecord() {
     static const HostUiRecord record = [] {
         HostUiRecord r;
-        for (std::size_t word : {1, 2, 3, 4, 6}) r.setWord(word, reinterpret_cast<void*>(&DoNothing));
+        for (std::size_t word : {1, 2, 3, 4, 6})
+            r.setWord(word, reinterpret_cast<void*>(&DoNothing));
         r.setWord(kUiMainFrameCreated, reinterpret_cast<void*>(&OnMainFrameCreated));
         r.setWord(kUiMainFrameClosing, reinterpret_cast<void*>(&OnMainFrameClosing));
         return r;
@@ -50,8 +63,10 @@ bool HostLanguageIsSupported() {
 }
 
 int Register(uint32_t hostVersion, HostRegistration* record) {
-    if (hostVersion != kHostInterfaceVersion || record == nullptr || !g_host) return 0;
-    if (!HostLanguageIsSupported()) return 0;
+    if (hostVersion != kHostInterfaceVersion || record == nullptr || !g_host)
+        return 0;
+    if (!HostLanguageIsSupported())
+        return 0;
     record->setPluginName(record, kInternalName, kShortName);
     record->setExportCallback(record, &ExportTables);
     record->setImportCallback(record, &ImportTables);
@@ -62,7 +77,8 @@ int Register(uint32_t hostVersion, HostRegistration* record) {
 }
 
 int Handshake(uint32_t hostVersion, HostHandshake* data) {
-    if (hostVersion != kHostInterfaceVersion || data == nullptr) return 0;
+    if (hostVersion != kHostInterfaceVersion || data == nullptr)
+        return 0;
     g_hostTable = data->getTableManager();
     g_pluginId = data->getPluginId(data);
     data->setRegistrationCallback(data, &Register);
@@ -80,7 +96,9 @@ int Handshake(uint32_t hostVersion, HostHandshake* data) {
 }  // namespace
 
 BREVAN_EXPORT int PlugInMain(uint32_t* version, HostHandshakeFn* entry) {
-    if (version != nullptr) *version = kHostInterfaceVersion;
-    if (entry != nullptr) *entry = &Handshake;
+    if (version != nullptr)
+        *version = kHostInterfaceVersion;
+    if (entry != nullptr)
+        *entry = &Handshake;
     return 1;
 }

@@ -16,7 +16,8 @@ Json::Value BaseDispatcher::MakeResult(int32_t code, const Json::Value& data) {
     Json::Value reply(Json::objectValue);
     reply["ret"] = code;
     reply["data"] = data;
-    if (!uuid.empty()) reply["uuid"] = ToUtf8(uuid);
+    if (!uuid.empty())
+        reply["uuid"] = ToUtf8(uuid);
     return reply;
 }
 
@@ -27,6 +28,7 @@ std::wstring BaseDispatcher::Dispatch(const wchar_t* commandName) {
         logger.Log(kLogInfo, "Get Dispatch % input:  %", name, ToUtf8(params));
     }
     const std::string reply = WriteJson(Run());
-    if (logger.Enabled(kLogInfo)) logger.Log(kLogInfo, "Dispatch %  output : % ", name, reply);
+    if (logger.Enabled(kLogInfo))
+        logger.Log(kLogInfo, "Dispatch %  output : % ", name, reply);
     return FromUtf8(reply);
 }

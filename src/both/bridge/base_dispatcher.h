@@ -8,7 +8,7 @@
 #include <string>
 
 class BaseDispatcher {
-public:
+  public:
     // A null parameter text counts as empty.
     explicit BaseDispatcher(const wchar_t* params = nullptr) : params(params ? params : L"") {}
     virtual ~BaseDispatcher() = default;
@@ -29,7 +29,7 @@ public:
     std::wstring params;
     std::wstring uuid;
 
-protected:
+  protected:
     // MakeResult with a null `data`.
     Json::Value Fail(int32_t code) { return MakeResult(code, Json::Value()); }
 };

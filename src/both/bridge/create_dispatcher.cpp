@@ -51,10 +51,12 @@ std::unique_ptr<BaseDispatcher> CreateDispatcher(Brevan& app, void* owner,
                                                  const std::wstring& module,
                                                  const std::wstring& paramText,
                                                  ChannelFileStream& fileStream) {
-    if (module != kModule) return std::make_unique<BaseDispatcher>();
+    if (module != kModule)
+        return std::make_unique<BaseDispatcher>();
     const CommandArgs args{app, owner, paramText, fileStream};
     for (const CommandEntry& entry : kCommands) {
-        if (entry.name == command) return entry.make(args);
+        if (entry.name == command)
+            return entry.make(args);
     }
     return std::make_unique<BaseDispatcher>();
 }

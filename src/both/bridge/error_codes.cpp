@@ -16,7 +16,8 @@ constexpr Entry kEntries[] = {
 
 const Entry* Find(int32_t code) {
     for (const Entry& entry : kEntries) {
-        if (entry.code == code) return &entry;
+        if (entry.code == code)
+            return &entry;
     }
     return nullptr;
 }
@@ -28,6 +29,8 @@ const char* Label(int32_t code) {
     return entry != nullptr ? entry->label : "";
 }
 
-bool IsKnown(int32_t code) { return Find(code) != nullptr; }
+bool IsKnown(int32_t code) {
+    return Find(code) != nullptr;
+}
 
 }  // namespace err

@@ -13,14 +13,17 @@ namespace {
 
 // The text form of an envelope element: strings as they are, numbers and booleans in the
 // library's text form, null as "". Arrays and objects have none: asString throws.
-std::wstring ElementText(const Json::Value& element) { return FromUtf8(element.asString()); }
+std::wstring ElementText(const Json::Value& element) {
+    return FromUtf8(element.asString());
+}
 
 }  // namespace
 
 void WebMessageChannel::OnWebMessage(std::string_view text) {
     Json::Value envelope;
     ParseJson(text, envelope);  // the value is used in whatever state the parse left it
-    if (!envelope.isNull() && !envelope.isArray()) return;
+    if (!envelope.isNull() && !envelope.isArray())
+        return;
     if (envelope.size() != 4) {
         endpoint_.PostWebMessageAsString(kBadEnvelopeReply);
         return;

@@ -11,7 +11,7 @@
 class Brevan;
 
 class WebMessageChannel {
-public:
+  public:
     // The plain-text answer to an envelope that is not a four-element array.
     static constexpr const wchar_t* kBadEnvelopeReply = L"Error Message Parma";
 
@@ -22,7 +22,7 @@ public:
 
     ChannelFileStream& fileStream() { return fileStream_; }
 
-private:
+  private:
     Brevan& app_;
     PageEndpoint& endpoint_;
     ChannelFileStream fileStream_;

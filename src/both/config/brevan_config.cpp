@@ -33,7 +33,8 @@ bool HoldsWrongTypeForBool(const Json::Value& v) {
 
 std::string ReadFile(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
-    if (!in) return {};
+    if (!in)
+        return {};
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
@@ -44,7 +45,9 @@ ConfigError::ConfigError(const std::string& key)
                          "\" must hold true or false; the plug-in was not started."),
       key_(key) {}
 
-HostResources BrevanConfig::CurrentResources() { return g_resources; }
+HostResources BrevanConfig::CurrentResources() {
+    return g_resources;
+}
 
 BrevanConfig::BrevanConfig(HostApi& host, HostExtTable loginTable, const std::wstring& modulePath)
     : host_(host), loginTable_(loginTable) {
@@ -68,7 +71,8 @@ BrevanConfig::BrevanConfig(HostApi& host, HostExtTable loginTable, const std::ws
     ParseJson(ReadFile(folder / ToUtf8(fileName)), root);
     if (root.isObject()) {
         for (const char* key : kBooleanKeys) {
-            if (HoldsWrongTypeForBool(root[key])) throw ConfigError(key);
+            if (HoldsWrongTypeForBool(root[key]))
+                throw ConfigError(key);
         }
     }
 
@@ -78,9 +82,11 @@ BrevanConfig::BrevanConfig(HostApi& host, HostExtTable loginTable, const std::ws
     batchDlgShow = ReadBool("batchdlg_show", false);
     if (root.isObject()) {
         const Json::Value& path = root["logger_path"];
-        if (path.isString()) loggerPath = FromUtf8(path.asString());
+        if (path.isString())
+            loggerPath = FromUtf8(path.asString());
         const Json::Value& size = root["logger_size"];
-        if (IsInteger(size) && size.isInt()) loggerSize = size.asInt();
+        if (IsInteger(size) && size.isInt())
+            loggerSize = size.asInt();
     }
 
     platformName = L"Win%20PDF%20Editor";
@@ -96,31 +102,36 @@ BrevanConfig::BrevanConfig(HostApi& host, HostExtTable loginTable, const std::ws
                     std::to_wstring(BREVAN_PLUGIN_VERSION_PATCH) + L"." +
                     std::to_wstring(BREVAN_PLUGIN_VERSION_TWEAK);
     // Published last: a construction that throws leaves nothing behind.
-    if (resources) g_resources = resources.get();
+    if (resources)
+        g_resources = resources.get();
 }
 
 BrevanConfig::~BrevanConfig() {
-    if (g_resources == resources.get()) g_resources = nullptr;
+    if (g_resources == resources.get())
+        g_resources = nullptr;
 }
 
 bool BrevanConfig::ReadBool(const char* key, bool fallback) const {
-    if (!root.isObject()) return fallback;
+    if (!root.isObject())
+        return fallback;
     const Json::Value& value = root[key];
     return value.isBool() ? value.asBool() : fallback;
 }
 
 void BrevanConfig::SetServerAddress(const std::wstring& address) {
-    const bool standard = address == deployment::kProductionServer ||
-                          address == deployment::kSecondServer;
+    const bool standard =
+        address == deployment::kProductionServer || address == deployment::kSecondServer;
     preproduction = standard ? false : ReadBool("preproduction_env", false);
     serverAddress.clear();
     serverAddress = address;
 }
 
 void BrevanConfig::GetCustomUrl(std::wstring& out) const {
-    if (!root.isObject()) return;
+    if (!root.isObject())
+        return;
     const Json::Value& url = root["custom_url"];
-    if (url.isString() && !url.asString().empty()) out = FromUtf8(url.asString());
+    if (url.isString() && !url.asString().empty())
+        out = FromUtf8(url.asString());
 }
 
 std::wstring BrevanConfig::GetServerAddressFromLogin() const {
@@ -132,7 +143,8 @@ std::wstring BrevanConfig::GetServerAddressFromLogin() const {
             host_.LoginGetServerAddressFallback(loginTable_, address);
             text = address.Text();
         }
-        if (!text.empty()) return text;
+        if (!text.empty())
+            return text;
     }
     return deployment::kProductionServer;
 }

@@ -14,11 +14,11 @@
 
 // A configuration key holds a value of the wrong type; the plug-in must not start.
 class ConfigError : public std::runtime_error {
-public:
+  public:
     explicit ConfigError(const std::string& key);
     const std::string& key() const { return key_; }
 
-private:
+  private:
     std::string key_;
 };
 
@@ -31,7 +31,7 @@ extern const wchar_t* const kServiceFolder;  // seven characters, shared with th
 }  // namespace deployment
 
 class BrevanConfig {
-public:
+  public:
     // Reads the file and fixes the environment. `loginTable` may be null (no sign-in table).
     // Throws ConfigError when a boolean key holds a value of another JSON type.
     BrevanConfig(HostApi& host, HostExtTable loginTable, const std::wstring& modulePath);
@@ -71,7 +71,7 @@ public:
     int32_t loggerSize = 30;
     std::wstring fileName = L"brevan.config";
 
-private:
+  private:
     bool ReadBool(const char* key, bool fallback) const;
 
     HostApi& host_;

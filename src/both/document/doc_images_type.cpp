@@ -2,17 +2,21 @@
 
 DocImagesType ClassifyDocImages(HostApi& host, HostDoc doc) {
     NdxDoc pdf = host.HostDocGetPdfDoc(doc);
-    if (pdf == nullptr) return DocImagesType::kNoImage;
+    if (pdf == nullptr)
+        return DocImagesType::kNoImage;
     const int pageCount = host.NDXDocGetPageCount(pdf);
-    if (pageCount <= 0) return DocImagesType::kAllImages;
+    if (pageCount <= 0)
+        return DocImagesType::kAllImages;
 
     bool allImage = true;
     bool anyImage = false;
     for (int index = 0; index < pageCount; ++index) {
         HostPageView view = host.HostDocGetPageView(doc, index);
         NdxPage page = view != nullptr ? host.HostPageViewGetPage(view) : nullptr;
-        if (page == nullptr) continue;
-        if (host.NDXPageIsParsed(page) == 0) host.NDXPageParse(page, nullptr);
+        if (page == nullptr)
+            continue;
+        if (host.NDXPageIsParsed(page) == 0)
+            host.NDXPageParse(page, nullptr);
         if (host.NDXPageCountObjects(page) == 0) {
             allImage = false;
             continue;
@@ -22,7 +26,8 @@ DocImagesType ClassifyDocImages(HostApi& host, HostDoc doc) {
         NdxPosition position = host.NDXPageGetFirstObjectPos(page);
         while (position != nullptr) {
             NdxPageObject object = host.NDXPageGetNextObject(page, &position);
-            if (object == nullptr) break;
+            if (object == nullptr)
+                break;
             switch (host.NDXPageObjectGetType(object)) {
                 case kNdxPageObjectImage:
                     hasImage = true;
@@ -37,6 +42,7 @@ DocImagesType ClassifyDocImages(HostApi& host, HostDoc doc) {
         allImage = allImage && onlyImages;
         anyImage = anyImage || hasImage;
     }
-    if (allImage) return DocImagesType::kAllImages;
+    if (allImage)
+        return DocImagesType::kAllImages;
     return anyImage ? DocImagesType::kMixed : DocImagesType::kNoImage;
 }

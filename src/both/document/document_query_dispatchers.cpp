@@ -11,7 +11,8 @@
 
 Json::Value GetCurrentDocDispatcher::Run() {
     HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr) return Fail(err::kClosedDoc);
+    if (doc == nullptr)
+        return Fail(err::kClosedDoc);
     DocumentRegistry& registry = *app_.documents;
     std::wstring id;
     if (!registry.findIdByDoc(doc, id)) {
@@ -42,16 +43,21 @@ Json::Value GetCurrentDocDispatcher::Run() {
 
 Json::Value GetDocMetadataDispatcher::Run() {
     Json::Value root;
-    if (!ParseParams(params, root)) return Fail(err::kNoJson);
+    if (!ParseParams(params, root))
+        return Fail(err::kNoJson);
     const std::wstring id = FileIdOf(root);
-    if (id.empty()) return Fail(err::kNoId);
+    if (id.empty())
+        return Fail(err::kNoId);
     HostDoc doc = nullptr;
-    if (!app_.documents->findDocById(id, doc)) return Fail(err::kClosedDoc);
+    if (!app_.documents->findDocById(id, doc))
+        return Fail(err::kClosedDoc);
     HostApi& host = app_.host();
     NdxDoc pdf = host.HostDocGetPdfDoc(doc);
-    if (pdf == nullptr) return Fail(err::kNoNdxDoc);
+    if (pdf == nullptr)
+        return Fail(err::kNoNdxDoc);
     NdxObject info = host.NDXDocGetInfo(pdf);
-    if (info == nullptr) return Fail(err::kNoInfoDict);
+    if (info == nullptr)
+        return Fail(err::kNoInfoDict);
 
     Json::Value data(Json::objectValue);
     for (const char* key : {"CreationDate", "ModDate"}) {
@@ -64,7 +70,8 @@ Json::Value GetDocMetadataDispatcher::Run() {
 
 Json::Value GetFileImagesTypeDispatcher::Run() {
     HostDoc doc = app_.host().HostAppGetActiveDoc();
-    if (doc == nullptr) return Fail(err::kClosedDoc);
+    if (doc == nullptr)
+        return Fail(err::kClosedDoc);
     Json::Value data(Json::objectValue);
     data["type"] = static_cast<int>(ClassifyDocImages(app_.host(), doc));
     return MakeResult(err::kOk, data);

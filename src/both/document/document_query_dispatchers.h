@@ -8,31 +8,31 @@ class Brevan;
 
 // The current document as an array of one file descriptor; registers it first if it is new.
 class GetCurrentDocDispatcher : public BaseDispatcher {
-public:
+  public:
     explicit GetCurrentDocDispatcher(Brevan& app) : app_(app) {}
     Json::Value Run() override;
 
-private:
+  private:
     Brevan& app_;
 };
 
 // CreationDate and ModDate of the document named by file.id, as the file holds them.
 class GetDocMetadataDispatcher : public BaseDispatcher {
-public:
+  public:
     GetDocMetadataDispatcher(Brevan& app, const wchar_t* params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
-private:
+  private:
     Brevan& app_;
 };
 
 // Whether the active document's pages are images only (1), a mix (2) or hold no image (0).
 class GetFileImagesTypeDispatcher : public BaseDispatcher {
-public:
+  public:
     explicit GetFileImagesTypeDispatcher(Brevan& app) : app_(app) {}
     Json::Value Run() override;
 
-private:
+  private:
     Brevan& app_;
 };

@@ -14,7 +14,8 @@ template <typename Pred>
 const std::pair<const std::wstring, DocumentRecord>* FindFirst(
     const std::map<std::wstring, DocumentRecord>& records, Pred pred) {
     for (const auto& entry : records) {
-        if (pred(entry.second)) return &entry;
+        if (pred(entry.second))
+            return &entry;
     }
     return nullptr;
 }
@@ -23,58 +24,72 @@ const std::pair<const std::wstring, DocumentRecord>* FindFirst(
 
 DocumentRegistry::~DocumentRegistry() {
     for (const auto& [id, record] : records_) {
-        if (!record.isTemp || record.path.empty()) continue;
+        if (!record.isTemp || record.path.empty())
+            continue;
         std::error_code ignored;
         std::filesystem::remove(std::filesystem::path(ToUtf8(record.path)), ignored);
     }
 }
 
 bool DocumentRegistry::findIdByDoc(HostDoc doc, std::wstring& id) const {
-    if (doc == nullptr) return false;
-    const auto* found = FindFirst(records_, [doc](const DocumentRecord& r) { return r.doc == doc; });
-    if (found == nullptr) return false;
+    if (doc == nullptr)
+        return false;
+    const auto* found =
+        FindFirst(records_, [doc](const DocumentRecord& r) { return r.doc == doc; });
+    if (found == nullptr)
+        return false;
     id = found->first;
     return true;
 }
 
 bool DocumentRegistry::findDocById(const std::wstring& id, HostDoc& doc) const {
-    if (id.empty()) return false;
+    if (id.empty())
+        return false;
     const auto it = records_.find(id);
-    if (it == records_.end() || it->second.doc == nullptr) return false;
+    if (it == records_.end() || it->second.doc == nullptr)
+        return false;
     doc = it->second.doc;
     return true;
 }
 
 bool DocumentRegistry::findIdByPath(const std::wstring& path, std::wstring& id) const {
-    if (path.empty()) return false;
+    if (path.empty())
+        return false;
     const auto* found =
         FindFirst(records_, [&path](const DocumentRecord& r) { return r.path == path; });
-    if (found == nullptr || found->first.empty()) return false;
+    if (found == nullptr || found->first.empty())
+        return false;
     id = found->first;
     return true;
 }
 
 bool DocumentRegistry::pathOf(const std::wstring& id, std::wstring& path) const {
-    if (id.empty()) return false;
+    if (id.empty())
+        return false;
     const auto it = records_.find(id);
-    if (it == records_.end() || it->second.path.empty()) return false;
+    if (it == records_.end() || it->second.path.empty())
+        return false;
     path = it->second.path;
     return true;
 }
 
 bool DocumentRegistry::aiFileIdOf(const std::wstring& id, std::wstring& aiFileId) const {
-    if (id.empty()) return false;
+    if (id.empty())
+        return false;
     const auto it = records_.find(id);
-    if (it == records_.end() || it->second.aiFileId.empty()) return false;
+    if (it == records_.end() || it->second.aiFileId.empty())
+        return false;
     aiFileId = it->second.aiFileId;
     return true;
 }
 
 bool DocumentRegistry::aiFileIdOfPath(const std::wstring& path, std::wstring& aiFileId) const {
-    if (path.empty()) return false;
+    if (path.empty())
+        return false;
     const auto* found =
         FindFirst(records_, [&path](const DocumentRecord& r) { return r.path == path; });
-    if (found == nullptr || found->second.aiFileId.empty()) return false;
+    if (found == nullptr || found->second.aiFileId.empty())
+        return false;
     aiFileId = found->second.aiFileId;
     return true;
 }
@@ -85,43 +100,51 @@ bool DocumentRegistry::isTempOf(const std::wstring& id) const {
 }
 
 bool DocumentRegistry::docByAiFileHead(const std::wstring& head, HostDoc& doc) const {
-    if (head.empty()) return false;
+    if (head.empty())
+        return false;
     const auto* found =
         FindFirst(records_, [&head](const DocumentRecord& r) { return r.aiFileHead == head; });
-    if (found == nullptr || found->second.doc == nullptr) return false;
+    if (found == nullptr || found->second.doc == nullptr)
+        return false;
     doc = found->second.doc;
     return true;
 }
 
 bool DocumentRegistry::aiFileTailByHead(const std::wstring& head, std::wstring& tail) const {
-    if (head.empty()) return false;
+    if (head.empty())
+        return false;
     const auto* found =
         FindFirst(records_, [&head](const DocumentRecord& r) { return r.aiFileHead == head; });
-    if (found == nullptr || found->second.aiFileTail.empty()) return false;
+    if (found == nullptr || found->second.aiFileTail.empty())
+        return false;
     tail = found->second.aiFileTail;
     return true;
 }
 
 std::wstring DocumentRegistry::newIdForPath(const std::wstring& path) {
     std::wstring old;
-    if (findIdByPath(path, old)) records_.erase(old);
+    if (findIdByPath(path, old))
+        records_.erase(old);
     return NewGuidText();
 }
 
 void DocumentRegistry::bindDoc(const std::wstring& id, HostDoc doc) {
-    if (id.empty() || doc == nullptr) return;
+    if (id.empty() || doc == nullptr)
+        return;
     records_[id].doc = doc;
 }
 
 void DocumentRegistry::bindPath(const std::wstring& id, const std::wstring& path, bool isTemp) {
-    if (id.empty() || path.empty()) return;
+    if (id.empty() || path.empty())
+        return;
     DocumentRecord& record = records_[id];
     record.path = path;
     record.isTemp = isTemp;
 }
 
 void DocumentRegistry::bindAiFileId(const std::wstring& id, const std::wstring& aiFileId) {
-    if (id.empty() || aiFileId.empty()) return;
+    if (id.empty() || aiFileId.empty())
+        return;
     std::wstring head;
     std::wstring tail;
     const auto dash = aiFileId.rfind(L'-');
@@ -136,12 +159,14 @@ void DocumentRegistry::bindAiFileId(const std::wstring& id, const std::wstring& 
 }
 
 void DocumentRegistry::erase(const std::wstring& id) {
-    if (!id.empty()) records_.erase(id);
+    if (!id.empty())
+        records_.erase(id);
 }
 
 void DocumentRegistry::forgetDoc(const std::wstring& id) {
     const auto it = records_.find(id);
-    if (it == records_.end()) return;
+    if (it == records_.end())
+        return;
     it->second.doc = nullptr;
     it->second.aiFileId.clear();
     it->second.aiFileHead.clear();
@@ -156,15 +181,15 @@ std::wstring NewGuidText() {
     std::array<uint8_t, 16> bytes{};
     for (std::size_t i = 0; i < bytes.size(); i += 8) {
         const uint64_t value = engine();
-        for (std::size_t j = 0; j < 8; ++j) bytes[i + j] = static_cast<uint8_t>(value >> (8 * j));
+        for (std::size_t j = 0; j < 8; ++j)
+            bytes[i + j] = static_cast<uint8_t>(value >> (8 * j));
     }
     bytes[6] = static_cast<uint8_t>((bytes[6] & 0x0F) | 0x40);  // version 4
     bytes[8] = static_cast<uint8_t>((bytes[8] & 0x3F) | 0x80);  // RFC 4122 variant
     char text[40];
-    std::snprintf(text, sizeof text,
-                  "{%02X%02X%02X%02X-%02X%02X-%02X%02X-%02X%02X-%02X%02X%02X%02X%02X%02X}",
-                  bytes[0], bytes[1], bytes[2], bytes[3], bytes[4], bytes[5], bytes[6], bytes[7],
-                  bytes[8], bytes[9], bytes[10], bytes[11], bytes[12], bytes[13], bytes[14],
-                  bytes[15]);
+    std::snprintf(
+        text, sizeof text, "{%02X%02X%02X%02X-%02X%02X-%02X%02X-%02X%02X-%02X%02X%02X%02X%02X%02X}",
+        bytes[0], bytes[1], bytes[2], bytes[3], bytes[4], bytes[5], bytes[6], bytes[7], bytes[8],
+        bytes[9], bytes[10], bytes[11], bytes[12], bytes[13], bytes[14], bytes[15]);
     return FromUtf8(text);
 }

@@ -20,7 +20,7 @@ struct DocumentRecord {
 };
 
 class DocumentRegistry {
-public:
+  public:
     DocumentRegistry() = default;
     // Deletes the file of every record marked as a scratch copy; the folders stay.
     ~DocumentRegistry();
@@ -48,7 +48,7 @@ public:
 
     const std::map<std::wstring, DocumentRecord>& records() const { return records_; }
 
-private:
+  private:
     std::map<std::wstring, DocumentRecord> records_;
 };
 

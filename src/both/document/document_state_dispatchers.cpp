@@ -5,15 +5,18 @@
 
 Json::Value IsCurrentDocModifiedDispatcher::Run() {
     HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr) return Fail(err::kClosedDoc);
+    if (doc == nullptr)
+        return Fail(err::kClosedDoc);
     return MakeResult(err::kOk, Json::Value(app_.host().HostDocIsModified(doc) != 0));
 }
 
 Json::Value GetFilePageCountDispatcher::Run() {
     HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr) return Fail(err::kClosedDoc);
+    if (doc == nullptr)
+        return Fail(err::kClosedDoc);
     NdxDoc pdf = app_.host().HostDocGetPdfDoc(doc);
-    if (pdf == nullptr) return Fail(err::kNoNdxDoc);
+    if (pdf == nullptr)
+        return Fail(err::kNoNdxDoc);
     Json::Value data(Json::objectValue);
     data["pageCount"] = app_.host().NDXDocGetPageCount(pdf);
     return MakeResult(err::kOk, data);
@@ -21,7 +24,8 @@ Json::Value GetFilePageCountDispatcher::Run() {
 
 Json::Value CheckFilePermissionDispatcher::Run() {
     HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr) return Fail(err::kClosedDoc);
+    if (doc == nullptr)
+        return Fail(err::kClosedDoc);
     const uint32_t granted =
         app_.host().HostDocGetPermissions(doc) & (kHostPermCopy | kHostPermAnnotate);
     const char* reason = nullptr;
@@ -35,8 +39,9 @@ Json::Value CheckFilePermissionDispatcher::Run() {
             reason = "Annot is not allowed to be modified";
             break;
         default:
-            reason = "Document content is not allowed to be copied and nnnot is not allowed to be "
-                     "modified";
+            reason =
+                "Document content is not allowed to be copied and nnnot is not allowed to be "
+                "modified";
             break;
     }
     Json::Value data(Json::objectValue);

@@ -7,30 +7,30 @@
 class Brevan;
 
 class IsCurrentDocModifiedDispatcher : public BaseDispatcher {
-public:
+  public:
     explicit IsCurrentDocModifiedDispatcher(Brevan& app) : app_(app) {}
     Json::Value Run() override;
 
-private:
+  private:
     Brevan& app_;
 };
 
 class GetFilePageCountDispatcher : public BaseDispatcher {
-public:
+  public:
     explicit GetFilePageCountDispatcher(Brevan& app) : app_(app) {}
     Json::Value Run() override;
 
-private:
+  private:
     Brevan& app_;
 };
 
 // Success when the document allows both copying content and changing annotations; otherwise 400027
 // with the reason.
 class CheckFilePermissionDispatcher : public BaseDispatcher {
-public:
+  public:
     explicit CheckFilePermissionDispatcher(Brevan& app) : app_(app) {}
     Json::Value Run() override;
 
-private:
+  private:
     Brevan& app_;
 };

@@ -14,7 +14,8 @@ Json::Value FileDescriptor::ToJson() const {
     object["drive"] = ToUtf8(drive);
     object["filePath"] = ToUtf8(filePath);
     object["account_id"] = ToUtf8(accountId);
-    if (account) object["account"] = ToUtf8(*account);
+    if (account)
+        object["account"] = ToUtf8(*account);
     return object;
 }
 
@@ -24,8 +25,10 @@ std::wstring LastPathComponent(const std::wstring& path) {
 }
 
 uint32_t FileSizeLow32(const std::wstring& path) {
-    if (path.empty()) return 0;
+    if (path.empty())
+        return 0;
     struct stat info {};
-    if (::stat(ToUtf8(path).c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return 0;
+    if (::stat(ToUtf8(path).c_str(), &info) != 0 || !S_ISREG(info.st_mode))
+        return 0;
     return static_cast<uint32_t>(static_cast<uint64_t>(info.st_size) & 0xFFFFFFFFu);
 }

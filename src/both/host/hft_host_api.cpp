@@ -2,10 +2,10 @@
 
 #include <utility>
 
-HftHostApi::HftHostApi(const HostTableManager* manager, uint32_t pluginId,
-                       MissingHandler onMissing)
+HftHostApi::HftHostApi(const HostTableManager* manager, uint32_t pluginId, MissingHandler onMissing)
     : manager_(manager), pluginId_(pluginId), onMissing_(std::move(onMissing)) {}
 
 void HftHostApi::ReportMissing(const char* operation) {
-    if (onMissing_ && reported_.insert(operation).second) onMissing_(operation);
+    if (onMissing_ && reported_.insert(operation).second)
+        onMissing_(operation);
 }

@@ -12,22 +12,24 @@
 #include "host_api.h"
 
 class HftHostApi final : public HostApi {
-public:
+  public:
     using MissingHandler = std::function<void(const char* operation)>;
 
     HftHostApi(const HostTableManager* manager, uint32_t pluginId, MissingHandler onMissing = {});
 
 #define HOST_OP(Name, Category, Selector, Result, Params, Args) \
-    Result Name Params override { return Call<hostops::Op::Name> Args; }
-#define HOST_EXT_OP(Name, Table, Index, Result, Params, Args) \
-    Result Name HOST_PREPEND_TABLE Params override {          \
-        return CallExt<hostops::ExtOp::Name> HOST_PREPEND_TABLE_ARG Args;        \
+    Result Name Params override {                               \
+        return Call<hostops::Op::Name> Args;                    \
+    }
+#define HOST_EXT_OP(Name, Table, Index, Result, Params, Args)             \
+    Result Name HOST_PREPEND_TABLE Params override {                      \
+        return CallExt<hostops::ExtOp::Name> HOST_PREPEND_TABLE_ARG Args; \
     }
 #include "host_ops_list.h"
 #undef HOST_OP
 #undef HOST_EXT_OP
 
-private:
+  private:
     template <hostops::Op op, typename... Args>
     typename hostops::OpTraits<op>::ResultType Call(Args... args) {
         using Traits = hostops::OpTraits<op>;
@@ -46,7 +48,8 @@ private:
         using Traits = hostops::ExtOpTraits<op>;
         HostFunction found =
             table != nullptr ? HostExtensionGetFunction(table, Traits::index) : nullptr;
-        if (found == nullptr) return typename Traits::ResultType();
+        if (found == nullptr)
+            return typename Traits::ResultType();
         return reinterpret_cast<typename Traits::Fn*>(found)(args...);
     }
 

@@ -9,16 +9,16 @@
 // ---- Opaque handles -----------------------------------------------------------------------------
 #define HOST_DECLARE_HANDLE(Name) typedef struct Name##_* Name
 
-HOST_DECLARE_HANDLE(HostDoc);              // a document open in the editor
-HOST_DECLARE_HANDLE(NdxDoc);               // the PDF document behind a HostDoc
-HOST_DECLARE_HANDLE(NdxPage);              // a parsed PDF page
-HOST_DECLARE_HANDLE(NdxObject);            // any PDF object (dictionary, array, string, ...)
-HOST_DECLARE_HANDLE(NdxPageObject);        // one content object of a parsed page
-HOST_DECLARE_HANDLE(NdxPosition);          // iteration cursor over page objects
+HOST_DECLARE_HANDLE(HostDoc);        // a document open in the editor
+HOST_DECLARE_HANDLE(NdxDoc);         // the PDF document behind a HostDoc
+HOST_DECLARE_HANDLE(NdxPage);        // a parsed PDF page
+HOST_DECLARE_HANDLE(NdxObject);      // any PDF object (dictionary, array, string, ...)
+HOST_DECLARE_HANDLE(NdxPageObject);  // one content object of a parsed page
+HOST_DECLARE_HANDLE(NdxPosition);    // iteration cursor over page objects
 HOST_DECLARE_HANDLE(NdxParseOptions);
-HOST_DECLARE_HANDLE(NdxAnnot);             // a PDF annotation
-HOST_DECLARE_HANDLE(NdxAnnotList);         // the annotation list of a PDF page
-HOST_DECLARE_HANDLE(NdxInterForm);         // the interactive form of a document
+HOST_DECLARE_HANDLE(NdxAnnot);      // a PDF annotation
+HOST_DECLARE_HANDLE(NdxAnnotList);  // the annotation list of a PDF page
+HOST_DECLARE_HANDLE(NdxInterForm);  // the interactive form of a document
 HOST_DECLARE_HANDLE(NdxFormField);
 HOST_DECLARE_HANDLE(NdxFormControl);
 HOST_DECLARE_HANDLE(NdxTextPage);
@@ -26,17 +26,17 @@ HOST_DECLARE_HANDLE(NdxTextFind);
 HOST_DECLARE_HANDLE(NdxFieldFind);
 HOST_DECLARE_HANDLE(NdxRectArray);
 HOST_DECLARE_HANDLE(NdxFlattener);
-HOST_DECLARE_HANDLE(HostDocView);          // the view that shows a document
-HOST_DECLARE_HANDLE(HostPageView);         // one page of a document as the editor shows it
-HOST_DECLARE_HANDLE(HostAnnot);            // an annotation as the editor holds it
+HOST_DECLARE_HANDLE(HostDocView);   // the view that shows a document
+HOST_DECLARE_HANDLE(HostPageView);  // one page of a document as the editor shows it
+HOST_DECLARE_HANDLE(HostAnnot);     // an annotation as the editor holds it
 HOST_DECLARE_HANDLE(HostFormEnv);
 HOST_DECLARE_HANDLE(HostTextSelectTool);
 HOST_DECLARE_HANDLE(HostUndoManager);
 HOST_DECLARE_HANDLE(HostTool);
 HOST_DECLARE_HANDLE(HostWindow);
-HOST_DECLARE_HANDLE(HostFrame);            // a main window of the editor
+HOST_DECLARE_HANDLE(HostFrame);  // a main window of the editor
 HOST_DECLARE_HANDLE(HostResources);
-HOST_DECLARE_HANDLE(HostExtTable);         // an extension table exported by another plug-in
+HOST_DECLARE_HANDLE(HostExtTable);  // an extension table exported by another plug-in
 HOST_DECLARE_HANDLE(HostMap);
 HOST_DECLARE_HANDLE(HostPtrArray);
 HOST_DECLARE_HANDLE(HostStringArray);
@@ -138,9 +138,12 @@ struct HostCallbackRecord {
     uintptr_t size = sizeof(HostCallbackRecord);
     void* words[Words - 1] = {};
 
-    void* word(std::size_t index) const { return index == 0 || index >= Words ? nullptr : words[index - 1]; }
+    void* word(std::size_t index) const {
+        return index == 0 || index >= Words ? nullptr : words[index - 1];
+    }
     void setWord(std::size_t index, void* value) {
-        if (index > 0 && index < Words) words[index - 1] = value;
+        if (index > 0 && index < Words)
+            words[index - 1] = value;
     }
 };
 
@@ -148,15 +151,15 @@ struct HostCallbackRecord {
 using HostDocEventRecord = HostCallbackRecord<97>;
 enum HostDocEventWord : std::size_t {
     kDocEventClientData = 1,
-    kDocEventWillOpen = 2,      // void(void* client)
-    kDocEventDidOpen = 3,       // void(void* client, HostDoc)
-    kDocEventActivate = 4,      // void(void* client, HostDoc)
-    kDocEventDidSave = 7,       // void(void* client, HostDoc, int result)
-    kDocEventClosing = 9,       // void(void* client, HostDoc)
-    kDocEventModified = 13,     // void(void* client, HostDoc)
-    kDocEventOtherTab = 42,     // void(void* client)
-    kDocEventFieldChanged = 78, // void(void* client, HostDoc, NdxFormField)
-    kDocEventReserved79 = 79,   // void(void* client)
+    kDocEventWillOpen = 2,       // void(void* client)
+    kDocEventDidOpen = 3,        // void(void* client, HostDoc)
+    kDocEventActivate = 4,       // void(void* client, HostDoc)
+    kDocEventDidSave = 7,        // void(void* client, HostDoc, int result)
+    kDocEventClosing = 9,        // void(void* client, HostDoc)
+    kDocEventModified = 13,      // void(void* client, HostDoc)
+    kDocEventOtherTab = 42,      // void(void* client)
+    kDocEventFieldChanged = 78,  // void(void* client, HostDoc, NdxFormField)
+    kDocEventReserved79 = 79,    // void(void* client)
 };
 typedef void (*HostDocHookNoDoc)(void* client);
 typedef void (*HostDocHook)(void* client, HostDoc doc);
@@ -249,4 +252,3 @@ typedef int (*PlugInMainFn)(uint32_t* version, HostHandshakeFn* entry);
 constexpr uint32_t kHostInterfaceVersion = 0x10000;
 // The SDK version a plug-in announces.
 constexpr uint32_t kHostSdkVersion = 0xB000000;
-

@@ -5,7 +5,7 @@
 #include "host_ops.h"
 
 class HostApi {
-public:
+  public:
     virtual ~HostApi() = default;
 
 #define HOST_OP(Name, Category, Selector, Result, Params, Args) virtual Result Name Params = 0;

@@ -35,7 +35,9 @@ inline constexpr ExtTableInfo kExtTables[] = {
 #undef HOST_EXT_TABLE
 };
 
-constexpr const ExtTableInfo& InfoOf(ExtTable table) { return kExtTables[static_cast<int>(table)]; }
+constexpr const ExtTableInfo& InfoOf(ExtTable table) {
+    return kExtTables[static_cast<int>(table)];
+}
 
 enum class ExtOp : int {
 #define HOST_EXT_OP(Name, Table, Index, Result, Params, Args) Name,
@@ -46,13 +48,13 @@ enum class ExtOp : int {
 template <Op>
 struct OpTraits;
 #define HOST_OP(Name, Category, Selector, Result, Params, Args) \
-    template <>                                                  \
-    struct OpTraits<Op::Name> {                                  \
-        using Fn = Result Params;                                \
-        using ResultType = Result;                               \
-        static constexpr uint32_t category = Category;           \
-        static constexpr uint32_t selector = Selector;           \
-        static constexpr const char* name = #Name;               \
+    template <>                                                 \
+    struct OpTraits<Op::Name> {                                 \
+        using Fn = Result Params;                               \
+        using ResultType = Result;                              \
+        static constexpr uint32_t category = Category;          \
+        static constexpr uint32_t selector = Selector;          \
+        static constexpr const char* name = #Name;              \
     };
 #include "host_ops_list.h"
 #undef HOST_OP
@@ -60,13 +62,13 @@ struct OpTraits;
 template <ExtOp>
 struct ExtOpTraits;
 #define HOST_EXT_OP(Name, Table, Index, Result, Params, Args) \
-    template <>                                                \
-    struct ExtOpTraits<ExtOp::Name> {                          \
-        using Fn = Result Params;                              \
-        using ResultType = Result;                             \
-        static constexpr ExtTable table = ExtTable::Table;     \
-        static constexpr int index = Index;                    \
-        static constexpr const char* name = #Name;             \
+    template <>                                               \
+    struct ExtOpTraits<ExtOp::Name> {                         \
+        using Fn = Result Params;                             \
+        using ResultType = Result;                            \
+        static constexpr ExtTable table = ExtTable::Table;    \
+        static constexpr int index = Index;                   \
+        static constexpr const char* name = #Name;            \
     };
 #include "host_ops_list.h"
 #undef HOST_EXT_OP

@@ -31,7 +31,8 @@ HOST_EXT_TABLE(BrowserExt, "Browser Extension HFT", 0)
 HOST_EXT_TABLE(Ocr, "OCRRecognition extension HFT", 1)
 
 HOST_OP(HostExtensionFind, 0, 2, HostExtTable, (const char* name, int version), (name, version))
-HOST_OP(HostExtensionGetFunction, 0, 4, HostFunction, (HostExtTable table, int index), (table, index))
+HOST_OP(HostExtensionGetFunction, 0, 4, HostFunction, (HostExtTable table, int index),
+        (table, index))
 
 // ---- Containers and strings -----------------------------------------------------------------
 HOST_OP(HostMapNew, 3, 0, HostMap, (int capacity), (capacity))
@@ -82,12 +83,12 @@ HOST_OP(HostAppGetVersion, 20, 1, void, (HostWideString out), (out))
 HOST_OP(HostAppGetUserDataFolder, 20, 3, void, (HostWideString out), (out))
 HOST_OP(HostAppGetToolByName, 20, 11, HostTool, (const char* name), (name))
 HOST_OP(HostAppSetCurrentTool, 20, 14, void, (HostTool tool, int persistent), (tool, persistent))
-HOST_OP(HostAppRegisterAppEvents, 20, 21, void, (HostAppEventRecord* record), (record))
+HOST_OP(HostAppRegisterAppEvents, 20, 21, void, (HostAppEventRecord * record), (record))
 HOST_OP(HostAppGetDocCount, 20, 22, int, (), ())
 HOST_OP(HostAppGetDocByIndex, 20, 23, HostDoc, (int index), (index))
 HOST_OP(HostAppGetActiveDoc, 20, 24, HostDoc, (), ())
 HOST_OP(HostAppActivateDoc, 20, 25, void, (HostDoc doc), (doc))
-HOST_OP(HostAppRegisterDocEvents, 20, 26, void, (HostDocEventRecord* record), (record))
+HOST_OP(HostAppRegisterDocEvents, 20, 26, void, (HostDocEventRecord * record), (record))
 HOST_OP(HostAppGetMainWindow, 20, 36, HostWindow, (), ())
 HOST_OP(HostPrefSetInt, 20, 45, void, (const wchar_t* section, const wchar_t* key, int value),
         (section, key, value))
@@ -96,7 +97,7 @@ HOST_OP(HostPrefSetString, 20, 47, void,
 HOST_OP(HostPrefGetInt, 20, 48, int, (const wchar_t* section, const wchar_t* key), (section, key))
 HOST_OP(HostPrefGetString, 20, 50, void,
         (const wchar_t* section, const wchar_t* key, HostWideString out), (section, key, out))
-HOST_OP(HostAppRegisterPane, 20, 62, void, (HostPaneRecord* record), (record))
+HOST_OP(HostAppRegisterPane, 20, 62, void, (HostPaneRecord * record), (record))
 HOST_OP(HostAppShowPane, 20, 63, void, (const char* paneName, int show), (paneName, show))
 HOST_OP(HostRibbonGetBar, 20, 80, HostRibbonBar, (HostFrame frame), (frame))
 HOST_OP(HostAppGetType, 20, 99, void, (HostByteString out), (out))
@@ -112,7 +113,7 @@ HOST_OP(HostAppReportUsage, 20, 201, void,
          HostWideString extra2, int last),
         (name, unused1, unused2, type, unused3, unused4, details, module, version, extra1, extra2,
          last))
-HOST_OP(HostAppUnregisterDocEvents, 20, 215, void, (HostDocEventRecord* record), (record))
+HOST_OP(HostAppUnregisterDocEvents, 20, 215, void, (HostDocEventRecord * record), (record))
 HOST_OP(HostAppGetInterfaceLanguage, 20, 229, void, (HostWideString out), (out))
 HOST_OP(HostFileDialogGetAccount, 20, 237, void, (HostFileDialog dialog, HostWideString out),
         (dialog, out))
@@ -213,8 +214,7 @@ HOST_OP(HostPageViewPointToDevice, 32, 8, void,
 HOST_OP(HostPageViewGetVisibleRect, 32, 12, NdxRect, (HostPageView page), (page))
 HOST_OP(HostPageViewGetAnnot, 32, 16, HostAnnot, (HostPageView page, int index), (page, index))
 HOST_OP(HostPageViewDeleteAnnot, 32, 18, int, (HostPageView page, HostAnnot annot), (page, annot))
-HOST_OP(HostPageViewUpdateAnnot, 32, 22, void, (HostPageView page, HostAnnot annot),
-        (page, annot))
+HOST_OP(HostPageViewUpdateAnnot, 32, 22, void, (HostPageView page, HostAnnot annot), (page, annot))
 HOST_OP(HostPageViewAddAnnot, 32, 23, HostAnnot, (HostPageView page, NdxObject dict, int index),
         (page, dict, index))
 HOST_OP(HostPageViewOwnsAnnot, 32, 31, int, (HostPageView page, HostAnnot annot), (page, annot))
@@ -238,7 +238,7 @@ HOST_OP(HostBase64Encode, 123, 5, void,
         (HostBase64Encoder encoder, const void* data, int64_t size, HostByteString out),
         (encoder, data, size, out))
 HOST_OP(NDXRectInflate, 266, 20, void,
-        (NdxRect* rect, float left, float bottom, float right, float top),
+        (NdxRect * rect, float left, float bottom, float right, float top),
         (rect, left, bottom, right, top))
 
 // ---- PDF documents and pages ----------------------------------------------------------------
@@ -306,27 +306,24 @@ HOST_OP(NDXHostAnnotGetPdfAnnot, 173, 0, NdxAnnot, (HostAnnot annot), (annot))
 HOST_OP(HostUndoGetManager, 298, 0, HostUndoManager, (), ())
 HOST_OP(HostUndoRecordAddAnnot, 298, 3, void,
         (HostUndoManager manager, HostAnnot annot, int a, int b), (manager, annot, a, b))
-HOST_OP(HostUndoRecordDeleteAnnot, 298, 8, void,
-        (HostUndoManager manager, HostAnnot annot, int a), (manager, annot, a))
+HOST_OP(HostUndoRecordDeleteAnnot, 298, 8, void, (HostUndoManager manager, HostAnnot annot, int a),
+        (manager, annot, a))
 
 // ---- Forms ----------------------------------------------------------------------------------
 HOST_OP(NDXInterFormGetField, 56, 19, NdxFormField,
         (NdxInterForm form, int index, const wchar_t* name), (form, index, name))
-HOST_OP(NDXInterFormCountPageControls, 56, 26, int, (NdxInterForm form, NdxPage page),
-        (form, page))
+HOST_OP(NDXInterFormCountPageControls, 56, 26, int, (NdxInterForm form, NdxPage page), (form, page))
 HOST_OP(NDXInterFormGetPageControl, 56, 27, NdxFormControl,
         (NdxInterForm form, NdxPage page, int index), (form, page, index))
 HOST_OP(NDXInterFormSetUpdateAP, 56, 41, void, (NdxInterForm form, int update), (form, update))
 HOST_OP(NDXFormFieldGetFullName, 57, 0, void, (NdxFormField field, HostWideString out),
         (field, out))
-HOST_OP(NDXFormFieldGetValue, 57, 25, void, (NdxFormField field, HostWideString out),
-        (field, out))
+HOST_OP(NDXFormFieldGetValue, 57, 25, void, (NdxFormField field, HostWideString out), (field, out))
 HOST_OP(NDXFormFieldSetValue, 57, 27, int, (NdxFormField field, const wchar_t* value, int notify),
         (field, value, notify))
 HOST_OP(NDXFormControlGetType, 59, 0, int, (NdxFormControl control), (control))
 HOST_OP(NDXFormControlGetField, 59, 2, NdxFormField, (NdxFormControl control), (control))
-HOST_OP(NDXFormControlGetRect, 59, 4, void, (NdxFormControl control, NdxRect* out),
-        (control, out))
+HOST_OP(NDXFormControlGetRect, 59, 4, void, (NdxFormControl control, NdxRect* out), (control, out))
 HOST_OP(NDXInterFormFromEnvironment, 260, 0, NdxInterForm, (HostFormEnv env), (env))
 
 // ---- Text search ----------------------------------------------------------------------------
@@ -345,8 +342,8 @@ HOST_OP(NDXTextFindGetCharIndex, 121, 6, int, (NdxTextFind find), (find))
 HOST_OP(NDXTextFindGetCharCount, 121, 7, int, (NdxTextFind find), (find))
 HOST_OP(NDXFieldTextFindNew, 450, 0, NdxFieldFind, (NdxDoc doc, NdxPage page), (doc, page))
 HOST_OP(NDXFieldTextFindDestroy, 450, 1, void, (NdxFieldFind find), (find))
-HOST_OP(NDXFieldTextFindStart, 450, 2, int, (NdxFieldFind find, const wchar_t* text, uint32_t flags),
-        (find, text, flags))
+HOST_OP(NDXFieldTextFindStart, 450, 2, int,
+        (NdxFieldFind find, const wchar_t* text, uint32_t flags), (find, text, flags))
 HOST_OP(NDXFieldTextFindNext, 450, 3, int, (NdxFieldFind find), (find))
 HOST_OP(NDXFieldTextFindGetRects, 450, 5, void, (NdxFieldFind find, NdxRectArray rects),
         (find, rects))
@@ -358,8 +355,8 @@ HOST_OP(HostReaderOpen, 91, 3, int, (HostReader reader, const wchar_t* path, int
         (reader, path, flags))
 HOST_OP(HostReaderDetach, 91, 6, void, (HostReader reader, int flags), (reader, flags))
 HOST_OP(HostSecurityHandlerCreate, 326, 0, HostSecurityHandler, (), ())
-HOST_OP(HostSecurityHandlerCheck, 326, 1, int,
-        (HostSecurityHandler handler, NdxDoc doc, int flags), (handler, doc, flags))
+HOST_OP(HostSecurityHandlerCheck, 326, 1, int, (HostSecurityHandler handler, NdxDoc doc, int flags),
+        (handler, doc, flags))
 HOST_OP(HostSecurityHandlerDestroy, 326, 2, void, (HostSecurityHandler handler), (handler))
 HOST_OP(NDXRedactApplyAll, 335, 0, int, (HostDoc doc, int flags), (doc, flags))
 HOST_OP(NDXRedactApplyList, 335, 1, int, (HostDoc doc, HostPtrArray annots, int flags),
@@ -387,8 +384,8 @@ HOST_OP(HostRibbonAddElement, 153, 0, HostRibbonElement,
 HOST_OP(HostRibbonFindElement, 153, 9, HostRibbonElement,
         (HostRibbonPanel panel, const wchar_t* name), (panel, name))
 HOST_OP(HostRibbonAddSubItem, 154, 0, HostRibbonItem,
-        (HostRibbonElement element, int a, const wchar_t* name, const wchar_t* title,
-         int position, int b, int c, int d),
+        (HostRibbonElement element, int a, const wchar_t* name, const wchar_t* title, int position,
+         int b, int c, int d),
         (element, a, name, title, position, b, c, d))
 HOST_OP(HostRibbonSetExecuteProc, 154, 1, void, (HostRibbonItem item, HostRibbonExecuteProc proc),
         (item, proc))

@@ -7,13 +7,14 @@
 #include "host_api.h"
 
 class HostWide {
-public:
+  public:
     explicit HostWide(HostApi& api) : api_(&api), handle_(api.HostWideStringNew()) {}
     HostWide(HostApi& api, const std::wstring& text) : HostWide(api) {
         api_->HostWideStringSet(handle_, text.c_str());
     }
     ~HostWide() {
-        if (handle_ != nullptr) api_->HostWideStringDelete(handle_);
+        if (handle_ != nullptr)
+            api_->HostWideStringDelete(handle_);
     }
     HostWide(const HostWide&) = delete;
     HostWide& operator=(const HostWide&) = delete;
@@ -27,16 +28,17 @@ public:
         return data != nullptr ? std::wstring(data) : std::wstring();
     }
 
-private:
+  private:
     HostApi* api_;
     HostWideString handle_;
 };
 
 class HostBytes {
-public:
+  public:
     explicit HostBytes(HostApi& api) : api_(&api), handle_(api.HostByteStringNew()) {}
     ~HostBytes() {
-        if (handle_ != nullptr) api_->HostByteStringDelete(handle_);
+        if (handle_ != nullptr)
+            api_->HostByteStringDelete(handle_);
     }
     HostBytes(const HostBytes&) = delete;
     HostBytes& operator=(const HostBytes&) = delete;
@@ -46,14 +48,15 @@ public:
 
     // The bytes the host holds, embedded zeros included.
     std::string Bytes() const {
-        if (handle_ == nullptr) return {};
+        if (handle_ == nullptr)
+            return {};
         const char* data = api_->HostByteStringData(handle_);
         const int length = api_->HostByteStringGetLength(handle_);
         return data != nullptr && length > 0 ? std::string(data, static_cast<std::size_t>(length))
                                              : std::string();
     }
 
-private:
+  private:
     HostApi* api_;
     HostByteString handle_;
 };

@@ -6,7 +6,7 @@
 #include "host_api.h"
 
 class OwnedResources {
-public:
+  public:
     OwnedResources() = default;
     OwnedResources(HostApi& host, HostResources handle) : host_(&host), handle_(handle) {}
     ~OwnedResources() { reset(); }
@@ -24,10 +24,11 @@ public:
     HostResources get() const { return handle_; }
     explicit operator bool() const { return handle_ != nullptr; }
     void reset() {
-        if (handle_ != nullptr) host_->HostResourcesDestroy(std::exchange(handle_, nullptr));
+        if (handle_ != nullptr)
+            host_->HostResourcesDestroy(std::exchange(handle_, nullptr));
     }
 
-private:
+  private:
     HostApi* host_ = nullptr;
     HostResources handle_ = nullptr;
 };

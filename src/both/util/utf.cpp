@@ -34,7 +34,9 @@ void AppendWide(std::wstring& out, char32_t c) {
     out.push_back(static_cast<wchar_t>(c));
 }
 
-bool IsSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
+bool IsSurrogate(char32_t c) {
+    return c >= 0xD800 && c <= 0xDFFF;
+}
 
 }  // namespace
 
@@ -52,7 +54,8 @@ std::string ToUtf8(std::wstring_view text) {
                 }
             }
         }
-        if (IsSurrogate(c) || c > 0x10FFFF) c = kReplacement;
+        if (IsSurrogate(c) || c > 0x10FFFF)
+            c = kReplacement;
         AppendUtf8(out, c);
     }
     return out;
@@ -86,7 +89,8 @@ std::wstring FromUtf8(std::string_view text) {
         std::size_t j = i + 1;
         for (; j < text.size() && j <= i + static_cast<std::size_t>(extra); ++j) {
             const auto cont = static_cast<unsigned char>(text[j]);
-            if ((cont & 0xC0) != 0x80) break;
+            if ((cont & 0xC0) != 0x80)
+                break;
             c = (c << 6) | (cont & 0x3F);
         }
         if (j != i + 1 + static_cast<std::size_t>(extra) || c < min || c > 0x10FFFF ||
