@@ -64,34 +64,15 @@ bool DocumentRegistry::findIdByPath(const std::wstring& path, std::wstring& id) 
 }
 
 bool DocumentRegistry::pathOf(const std::wstring& id, std::wstring& path) const {
-    if (id.empty())
-        return false;
-    const auto it = records_.find(id);
-    if (it == records_.end() || it->second.path.empty())
-        return false;
-    path = it->second.path;
-    return true;
+    return TextOfRecord(id, &DocumentRecord::path, path);
 }
 
 bool DocumentRegistry::aiFileIdOf(const std::wstring& id, std::wstring& aiFileId) const {
-    if (id.empty())
-        return false;
-    const auto it = records_.find(id);
-    if (it == records_.end() || it->second.aiFileId.empty())
-        return false;
-    aiFileId = it->second.aiFileId;
-    return true;
+    return TextOfRecord(id, &DocumentRecord::aiFileId, aiFileId);
 }
 
 bool DocumentRegistry::aiFileIdOfPath(const std::wstring& path, std::wstring& aiFileId) const {
-    if (path.empty())
-        return false;
-    const auto* found =
-        FindFirst(records_, [&path](const DocumentRecord& r) { return r.path == path; });
-    if (found == nullptr || found->second.aiFileId.empty())
-        return false;
-    aiFileId = found->second.aiFileId;
-    return true;
+    return TextOfFirst(&DocumentRecord::path, path, &DocumentRecord::aiFileId, aiFileId);
 }
 
 bool DocumentRegistry::isTempOf(const std::wstring& id) const {
@@ -111,13 +92,29 @@ bool DocumentRegistry::docByAiFileHead(const std::wstring& head, HostDoc& doc) c
 }
 
 bool DocumentRegistry::aiFileTailByHead(const std::wstring& head, std::wstring& tail) const {
-    if (head.empty())
+    return TextOfFirst(&DocumentRecord::aiFileHead, head, &DocumentRecord::aiFileTail, tail);
+}
+
+bool DocumentRegistry::TextOfRecord(const std::wstring& id, std::wstring DocumentRecord::*field,
+                                    std::wstring& out) const {
+    if (id.empty())
+        return false;
+    const auto it = records_.find(id);
+    if (it == records_.end() || (it->second.*field).empty())
+        return false;
+    out = it->second.*field;
+    return true;
+}
+
+bool DocumentRegistry::TextOfFirst(std::wstring DocumentRecord::*key, const std::wstring& value,
+                                   std::wstring DocumentRecord::*field, std::wstring& out) const {
+    if (value.empty())
         return false;
     const auto* found =
-        FindFirst(records_, [&head](const DocumentRecord& r) { return r.aiFileHead == head; });
-    if (found == nullptr || found->second.aiFileTail.empty())
+        FindFirst(records_, [&](const DocumentRecord& r) { return r.*key == value; });
+    if (found == nullptr || (found->second.*field).empty())
         return false;
-    tail = found->second.aiFileTail;
+    out = found->second.*field;
     return true;
 }
 

@@ -49,6 +49,13 @@ class DocumentRegistry {
     const std::map<std::wstring, DocumentRecord>& records() const { return records_; }
 
   private:
+    // A text field of the record with that id; false when absent or empty.
+    bool TextOfRecord(const std::wstring& id, std::wstring DocumentRecord::*field,
+                      std::wstring& out) const;
+    // A text field of the first record (in id order) whose `key` equals `value`.
+    bool TextOfFirst(std::wstring DocumentRecord::*key, const std::wstring& value,
+                     std::wstring DocumentRecord::*field, std::wstring& out) const;
+
     std::map<std::wstring, DocumentRecord> records_;
 };
 
