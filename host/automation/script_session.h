@@ -1,0 +1,55 @@
+// Scripted mode: one JSON object per input line, handled completely (with everything it causes
+// printed) before the next one; answers are JSON lines on `out`.
+#pragma once
+
+#include <istream>
+#include <ostream>
+#include <string>
+
+#include <json/value.h>
+
+#include "automation/automation_channel.h"
+#include "automation/json_line_writer.h"
+
+namespace pdfhost {
+
+class HostApp;
+class HostDocument;
+
+class ScriptSession {
+  public:
+    enum class Outcome { kContinue, kQuit };
+
+    // Publishes the page channel and takes the host's dialog output. Make the session before
+    // HostApp::LoadPlugins, so that plug-ins find the channel while they initialise.
+    ScriptSession(HostApp& app, std::ostream& out);
+    ~ScriptSession();
+    ScriptSession(const ScriptSession&) = delete;
+    ScriptSession& operator=(const ScriptSession&) = delete;
+
+    // Handles one input line. `quit` unloads the plug-ins and answers kQuit.
+    Outcome HandleLine(const std::string& line);
+    // Opens a file as an "open" line does.
+    void OpenFile(const std::string& path);
+    // Handles the lines of `in` until `quit` or the end of input (which counts as `quit`).
+    void Run(std::istream& in);
+
+    AutomationChannel& Channel() { return channel_; }
+
+  private:
+    Outcome HandleHost(const Json::Value& line);
+    void New();
+    void Save(const Json::Value& line);
+    void Wait(const Json::Value& line);
+    void State();
+    // The visible document named by the line's "doc", or null after printing an error.
+    HostDocument* DocumentOf(const Json::Value& line);
+    void Error(const std::string& text);
+    void Opened(const HostDocument& document);
+
+    HostApp& app_;
+    JsonLineWriter out_;
+    AutomationChannel channel_;
+};
+
+}  // namespace pdfhost

@@ -1,0 +1,47 @@
+#include "command_line.h"
+
+#include <stdexcept>
+
+namespace pdfhost {
+
+const char* const kUsage =
+    "usage: pdfhost [--headless] [--script] [--profile DIR] [--plugins DIR] [--lang TAG]\n"
+    "               [--signed-in | --signed-out] [FILE.pdf ...]\n";
+
+CommandLine ParseCommandLine(const std::vector<std::string>& args,
+                             const std::filesystem::path& executableFolder) {
+    CommandLine line;
+    line.options.headless = false;
+    line.options.plugins = (executableFolder / ".." / "plugins").lexically_normal();
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& arg = args[i];
+        const auto value = [&]() -> const std::string& {
+            if (i + 1 >= args.size())
+                throw std::invalid_argument(arg + " needs a value");
+            return args[++i];
+        };
+        if (arg == "--headless") {
+            line.options.headless = true;
+        } else if (arg == "--script") {
+            line.script = true;
+            line.options.headless = true;
+        } else if (arg == "--profile") {
+            line.options.profile = value();
+        } else if (arg == "--plugins") {
+            line.options.plugins = value();
+        } else if (arg == "--lang") {
+            line.options.language = value();
+        } else if (arg == "--signed-in") {
+            line.options.signedIn = true;
+        } else if (arg == "--signed-out") {
+            line.options.signedIn = false;
+        } else if (arg.starts_with("--")) {
+            throw std::invalid_argument("unknown option " + arg);
+        } else {
+            line.files.push_back(arg);
+        }
+    }
+    return line;
+}
+
+}  // namespace pdfhost

@@ -1,0 +1,27 @@
+// The command line of pdfhost.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "host_options.h"
+
+namespace pdfhost {
+
+struct CommandLine {
+    HostOptions options;
+    bool script = false;  // implies headless
+    std::vector<std::string> files;
+};
+
+// Parses the arguments after the program name. Options: --headless, --script, --profile DIR,
+// --plugins DIR (default: "../plugins" beside the executable's folder), --lang TAG,
+// --signed-in, --signed-out; the rest are files to open. Throws std::invalid_argument for an
+// unknown option or a missing value.
+CommandLine ParseCommandLine(const std::vector<std::string>& args,
+                             const std::filesystem::path& executableFolder);
+
+extern const char* const kUsage;
+
+}  // namespace pdfhost

@@ -1,0 +1,155 @@
+// Host documents: opening (in a tab or hidden), closing, saving, the modified flag, permissions,
+// paths, and the page views of a document.
+#include <iostream>
+
+#include "tables/host_tables.h"
+#include "tables/table_support.h"
+
+namespace pdfhost {
+namespace {
+
+using namespace tables;
+using hostops::Op;
+
+HostDoc DocOpen(const wchar_t* path, const wchar_t* password, int visible, int) {
+    return Guarded<HostDoc>(nullptr, [&](HostApp& app) -> HostDoc {
+        if (path == nullptr)
+            return nullptr;
+        const HostApp::OpenResult opened =
+            visible != 0 ? app.OpenDocument(Utf8Of(path), Utf8Of(password))
+                         : app.OpenHidden(Utf8Of(path), Utf8Of(password), false);
+        if (opened.document == nullptr) {
+            std::cerr << "pdfhost: " << opened.error << '\n';
+            return nullptr;
+        }
+        return opened.document->Handle();
+    });
+}
+
+HostDoc DocOpenHidden(const wchar_t* path, const HostOpenHiddenOptions* options) {
+    return Guarded<HostDoc>(nullptr, [&](HostApp& app) -> HostDoc {
+        if (path == nullptr)
+            return nullptr;
+        const std::string password = options != nullptr ? Utf8Of(options->password) : "";
+        const bool quiet = options != nullptr && options->quiet != 0;
+        const HostApp::OpenResult opened = app.OpenHidden(Utf8Of(path), password, quiet);
+        if (opened.document == nullptr) {
+            std::cerr << "pdfhost: " << opened.error << '\n';
+            return nullptr;
+        }
+        return opened.document->Handle();
+    });
+}
+
+void DocClose(HostDoc doc, int, int, int) {
+    Guarded([&](HostApp& app) {
+        if (HostDocument* document = FindDocument(app, doc))
+            app.CloseDocument(*document);
+    });
+}
+
+NdxDoc DocGetPdfDoc(HostDoc doc) {
+    return Guarded<NdxDoc>(nullptr, [&](HostApp& app) -> NdxDoc {
+        const HostDocument* document = FindDocument(app, doc);
+        return document != nullptr ? document->PdfHandle() : nullptr;
+    });
+}
+
+void DocSetChanged(HostDoc doc) {
+    Guarded([&](HostApp& app) {
+        if (HostDocument* document = FindDocument(app, doc))
+            app.MarkModified(*document);
+    });
+}
+
+int DocIsModified(HostDoc doc) {
+    return Guarded(0, [&](HostApp& app) {
+        const HostDocument* document = FindDocument(app, doc);
+        return document != nullptr && document->IsModified() ? 1 : 0;
+    });
+}
+
+uint32_t DocGetPermissions(HostDoc doc) {
+    return Guarded<uint32_t>(0, [&](HostApp& app) -> uint32_t {
+        const HostDocument* document = FindDocument(app, doc);
+        return document != nullptr ? document->Engine().Permissions() : 0;
+    });
+}
+
+// Nonzero when every bit asked for is granted.
+int DocGetPermission(HostDoc doc, uint32_t bit) {
+    return Guarded(0, [&](HostApp& app) {
+        const HostDocument* document = FindDocument(app, doc);
+        if (document == nullptr || bit == 0)
+            return 0;
+        return (document->Engine().Permissions() & bit) == bit ? 1 : 0;
+    });
+}
+
+void DocGetFilePath(HostDoc doc, HostWideString out) {
+    Guarded([&](HostApp& app) {
+        const HostDocument* document = FindDocument(app, doc);
+        SetWideUtf8(app, out, document != nullptr ? document->Path() : std::string());
+    });
+}
+
+void DocGetFileName(HostDoc doc, HostWideString out) {
+    Guarded([&](HostApp& app) {
+        const HostDocument* document = FindDocument(app, doc);
+        SetWideUtf8(app, out, document != nullptr ? document->FileName() : std::string());
+    });
+}
+
+int DocIsTemporary(HostDoc doc) {
+    return Guarded(0, [&](HostApp& app) {
+        const HostDocument* document = FindDocument(app, doc);
+        return document != nullptr && document->IsTemporary() ? 1 : 0;
+    });
+}
+
+// Saves in place, in full; nonzero on success.
+int DocSave(HostDoc doc, int, int, int, int) {
+    return Guarded(0, [&](HostApp& app) {
+        HostDocument* document = FindDocument(app, doc);
+        return document != nullptr ? app.SaveDocument(*document) : 0;
+    });
+}
+
+int DocGetPageCount(HostDoc doc) {
+    return Guarded(0, [&](HostApp& app) {
+        const HostDocument* document = FindDocument(app, doc);
+        return document != nullptr ? document->Engine().PageCount() : 0;
+    });
+}
+
+// One view per page, also for hidden documents; null outside the pages.
+HostPageView DocGetPageView(HostDoc doc, int pageIndex) {
+    return Guarded<HostPageView>(nullptr, [&](HostApp& app) -> HostPageView {
+        const HostDocument* document = FindDocument(app, doc);
+        if (document == nullptr || pageIndex < 0 || pageIndex >= document->Engine().PageCount()) {
+            return nullptr;
+        }
+        return app.Pages().ViewOf(doc, pageIndex);
+    });
+}
+
+}  // namespace
+
+void RegisterDocumentTables(TableManager& tables) {
+    tables.Register<Op::HostDocOpen>(&DocOpen);
+    tables.Register<Op::HostDocOpenHidden>(&DocOpenHidden);
+    tables.Register<Op::HostDocClose>(&DocClose);
+    tables.Register<Op::HostDocGetPdfDoc>(&DocGetPdfDoc);
+    tables.Register<Op::HostDocSetChanged>(&DocSetChanged);
+    tables.Register<Op::HostDocIsModified>(&DocIsModified);
+    tables.Register<Op::HostDocGetPermissions>(&DocGetPermissions);
+    tables.Register<Op::HostDocGetPermission>(&DocGetPermission);
+    tables.Register<Op::HostDocGetFilePath>(&DocGetFilePath);
+    tables.Register<Op::HostDocGetFileName>(&DocGetFileName);
+    tables.Register<Op::HostDocIsTemporary>(&DocIsTemporary);
+    tables.Register<Op::HostDocSave>(&DocSave);
+    tables.Register<Op::HostDocGetPageCount>(&DocGetPageCount);
+    tables.Register<Op::HostDocGetPageView>(&DocGetPageView);
+}
+
+}  // namespace pdfhost

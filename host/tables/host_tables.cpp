@@ -1,0 +1,15 @@
+#include "tables/host_tables.h"
+
+namespace pdfhost {
+
+void RegisterHostTables(TableManager& tables) {
+    RegisterStringTables(tables);
+    RegisterContainerTables(tables);
+    RegisterExtensionTables(tables);
+    RegisterAppTables(tables);
+    RegisterDocumentTables(tables);
+    RegisterPageTables(tables);
+    RegisterObjectTables(tables);
+}
+
+}  // namespace pdfhost

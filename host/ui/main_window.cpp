@@ -1,0 +1,140 @@
+#include "ui/main_window.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QTabWidget>
+
+#include "host_app.h"
+#include "ui/document_view.h"
+
+namespace pdfhost::ui {
+
+MainWindow::MainWindow(HostApp& app, QWidget* parent)
+    : QMainWindow(parent), app_(app), tabs_(new QTabWidget(this)) {
+    setWindowTitle("pdfhost");
+    resize(1000, 800);
+    tabs_->setTabsClosable(true);
+    auto* start = new QLabel(tr("Open a PDF file with File > Open."));
+    start->setAlignment(Qt::AlignCenter);
+    tabs_->addTab(start, tr("Start"));
+    // The start tab cannot be closed.
+    tabs_->tabBar()->setTabButton(0, QTabBar::RightSide, nullptr);
+    setCentralWidget(tabs_);
+    BuildMenus();
+
+    connect(tabs_, &QTabWidget::currentChanged, this, &MainWindow::OnTabChanged);
+    connect(tabs_, &QTabWidget::tabCloseRequested, this, &MainWindow::OnTabCloseRequested);
+    app_.AddObserver(this);
+    app_.AddFrame(*this);
+}
+
+MainWindow::~MainWindow() {
+    app_.RemoveFrame(*this);
+    app_.RemoveObserver(this);
+}
+
+void MainWindow::BuildMenus() {
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Open..."), QKeySequence::Open, this, [this] {
+        const QString path =
+            QFileDialog::getOpenFileName(this, tr("Open"), {}, tr("PDF files (*.pdf)"));
+        if (!path.isEmpty())
+            OpenFile(path);
+    });
+    file->addAction(tr("&Save"), QKeySequence::Save, this, [this] {
+        HostDocument* document = CurrentDocument();
+        if (document != nullptr && app_.SaveDocument(*document) == 0) {
+            QMessageBox::warning(this, tr("Save"),
+                                 tr("%1 could not be saved.").arg(TitleOf(*document)));
+        }
+    });
+    file->addAction(tr("&Close"), QKeySequence::Close, this, [this] {
+        if (HostDocument* document = CurrentDocument())
+            app_.CloseDocument(*document);
+    });
+    file->addSeparator();
+    file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+}
+
+void MainWindow::OpenFile(const QString& path) {
+    const HostApp::OpenResult result = app_.OpenDocument(path.toStdString());
+    if (result.document == nullptr) {
+        QMessageBox::warning(this, tr("Open"), QString::fromStdString(result.error));
+    }
+}
+
+void MainWindow::DocumentAdded(HostDocument& document) {
+    const QSignalBlocker blocker(tabs_);
+    tabs_->addTab(new DocumentView(document), TitleOf(document));
+}
+
+void MainWindow::DocumentRemoving(HostDocument& document) {
+    const int index = IndexOf(document);
+    if (index < 0)
+        return;
+    const QSignalBlocker blocker(tabs_);
+    QWidget* view = tabs_->widget(index);
+    tabs_->removeTab(index);
+    delete view;
+}
+
+void MainWindow::ActiveChanged(HostDocument* active) {
+    const QSignalBlocker blocker(tabs_);
+    const int index = active != nullptr ? IndexOf(*active) : 0;
+    if (index >= 0)
+        tabs_->setCurrentIndex(index);
+}
+
+void MainWindow::DocumentChanged(HostDocument& document) {
+    const int index = IndexOf(document);
+    if (index < 0)
+        return;
+    tabs_->setTabText(index, TitleOf(document));
+    ViewAt(index)->Refresh();
+}
+
+void MainWindow::OnTabChanged(int index) {
+    if (DocumentView* view = ViewAt(index)) {
+        app_.Activate(view->Document());
+    } else if (index == 0) {
+        app_.ActivateOtherTab();
+    }
+}
+
+void MainWindow::OnTabCloseRequested(int index) {
+    if (DocumentView* view = ViewAt(index))
+        app_.CloseDocument(view->Document());
+}
+
+DocumentView* MainWindow::ViewAt(int index) const {
+    return qobject_cast<DocumentView*>(tabs_->widget(index));
+}
+
+int MainWindow::IndexOf(const HostDocument& document) const {
+    for (int index = 0; index < tabs_->count(); ++index) {
+        if (const DocumentView* view = ViewAt(index);
+            view != nullptr && &view->Document() == &document) {
+            return index;
+        }
+    }
+    return -1;
+}
+
+HostDocument* MainWindow::CurrentDocument() const {
+    DocumentView* view = ViewAt(tabs_->currentIndex());
+    return view != nullptr ? &view->Document() : nullptr;
+}
+
+QString MainWindow::TitleOf(const HostDocument& document) {
+    QString title = QString::fromStdString(document.FileName());
+    if (document.IsModified())
+        title += " *";
+    return title;
+}
+
+}  // namespace pdfhost::ui

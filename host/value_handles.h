@@ -1,0 +1,58 @@
+// The plain values that plug-ins make with a ...New function and free with the matching
+// Delete/Destroy: host strings, containers, parse options and resource handles.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "handle_pool.h"
+#include "host_abi.h"
+
+namespace pdfhost {
+
+struct WideStringValue {
+    std::wstring text;
+};
+
+struct ByteStringValue {
+    std::string bytes;
+};
+
+struct MapValue {
+    std::unordered_map<const void*, void*> entries;
+};
+
+struct PtrArrayValue {
+    std::vector<void*> items;
+};
+
+struct StringArrayValue {
+    std::vector<std::wstring> items;
+};
+
+struct RectArrayValue {
+    std::vector<NdxRect> items;
+};
+
+struct ParseOptionsValue {
+    int values[4] = {};
+};
+
+struct ResourcesValue {
+    std::wstring modulePath;
+    int language = 0;
+};
+
+struct ValueHandles {
+    HandlePool<HostWideString, WideStringValue> wideStrings;
+    HandlePool<HostByteString, ByteStringValue> byteStrings;
+    HandlePool<HostMap, MapValue> maps;
+    HandlePool<HostPtrArray, PtrArrayValue> ptrArrays;
+    HandlePool<HostStringArray, StringArrayValue> stringArrays;
+    HandlePool<NdxRectArray, RectArrayValue> rectArrays;
+    HandlePool<NdxParseOptions, ParseOptionsValue> parseOptions;
+    HandlePool<HostResources, ResourcesValue> resources;
+};
+
+}  // namespace pdfhost

@@ -1,0 +1,105 @@
+// Loading plug-ins: the order of their life steps, and plug-ins that are dropped.
+#include <fstream>
+
+#include "host_test_support.h"
+
+namespace pdfhost {
+namespace {
+
+using hostops::Op;
+using testing::CallHost;
+using testing::WideText;
+
+// The test plug-ins are built beside pdfhost, in out/test-plugins.
+std::filesystem::path BuiltPlugin(const std::string& kind) {
+    return std::filesystem::path(PDFHOST_BINARY).parent_path().parent_path() / "test-plugins" /
+           (kind + ".tpi");
+}
+
+class PluginLoading : public ::testing::Test {
+  protected:
+    // Copies the named test plug-ins into a fresh plug-in folder: each test loads its own copy.
+    HostOptions WithPlugins(std::initializer_list<std::string> kinds,
+                            std::string language = "en-US") {
+        for (const auto& kind : kinds) {
+            std::filesystem::copy_file(BuiltPlugin(kind), plugins_ / (kind + ".tpi"));
+        }
+        HostOptions options;
+        options.profile = profile_.Path();
+        options.plugins = plugins_.Path();
+        options.language = std::move(language);
+        return options;
+    }
+
+    // What a test plug-in wrote of its life, read as it wrote it.
+    static std::string LifeOf(HostApp& app, const std::string& kind) {
+        return app.Preferences().GetString("testplugin", kind).value_or("");
+    }
+
+    testing::TempFolder profile_;
+    testing::TempFolder plugins_;
+    testing::TempFolder files_;
+};
+
+TEST_F(PluginLoading, APlugInGoesThroughItsLifeInOrder) {
+    HostApp app(WithPlugins({"complete"}));
+    EXPECT_EQ(app.LoadPlugins(), 1u);
+    EXPECT_EQ(LifeOf(app, "complete"), "main;handshake;register;export;import;init;frame-created;");
+
+    const LoadedPlugin& plugin = *app.Plugins().Plugins().front();
+    EXPECT_EQ(plugin.versionText, "9.8.7");
+    EXPECT_EQ(plugin.sdkVersion, kHostSdkVersion);
+    EXPECT_EQ(plugin.internalName, "TestPluginInner");
+    EXPECT_EQ(plugin.shortName, "TestPlugin");
+    EXPECT_EQ(app.Preferences().GetString("testplugin", "complete-path"),
+              (plugins_ / "complete.tpi").string());
+
+    // Its document hooks are live while it is loaded.
+    app.OpenDocument(testing::WritePdf(files_, "a.pdf", testing::ThreePages()));
+    EXPECT_TRUE(LifeOf(app, "complete").ends_with("init;frame-created;did-open;"));
+
+    app.UnloadPlugins();
+    EXPECT_TRUE(
+        LifeOf(app, "complete").ends_with("did-open;frame-closing;unload;library-unloaded;"))
+        << LifeOf(app, "complete");
+    EXPECT_TRUE(app.Plugins().Plugins().empty());
+    EXPECT_EQ(app.Events().DocRecordCount(), 0u);
+}
+
+TEST_F(PluginLoading, ARegistrationRefusalDropsThePlugIn) {
+    HostApp app(WithPlugins({"complete"}, "de-DE"));
+    EXPECT_EQ(app.LoadPlugins(), 0u);
+    EXPECT_EQ(LifeOf(app, "complete"), "main;handshake;refused;library-unloaded;");
+}
+
+TEST_F(PluginLoading, AFailedInitDropsThePlugInAndItsRecords) {
+    HostApp app(WithPlugins({"failing_init", "complete"}));
+    EXPECT_EQ(app.LoadPlugins(), 1u);
+    EXPECT_EQ(app.Plugins().Plugins().front()->shortName, "TestPlugin");
+    EXPECT_EQ(LifeOf(app, "failing_init"),
+              "main;handshake;register;export;import;init;library-unloaded;");
+    EXPECT_EQ(app.Events().DocRecordCount(), 1u);  // only the one of the plug-in that stays
+    // Both export before either imports.
+    EXPECT_EQ(LifeOf(app, "complete"), "main;handshake;register;export;import;init;frame-created;");
+}
+
+TEST_F(PluginLoading, FilesThatAreNoPlugInsAreSkipped) {
+    std::ofstream(plugins_ / "garbage.tpi") << "not a library";
+    std::filesystem::create_directory(plugins_ / "folder.tpi");
+    std::ofstream(plugins_ / "readme.txt") << "ignored";
+    HostApp app(WithPlugins({"no_entry", "complete"}));
+    EXPECT_EQ(app.LoadPlugins(), 1u);
+    EXPECT_EQ(app.Plugins().Plugins().front()->path, plugins_ / "complete.tpi");
+}
+
+TEST_F(PluginLoading, AMissingFolderLoadsNothing) {
+    HostOptions options;
+    options.profile = profile_.Path();
+    options.plugins = plugins_ / "missing";
+    HostApp app(options);
+    EXPECT_EQ(app.LoadPlugins(), 0u);
+    EXPECT_NE(app.MainWindow(), nullptr);
+}
+
+}  // namespace
+}  // namespace pdfhost

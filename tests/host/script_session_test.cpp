@@ -1,0 +1,199 @@
+// Scripted mode, in process (every kind of line) and as a separate pdfhost process.
+#include <QCoreApplication>
+#include <QProcess>
+#include <QStringList>
+#include <QTimer>
+#include <QVariant>
+#include <sstream>
+
+#include <json/reader.h>
+
+#include "automation/script_session.h"
+#include "host_test_support.h"
+
+namespace pdfhost {
+namespace {
+
+using hostops::Op;
+using testing::CallHost;
+
+// The output lines, each parsed.
+std::vector<Json::Value> ParseLines(const std::string& text) {
+    std::vector<Json::Value> lines;
+    std::istringstream in(text);
+    std::string line;
+    Json::CharReaderBuilder builder;
+    while (std::getline(in, line)) {
+        Json::Value value;
+        std::string errors;
+        std::istringstream one(line);
+        EXPECT_TRUE(Json::parseFromStream(builder, one, &value, &errors)) << line << errors;
+        lines.push_back(value);
+    }
+    return lines;
+}
+
+class ScriptSessionTest : public testing::HostFixture {
+  protected:
+    // Handles the lines and gives what they printed, parsed.
+    std::vector<Json::Value> Run(std::initializer_list<std::string> lines) {
+        out_.str("");
+        for (const auto& line : lines)
+            session_.HandleLine(line);
+        return ParseLines(out_.str());
+    }
+
+    std::string Raw(const std::string& line) {
+        out_.str("");
+        session_.HandleLine(line);
+        return out_.str();
+    }
+
+    static std::string Line(const Json::Value& value) {
+        Json::StreamWriterBuilder builder;
+        builder["indentation"] = "";
+        return Json::writeString(builder, value);
+    }
+
+    std::ostringstream out_;
+    ScriptSession session_{app_, out_};
+};
+
+TEST_F(ScriptSessionTest, OpenNewAndStateDescribeTheTabs) {
+    const std::string path = testing::WritePdf(files_, "a.pdf", testing::ThreePages());
+    Json::Value open(Json::objectValue);
+    open["host"] = "open";
+    open["path"] = path;
+    const auto lines = Run({Line(open), R"({"host":"new"})", R"({"host":"state"})"});
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0]["opened"].asInt(), 1);
+    EXPECT_EQ(lines[0]["path"].asString(), path);
+    EXPECT_EQ(lines[1]["opened"].asInt(), 2);
+    EXPECT_EQ(lines[1]["path"].asString(), "");
+
+    const Json::Value& documents = lines[2]["state"]["documents"];
+    ASSERT_EQ(documents.size(), 2u);
+    EXPECT_EQ(documents[0]["number"].asInt(), 1);
+    EXPECT_EQ(documents[0]["path"].asString(), path);
+    EXPECT_FALSE(documents[0]["active"].asBool());
+    EXPECT_FALSE(documents[0]["modified"].asBool());
+    EXPECT_EQ(documents[1]["number"].asInt(), 2);
+    EXPECT_TRUE(documents[1]["active"].asBool());
+    EXPECT_FALSE(lines[2]["state"]["paneShown"].asBool());
+}
+
+TEST_F(ScriptSessionTest, ActivateCloseSaveAndStartPageChangeTheState) {
+    const std::string path = testing::WritePdf(files_, "a.pdf", testing::ThreePages());
+    app_.OpenDocument(path);
+    app_.NewDocument();
+    CallHost<Op::HostDocSetChanged>(app_.Documents().FindByNumber(1)->Handle());
+
+    auto lines = Run(
+        {R"({"host":"activate","doc":1})", R"({"host":"save","doc":1})", R"({"host":"state"})"});
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_TRUE(lines[0]["state"]["documents"][0]["active"].asBool());
+    EXPECT_FALSE(lines[0]["state"]["documents"][0]["modified"].asBool());
+
+    lines = Run({R"({"host":"save","doc":2})", R"({"host":"startPage"})",
+                 R"({"host":"close","doc":1})", R"({"host":"state"})"});
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0]["error"].asString(), "cannot save document 2");
+    const Json::Value& documents = lines[1]["state"]["documents"];
+    ASSERT_EQ(documents.size(), 1u);
+    EXPECT_EQ(documents[0]["number"].asInt(), 2);
+    EXPECT_FALSE(documents[0]["active"].asBool());
+}
+
+TEST_F(ScriptSessionTest, BadLinesAnswerWithAnErrorAndChangeNothing) {
+    const std::string missing = (files_ / "missing.pdf").string();
+    Json::Value open(Json::objectValue);
+    open["host"] = "open";
+    open["path"] = missing;
+    const auto lines = Run({Line(open), "not json", "[1,2]", R"({"host":"open"})",
+                            R"({"host":"activate","doc":9})", R"({"host":"close","doc":"1"})",
+                            R"({"host":"wait","ms":-1})", R"({"host":"fly"})", R"({"post":3})",
+                            R"({"other":1})", R"({"host":"setField","doc":1})",
+                            R"({"host":"answer","dialog":"messageBox","value":1})"});
+    ASSERT_EQ(lines.size(), 12u);
+    for (const auto& line : lines)
+        EXPECT_TRUE(line["error"].isString()) << Line(line);
+    EXPECT_EQ(lines[0]["error"].asString(), "cannot open " + missing + ": no such file");
+    EXPECT_TRUE(lines[1]["error"].asString().starts_with("malformed line: Line 1, Column 1"));
+    EXPECT_EQ(lines[4]["error"].asString(), "no document 9");
+    EXPECT_EQ(lines[7]["error"].asString(), "unknown host command: fly");
+    EXPECT_EQ(lines[10]["error"].asString(), "not supported yet: setField");
+    EXPECT_EQ(lines[11]["error"].asString(), "not supported yet: answer");
+    EXPECT_TRUE(app_.Documents().All().empty());
+    EXPECT_TRUE(Raw("   ").empty());
+}
+
+TEST_F(ScriptSessionTest, ThePageChannelCarriesPostsRepliesAndEvents) {
+    QObject* channel = qApp->property(AutomationChannel::kPropertyName).value<QObject*>();
+    ASSERT_EQ(channel, &session_.Channel());
+    // A plug-in echoes every message by name, without host headers, as the real one does.
+    QObject::connect(channel, SIGNAL(webMessageReceived(QString)), channel,
+                     SLOT(postWebMessageAsString(QString)));
+    QObject::connect(&session_.Channel(), &AutomationChannel::webMessageReceived, [&] {
+        QMetaObject::invokeMethod(channel, "executeScript",
+                                  Q_ARG(QString, " window.__dispatchEvent({});"));
+    });
+    const std::string raw = Raw(R"({"post":"[\"m\",\"c\",{},\"id\u00e9\"]\n"})");
+    EXPECT_EQ(raw,
+              "{\"reply\":\"[\\\"m\\\",\\\"c\\\",{},\\\"id\u00e9\\\"]\\n\"}\n"
+              "{\"event\":\" window.__dispatchEvent({});\"}\n");
+}
+
+TEST_F(ScriptSessionTest, MessagesOfPlugInsBecomeDialogLines) {
+    CallHost<Op::HostMessageShow>(L"Cannot start: bad key", 0, 0, L"", 0, 0);
+    const auto lines = ParseLines(out_.str());
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0]["dialog"].asString(), "message");
+    EXPECT_EQ(lines[0]["text"].asString(), "Cannot start: bad key");
+}
+
+TEST_F(ScriptSessionTest, WaitRunsTheEventLoopAndQuitEnds) {
+    bool fired = false;
+    QTimer::singleShot(5, [&] { fired = true; });
+    EXPECT_EQ(session_.HandleLine(R"({"host":"wait","ms":50})"), ScriptSession::Outcome::kContinue);
+    EXPECT_TRUE(fired);
+    EXPECT_TRUE(out_.str().empty());
+    EXPECT_EQ(session_.HandleLine(R"({"host":"quit"})"), ScriptSession::Outcome::kQuit);
+}
+
+TEST(PdfhostProcess, AnswersScriptLinesOnStdout) {
+    testing::TempFolder folder;
+    std::filesystem::create_directory(folder / "plugins");
+    const std::string path = testing::WritePdf(folder, "doc.pdf", testing::ThreePages());
+
+    QProcess process;
+    process.start(PDFHOST_BINARY,
+                  {"--headless", "--script", "--plugins",
+                   QString::fromStdString((folder / "plugins").string()), "--profile",
+                   QString::fromStdString((folder / "profile").string())});
+    ASSERT_TRUE(process.waitForStarted(10000));
+    const std::string input = "{\"host\":\"open\",\"path\":\"" + path +
+                              "\"}\n"
+                              "{\"host\":\"new\"}\n"
+                              "{\"host\":\"close\",\"doc\":1}\n"
+                              "{\"host\":\"state\"}\n"
+                              "{\"host\":\"quit\"}\n";
+    process.write(input.c_str());
+    process.closeWriteChannel();
+    ASSERT_TRUE(process.waitForFinished(30000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 0);
+
+    const auto lines = ParseLines(process.readAllStandardOutput().toStdString());
+    ASSERT_EQ(lines.size(), 3u) << process.readAllStandardError().toStdString();
+    EXPECT_EQ(lines[0]["opened"].asInt(), 1);
+    EXPECT_EQ(lines[0]["path"].asString(), path);
+    EXPECT_EQ(lines[1]["opened"].asInt(), 2);
+    const Json::Value& documents = lines[2]["state"]["documents"];
+    ASSERT_EQ(documents.size(), 1u);
+    EXPECT_EQ(documents[0]["number"].asInt(), 2);
+    EXPECT_TRUE(documents[0]["active"].asBool());
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "profile" / "userdata"));
+}
+
+}  // namespace
+}  // namespace pdfhost

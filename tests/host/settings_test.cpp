@@ -1,0 +1,96 @@
+// Preferences and plug-in settings: kept in the profile, read back by the next host.
+#include <fstream>
+
+#include "host_test_support.h"
+
+namespace pdfhost {
+namespace {
+
+using hostops::Op;
+using testing::CallHost;
+using testing::WideText;
+
+std::wstring PrefString(const wchar_t* section, const wchar_t* key) {
+    HostWideString out = CallHost<Op::HostWideStringNew>();
+    CallHost<Op::HostPrefGetString>(section, key, out);
+    std::wstring text = WideText(out);
+    CallHost<Op::HostWideStringDelete>(out);
+    return text;
+}
+
+std::wstring Setting(const wchar_t* section, const wchar_t* key, const wchar_t* fallback) {
+    HostWideString out = CallHost<Op::HostWideStringNew>();
+    CallHost<Op::HostPluginSettingGet>(section, key, out, fallback);
+    std::wstring text = WideText(out);
+    CallHost<Op::HostWideStringDelete>(out);
+    return text;
+}
+
+HostOptions OnProfile(const std::filesystem::path& profile) {
+    HostOptions options;
+    options.profile = profile;
+    return options;
+}
+
+TEST(Settings, SurviveANewHostOnTheSameProfile) {
+    testing::TempFolder profile;
+    {
+        HostApp app(OnProfile(profile.Path()));
+        CallHost<Op::HostPrefSetInt>(L"Installed\\Plugin", L"welcome", 3);
+        CallHost<Op::HostPrefSetString>(L"Installed\\Plugin", L"lastTime", L"2026-01-02 \u00e9");
+        CallHost<Op::HostPluginSettingSet>(L"plugins\\Installed\\Plugin", L"bLoad", L"2026.1.0");
+    }
+    HostApp app(OnProfile(profile.Path()));
+    EXPECT_EQ(CallHost<Op::HostPrefGetInt>(L"Installed\\Plugin", L"welcome"), 3);
+    EXPECT_EQ(PrefString(L"Installed\\Plugin", L"lastTime"), L"2026-01-02 \u00e9");
+    EXPECT_EQ(Setting(L"plugins\\Installed\\Plugin", L"bLoad", L""), L"2026.1.0");
+    // Preferences and plug-in settings are separate stores.
+    EXPECT_EQ(PrefString(L"plugins\\Installed\\Plugin", L"bLoad"), L"");
+}
+
+TEST(Settings, MissingValuesGiveDefaultsAndNumbersReadAsText) {
+    testing::TempFolder profile;
+    HostApp app(OnProfile(profile.Path()));
+    EXPECT_EQ(CallHost<Op::HostPrefGetInt>(L"none", L"none"), 0);
+    EXPECT_EQ(PrefString(L"none", L"none"), L"");
+    EXPECT_EQ(Setting(L"none", L"none", L"fallback"), L"fallback");
+    EXPECT_EQ(Setting(L"none", L"none", nullptr), L"");
+
+    CallHost<Op::HostPrefSetInt>(L"s", L"n", -12);
+    EXPECT_EQ(PrefString(L"s", L"n"), L"-12");
+    CallHost<Op::HostPrefSetString>(L"s", L"t", L"41");
+    EXPECT_EQ(CallHost<Op::HostPrefGetInt>(L"s", L"t"), 41);
+    CallHost<Op::HostPrefSetString>(L"s", L"t", L"41x");
+    EXPECT_EQ(CallHost<Op::HostPrefGetInt>(L"s", L"t"), 0);
+}
+
+TEST(Settings, ABrokenFileIsIgnored) {
+    testing::TempFolder profile;
+    std::ofstream(profile / "preferences.json") << "{ not json";
+    HostApp app(OnProfile(profile.Path()));
+    EXPECT_EQ(PrefString(L"s", L"k"), L"");
+    CallHost<Op::HostPrefSetString>(L"s", L"k", L"v");
+    EXPECT_EQ(PrefString(L"s", L"k"), L"v");
+}
+
+TEST(Settings, ATemporaryProfileIsMadeAndRemoved) {
+    std::filesystem::path folder;
+    {
+        HostApp app(HostOptions{});
+        folder = app.ProfileFolder().Folder();
+        EXPECT_TRUE(std::filesystem::is_directory(folder / "userdata"));
+        CallHost<Op::HostPrefSetInt>(L"s", L"k", 1);
+        EXPECT_TRUE(std::filesystem::exists(folder / "preferences.json"));
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
+TEST(Settings, OnlyOneHostLivesAtATime) {
+    HostApp app(HostOptions{});
+    EXPECT_EQ(HostApp::Current(), &app);
+    EXPECT_THROW(HostApp second(HostOptions{}), std::logic_error);
+    EXPECT_EQ(HostApp::Current(), &app);
+}
+
+}  // namespace
+}  // namespace pdfhost
