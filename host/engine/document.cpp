@@ -124,7 +124,7 @@ Document Document::Open(Context& context, const std::string& path, const std::st
 }
 
 Document Document::CreateBlank(Context& context) {
-    return PdfFactory(context).Build(PdfSpec{.pages = {PageSpec::Blank()}});
+    return PdfFactory(context).Build(PdfDescription{.pages = {PageDescription::Blank()}});
 }
 
 fz_context* Document::fz() const {

@@ -15,19 +15,19 @@ namespace {
 constexpr const char* kWhat = "cannot build the PDF";
 constexpr int kMaxImageSide = 4096;
 
-// Adds the pages of a PdfSpec to a document. One Helvetica font object serves every page.
+// Adds the pages of a PdfDescription to a document. One Helvetica font object serves every page.
 class PageBuilder {
   public:
     PageBuilder(fz_context* ctx, pdf_document* doc) : ctx_(ctx), doc_(doc) {}
 
-    void Add(const PageSpec& spec) {
+    void Add(const PageDescription& recipe) {
         resources_ = NewDict(4);
         content_ = ContentStream();
-        for (const PageItem& item : spec.items) {
+        for (const PageItem& item : recipe.items) {
             std::visit([this](const auto& value) { Put(value); }, item);
         }
         BufferPtr content = NewBuffer(content_.str());
-        const fz_rect box{0, 0, spec.width, spec.height};
+        const fz_rect box{0, 0, recipe.width, recipe.height};
         ObjPtr page(ctx_, CallMupdf(ctx_, kWhat, [&] {
                         return pdf_add_page(ctx_, doc_, box, 0, resources_.get(), content.get());
                     }));
@@ -222,11 +222,11 @@ void CopyPassword(char (&target)[128], const std::string& password) {
     std::memcpy(target, password.c_str(), password.size() + 1);
 }
 
-pdf_write_options WriteOptions(const PdfSpec& spec) {
+pdf_write_options WriteOptions(const PdfDescription& recipe) {
     pdf_write_options options = pdf_default_write_options;
     options.do_garbage = 1;
-    if (spec.encryption) {
-        const Encryption& encryption = *spec.encryption;
+    if (recipe.encryption) {
+        const Encryption& encryption = *recipe.encryption;
         options.do_encrypt = encryption.method == EncryptionMethod::kAes128 ? PDF_ENCRYPT_AES_128
                                                                             : PDF_ENCRYPT_RC4_128;
         options.permissions = PermissionValue(encryption.permissions);
@@ -240,23 +240,23 @@ pdf_write_options WriteOptions(const PdfSpec& spec) {
 
 }  // namespace
 
-Document PdfFactory::Build(const PdfSpec& spec) const {
-    if (spec.pages.empty())
+Document PdfFactory::Build(const PdfDescription& recipe) const {
+    if (recipe.pages.empty())
         throw Error(std::string(kWhat) + ": no pages");
     fz_context* ctx = context_.get();
     Document document(context_, CallMupdf(ctx, kWhat, [&] { return pdf_create_document(ctx); }), {},
                       permission::kAll);
     PageBuilder builder(ctx, document.pdf());
-    for (const PageSpec& page : spec.pages)
+    for (const PageDescription& page : recipe.pages)
         builder.Add(page);
-    for (const auto& [key, value] : spec.info)
+    for (const auto& [key, value] : recipe.info)
         PutInfoString(ctx, document.pdf(), key, value);
     return document;
 }
 
-void PdfFactory::Write(const PdfSpec& spec, const std::string& path) const {
-    const pdf_write_options options = WriteOptions(spec);
-    Document document = Build(spec);
+void PdfFactory::Write(const PdfDescription& recipe, const std::string& path) const {
+    const pdf_write_options options = WriteOptions(recipe);
+    Document document = Build(recipe);
     SaveReplacing(context_.get(), document.pdf(), path, options);
 }
 

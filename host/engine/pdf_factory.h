@@ -4,21 +4,21 @@
 
 #include "engine/context.h"
 #include "engine/document.h"
-#include "engine/pdf_spec.h"
+#include "engine/pdf_description.h"
 
 namespace pdfhost::engine {
 
-// Builds PDF files from a PdfSpec, for tests and the bundled sample. Throws Error on failure
+// Builds PDF files from a PdfDescription, for tests and the bundled sample. Throws Error on failure
 // (also for a description with no pages).
 class PdfFactory {
   public:
     explicit PdfFactory(Context& context) : context_(context) {}
 
     // Writes the described file (encrypted if so described) to `path`.
-    void Write(const PdfSpec& spec, const std::string& path) const;
+    void Write(const PdfDescription& recipe, const std::string& path) const;
 
     // The described document in memory, unencrypted and unsaved (Path() empty).
-    Document Build(const PdfSpec& spec) const;
+    Document Build(const PdfDescription& recipe) const;
 
   private:
     Context& context_;

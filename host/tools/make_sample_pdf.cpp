@@ -6,17 +6,17 @@
 #include <vector>
 
 #include "engine/context.h"
+#include "engine/pdf_description.h"
 #include "engine/pdf_factory.h"
-#include "engine/pdf_spec.h"
 
 namespace {
 
-using pdfhost::engine::PageSpec;
-using pdfhost::engine::PdfSpec;
+using pdfhost::engine::PageDescription;
+using pdfhost::engine::PdfDescription;
 
-PdfSpec SampleSpec() {
-    PdfSpec spec;
-    spec.pages.push_back(PageSpec::TextLines({
+PdfDescription SampleSpec() {
+    PdfDescription recipe;
+    recipe.pages.push_back(PageDescription::TextLines({
         "Customer record - Orchard Lane Insurance",
         "Name: Marta Quillfeather",
         "E-mail: marta.quillfeather@example.com",
@@ -26,7 +26,7 @@ PdfSpec SampleSpec() {
         "IBAN: DE89 3704 0044 0532 0130 00",
         "Policy holder since 2011; no claims in the last five years.",
     }));
-    spec.pages.push_back(PageSpec::TextLines({
+    recipe.pages.push_back(PageDescription::TextLines({
         "Staff directory - Harbour Street office",
         "Tobias Fennick, tobias.fennick@example.org, phone (555) 201-7788",
         "Born 12/05/1979, employee number HS-20417",
@@ -34,7 +34,7 @@ PdfSpec SampleSpec() {
         "Born 28 February 1991, employee number HS-31108",
         "Emergency contact for both: +44 20 7946 0958",
     }));
-    spec.pages.push_back(PageSpec::TextLines({
+    recipe.pages.push_back(PageDescription::TextLines({
         "Payment authorisation",
         "Account holder: Piet van Brakel",
         "IBAN: GB82 WEST 1234 5698 7654 32",
@@ -43,14 +43,14 @@ PdfSpec SampleSpec() {
         "Date of birth: 1969-11-02",
         "Signed in Rotterdam on 2 January 2024.",
     }));
-    spec.pages.push_back(PageSpec::ImageOnly(7));
-    spec.info = {
+    recipe.pages.push_back(PageDescription::ImageOnly(7));
+    recipe.info = {
         {"Title", "Sample personal records"},
         {"Author", "pdfhost"},
         {"CreationDate", "D:20240102030405+01'00'"},
         {"ModDate", "D:20240215101112+01'00'"},
     };
-    return spec;
+    return recipe;
 }
 
 }  // namespace

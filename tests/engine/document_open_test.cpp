@@ -24,9 +24,9 @@ std::string OpenError(Context& context, const std::string& path, const std::stri
     return "opened";
 }
 
-PdfSpec ThreePages() {
-    return PdfSpec{
-        .pages = {PageSpec::TextLines({"first"}), PageSpec::Blank(), PageSpec::ImageOnly()}};
+PdfDescription ThreePages() {
+    return PdfDescription{.pages = {PageDescription::TextLines({"first"}), PageDescription::Blank(),
+                                    PageDescription::ImageOnly()}};
 }
 
 using OpenTest = EngineTest;
@@ -71,17 +71,17 @@ TEST_F(OpenTest, FileWithoutCrossReferenceIsRepaired) {
     EXPECT_FALSE(context_.TakeWarnings().empty());
 }
 
-PdfSpec NoCopySpec(EncryptionMethod method, const std::string& user_password) {
-    PdfSpec spec{.pages = {PageSpec::TextLines({"secret"})}};
-    spec.encryption = Encryption{.method = method,
-                                 .user_password = user_password,
-                                 .owner_password = "owner-secret",
-                                 .permissions = permission::kPrint | permission::kAnnotate};
-    return spec;
+PdfDescription NoCopyRecipe(EncryptionMethod method, const std::string& user_password) {
+    PdfDescription recipe{.pages = {PageDescription::TextLines({"secret"})}};
+    recipe.encryption = Encryption{.method = method,
+                                   .user_password = user_password,
+                                   .owner_password = "owner-secret",
+                                   .permissions = permission::kPrint | permission::kAnnotate};
+    return recipe;
 }
 
 TEST_F(OpenTest, EncryptedNoCopyFileGrantsAllOnlyToTheOwner) {
-    const std::string path = WritePdf("nocopy.pdf", NoCopySpec(EncryptionMethod::kAes128, ""));
+    const std::string path = WritePdf("nocopy.pdf", NoCopyRecipe(EncryptionMethod::kAes128, ""));
     EXPECT_THAT(RunCommand("pdfinfo '" + path + "'"), HasSubstr("copy:no"));
 
     const Document reader = Document::Open(context_, path);
@@ -97,7 +97,7 @@ TEST_F(OpenTest, EncryptedNoCopyFileGrantsAllOnlyToTheOwner) {
 
 TEST_F(OpenTest, UserPasswordIsRequiredAndChecked) {
     const std::string path =
-        WritePdf("locked.pdf", NoCopySpec(EncryptionMethod::kRc4_128, "user-pw"));
+        WritePdf("locked.pdf", NoCopyRecipe(EncryptionMethod::kRc4_128, "user-pw"));
     EXPECT_THAT(RunCommand("pdfinfo -upw user-pw '" + path + "'"), HasSubstr("RC4"));
 
     EXPECT_THAT(OpenError(context_, path), HasSubstr("password is required"));
@@ -111,12 +111,12 @@ TEST_F(OpenTest, UserPasswordIsRequiredAndChecked) {
 
 TEST_F(OpenTest, InfoStringsReadBackByteExact) {
     const std::string utf16_title("\xFE\xFF\x00T\x00\xE9\x00(", 8);
-    PdfSpec spec{.pages = {PageSpec::Blank()}};
-    spec.info = {{"CreationDate", "D:20240102030405+01'00'"},
-                 {"ModDate", "D:20240301000000Z"},
-                 {"Title", utf16_title},
-                 {"Odd Key", "back\\slash (paren"}};
-    const std::string path = WritePdf("info.pdf", spec);
+    PdfDescription recipe{.pages = {PageDescription::Blank()}};
+    recipe.info = {{"CreationDate", "D:20240102030405+01'00'"},
+                   {"ModDate", "D:20240301000000Z"},
+                   {"Title", utf16_title},
+                   {"Odd Key", "back\\slash (paren"}};
+    const std::string path = WritePdf("info.pdf", recipe);
     EXPECT_THAT(RunCommand("pdfinfo -rawdates '" + path + "'"),
                 HasSubstr("D:20240102030405+01'00'"));
 
@@ -167,11 +167,11 @@ TEST_F(OpenTest, MovedFromDocumentRefusesWork) {
 }
 
 TEST_F(OpenTest, RenderGivesRgbPixelsOfThePage) {
-    PdfSpec spec{.pages = {PageSpec::Blank(), PageSpec::Blank()}};
-    spec.pages[1].width = 200;
-    spec.pages[1].height = 100;
-    spec.pages[1].Add(PathItem{.rect = {0, 0, 100, 100}, .fill = true});
-    const Document document = Document::Open(context_, WritePdf("render.pdf", spec));
+    PdfDescription recipe{.pages = {PageDescription::Blank(), PageDescription::Blank()}};
+    recipe.pages[1].width = 200;
+    recipe.pages[1].height = 100;
+    recipe.pages[1].Add(PathItem{.rect = {0, 0, 100, 100}, .fill = true});
+    const Document document = Document::Open(context_, WritePdf("render.pdf", recipe));
     EXPECT_EQ(document.PageBox(1), (Rect{0, 0, 200, 100}));
 
     const RgbImage blank = document.Render(0, 36);

@@ -55,9 +55,9 @@ class EngineTest : public ::testing::Test {
 
     std::string PathOf(const std::string& name) const { return (folder_ / name).string(); }
 
-    std::string WritePdf(const std::string& name, const PdfSpec& spec) {
+    std::string WritePdf(const std::string& name, const PdfDescription& recipe) {
         const std::string path = PathOf(name);
-        factory_.Write(spec, path);
+        factory_.Write(recipe, path);
         return path;
     }
 

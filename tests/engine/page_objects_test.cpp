@@ -16,29 +16,29 @@ constexpr auto kForm = PageObjectType::kForm;
 
 class PageObjectsTest : public EngineTest {
   protected:
-    Types ObjectsOf(const PageSpec& page) {
+    Types ObjectsOf(const PageDescription& page) {
         const Document document =
-            Document::Open(context_, WritePdf("page.pdf", PdfSpec{.pages = {page}}));
+            Document::Open(context_, WritePdf("page.pdf", PdfDescription{.pages = {page}}));
         return document.PageObjects(0);
     }
 };
 
 TEST_F(PageObjectsTest, SingleKindPages) {
-    EXPECT_EQ(ObjectsOf(PageSpec::Blank()), Types{});
-    EXPECT_EQ(ObjectsOf(PageSpec::TextLines({"one", "two", "three"})),
+    EXPECT_EQ(ObjectsOf(PageDescription::Blank()), Types{});
+    EXPECT_EQ(ObjectsOf(PageDescription::TextLines({"one", "two", "three"})),
               (Types{kText, kText, kText}));
-    EXPECT_EQ(ObjectsOf(PageSpec::ImageOnly()), Types{kImage});
-    EXPECT_EQ(ObjectsOf(PageSpec::PathsOnly()), (Types{kPath, kPath}));
-    EXPECT_EQ(ObjectsOf(PageSpec().Add(ShadingItem{})), Types{kShading});
+    EXPECT_EQ(ObjectsOf(PageDescription::ImageOnly()), Types{kImage});
+    EXPECT_EQ(ObjectsOf(PageDescription::PathsOnly()), (Types{kPath, kPath}));
+    EXPECT_EQ(ObjectsOf(PageDescription().Add(ShadingItem{})), Types{kShading});
 }
 
 // The form's own content (a frame and a line of text) is not listed.
 TEST_F(PageObjectsTest, FormXObjectCountsOnce) {
-    EXPECT_EQ(ObjectsOf(PageSpec::FormOnly("inside the form")), Types{kForm});
+    EXPECT_EQ(ObjectsOf(PageDescription::FormOnly("inside the form")), Types{kForm});
 }
 
 TEST_F(PageObjectsTest, MixedPageKeepsContentOrder) {
-    PageSpec page;
+    PageDescription page;
     page.Add(TextItem{.text = "heading"})
         .Add(ImageItem{})
         .Add(PathItem{})
@@ -50,9 +50,10 @@ TEST_F(PageObjectsTest, MixedPageKeepsContentOrder) {
 }
 
 TEST_F(PageObjectsTest, PagesOfOneDocumentAreListedSeparately) {
-    const PdfSpec spec{.pages = {PageSpec::TextLines({"a"}), PageSpec::ImageOnly(),
-                                 PageSpec::FormOnly(), PageSpec::Blank()}};
-    const Document document = Document::Open(context_, WritePdf("four.pdf", spec));
+    const PdfDescription recipe{.pages = {PageDescription::TextLines({"a"}),
+                                          PageDescription::ImageOnly(), PageDescription::FormOnly(),
+                                          PageDescription::Blank()}};
+    const Document document = Document::Open(context_, WritePdf("four.pdf", recipe));
     EXPECT_EQ(document.PageObjects(0), Types{kText});
     EXPECT_EQ(document.PageObjects(1), Types{kImage});
     EXPECT_EQ(document.PageObjects(2), Types{kForm});

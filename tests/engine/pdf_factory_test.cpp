@@ -16,10 +16,11 @@ using testing_support::RunCommand;
 using PdfFactoryTest = EngineTest;
 
 TEST_F(PdfFactoryTest, TextIsReadableByAnIndependentReader) {
-    PdfSpec spec{.pages = {PageSpec::TextLines({"Name: Zo\xC3\xAB M\xC3\xBCller",
-                                                "Mail: zoe (at) example.com \\ office"}),
-                           PageSpec::Blank().Add(TextItem{.x = 300, .y = 100, .text = "p2"})}};
-    const std::string path = WritePdf("text.pdf", spec);
+    PdfDescription recipe{
+        .pages = {PageDescription::TextLines(
+                      {"Name: Zo\xC3\xAB M\xC3\xBCller", "Mail: zoe (at) example.com \\ office"}),
+                  PageDescription::Blank().Add(TextItem{.x = 300, .y = 100, .text = "p2"})}};
+    const std::string path = WritePdf("text.pdf", recipe);
 
     const std::string text = RunCommand("pdftotext -layout '" + path + "' -");
     EXPECT_THAT(text, HasSubstr("Name: Zo\xC3\xAB M\xC3\xBCller"));
@@ -29,25 +30,28 @@ TEST_F(PdfFactoryTest, TextIsReadableByAnIndependentReader) {
 }
 
 TEST_F(PdfFactoryTest, ImagePagesHoldTheGeneratedPicture) {
-    PdfSpec spec{.pages = {PageSpec::Blank().Add(ImageItem{
-                     .placement = {0, 0, 100, 50}, .pixel_width = 30, .pixel_height = 20})}};
-    const std::string listing = RunCommand("pdfimages -list '" + WritePdf("image.pdf", spec) + "'");
+    PdfDescription recipe{
+        .pages = {PageDescription::Blank().Add(
+            ImageItem{.placement = {0, 0, 100, 50}, .pixel_width = 30, .pixel_height = 20})}};
+    const std::string listing =
+        RunCommand("pdfimages -list '" + WritePdf("image.pdf", recipe) + "'");
     EXPECT_THAT(listing, ::testing::ContainsRegex("image +30 +20 +rgb"));
 }
 
 TEST_F(PdfFactoryTest, BuildKeepsPageSizesAndRejectsBadSpecs) {
-    PdfSpec spec{.pages = {PageSpec::Blank(), PageSpec::Blank()}};
-    spec.pages[1].width = 842;
-    spec.pages[1].height = 595;
-    const Document document = factory_.Build(spec);
+    PdfDescription recipe{.pages = {PageDescription::Blank(), PageDescription::Blank()}};
+    recipe.pages[1].width = 842;
+    recipe.pages[1].height = 595;
+    const Document document = factory_.Build(recipe);
     EXPECT_EQ(document.PageCount(), 2);
     EXPECT_EQ(document.PageBox(1), (Rect{0, 0, 842, 595}));
     EXPECT_TRUE(document.Path().empty());
 
-    EXPECT_THROW(factory_.Build(PdfSpec{}), Error);
-    EXPECT_THROW(factory_.Build(PdfSpec{.pages = {PageSpec().Add(ImageItem{.pixel_width = 0})}}),
+    EXPECT_THROW(factory_.Build(PdfDescription{}), Error);
+    EXPECT_THROW(factory_.Build(
+                     PdfDescription{.pages = {PageDescription().Add(ImageItem{.pixel_width = 0})}}),
                  Error);
-    PdfSpec long_password{.pages = {PageSpec::Blank()}};
+    PdfDescription long_password{.pages = {PageDescription::Blank()}};
     long_password.encryption = Encryption{.owner_password = std::string(200, 'x')};
     EXPECT_THROW(factory_.Write(long_password, PathOf("never.pdf")), Error);
     EXPECT_FALSE(std::filesystem::exists(PathOf("never.pdf")));

@@ -48,10 +48,10 @@ std::vector<std::string> FolderEntries(const fs::path& folder) {
     return names;
 }
 
-PdfSpec TextAndImage() {
-    PageSpec mixed = PageSpec::TextLines({"kept"});
+PdfDescription TextAndImage() {
+    PageDescription mixed = PageDescription::TextLines({"kept"});
     mixed.Add(ImageItem{.seed = 5});
-    return PdfSpec{.pages = {PageSpec::TextLines({"cover"}), mixed}};
+    return PdfDescription{.pages = {PageDescription::TextLines({"cover"}), mixed}};
 }
 
 using SaveTest = EngineTest;
@@ -91,9 +91,9 @@ TEST_F(SaveTest, SaveAsWritesAFullFileAndMovesThePath) {
 }
 
 TEST_F(SaveTest, EncryptionIsKept) {
-    PdfSpec spec{.pages = {PageSpec::TextLines({"secret"})}};
-    spec.encryption = Encryption{.owner_password = "owner", .permissions = permission::kPrint};
-    Document document = Document::Open(context_, WritePdf("enc.pdf", spec));
+    PdfDescription recipe{.pages = {PageDescription::TextLines({"secret"})}};
+    recipe.encryption = Encryption{.owner_password = "owner", .permissions = permission::kPrint};
+    Document document = Document::Open(context_, WritePdf("enc.pdf", recipe));
     document.SetInfoString("Title", "still locked");
     document.SaveFull(PathOf("resaved.pdf"));
 

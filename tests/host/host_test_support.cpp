@@ -17,17 +17,17 @@ TempFolder::~TempFolder() {
 }
 
 std::string WritePdf(const TempFolder& folder, const std::string& name,
-                     const engine::PdfSpec& layout) {
+                     const engine::PdfDescription& layout) {
     engine::Context context;
     const std::string path = (folder / name).string();
     engine::PdfFactory(context).Write(layout, path);
     return path;
 }
 
-engine::PdfSpec ThreePages() {
-    return engine::PdfSpec{.pages = {engine::PageSpec::TextLines({"first page"}),
-                                     engine::PageSpec::TextLines({"second page"}),
-                                     engine::PageSpec::TextLines({"third page"})}};
+engine::PdfDescription ThreePages() {
+    return engine::PdfDescription{.pages = {engine::PageDescription::TextLines({"first page"}),
+                                            engine::PageDescription::TextLines({"second page"}),
+                                            engine::PageDescription::TextLines({"third page"})}};
 }
 
 std::wstring WideText(HostWideString text) {

@@ -30,9 +30,9 @@ class TempFolder {
 
 // Writes a PDF described by `layout` into `folder` and gives its path.
 std::string WritePdf(const TempFolder& folder, const std::string& name,
-                     const engine::PdfSpec& layout);
+                     const engine::PdfDescription& layout);
 // Three pages of text.
-engine::PdfSpec ThreePages();
+engine::PdfDescription ThreePages();
 
 // Calls a host operation through the ABI lookup, as plug-in `pluginId` would.
 template <hostops::Op op, typename... Args>

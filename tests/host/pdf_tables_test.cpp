@@ -12,7 +12,7 @@ using testing::CallHost;
 
 class PdfTables : public testing::HostFixture {
   protected:
-    HostDoc Open(const engine::PdfSpec& layout, const std::string& password = {}) {
+    HostDoc Open(const engine::PdfDescription& layout, const std::string& password = {}) {
         const std::string name = "test" + std::to_string(++files) + ".pdf";
         const std::string path = testing::WritePdf(files_, name, layout);
         const HostApp::OpenResult result = app_.OpenDocument(path, password);
@@ -44,7 +44,7 @@ class PdfTables : public testing::HostFixture {
 };
 
 TEST_F(PdfTables, PermissionsOfAnEncryptedFile) {
-    engine::PdfSpec layout = testing::ThreePages();
+    engine::PdfDescription layout = testing::ThreePages();
     layout.encryption = engine::Encryption{
         .user_password = "",
         .owner_password = "owner",
@@ -62,7 +62,7 @@ TEST_F(PdfTables, PermissionsOfAnEncryptedFile) {
 }
 
 TEST_F(PdfTables, InfoDictionaryStringsAreRawBytes) {
-    engine::PdfSpec layout = testing::ThreePages();
+    engine::PdfDescription layout = testing::ThreePages();
     layout.info = {{"CreationDate", "D:20240102030405+01'00'"}, {"Title", "A title"}};
     const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(Open(layout));
     const NdxObject info = CallHost<Op::NDXDocGetInfo>(pdf);
@@ -86,9 +86,9 @@ TEST_F(PdfTables, InfoDictionaryStringsAreRawBytes) {
 }
 
 TEST_F(PdfTables, PageViewsGiveParsablePages) {
-    const engine::PdfSpec layout{.pages = {engine::PageSpec::TextLines({"one", "two"}),
-                                           engine::PageSpec::ImageOnly(),
-                                           engine::PageSpec::Blank()}};
+    const engine::PdfDescription layout{
+        .pages = {engine::PageDescription::TextLines({"one", "two"}),
+                  engine::PageDescription::ImageOnly(), engine::PageDescription::Blank()}};
     const HostDoc doc = Open(layout);
     const HostPageView view = CallHost<Op::HostDocGetPageView>(doc, 1);
     ASSERT_NE(view, nullptr);
@@ -116,8 +116,9 @@ TEST_F(PdfTables, PageViewsGiveParsablePages) {
 }
 
 TEST_F(PdfTables, PagesOfThePlugInLoadFromAPageDictionary) {
-    const engine::PdfSpec layout{
-        .pages = {engine::PageSpec::ImageOnly(), engine::PageSpec::TextLines({"one", "two"})}};
+    const engine::PdfDescription layout{
+        .pages = {engine::PageDescription::ImageOnly(),
+                  engine::PageDescription::TextLines({"one", "two"})}};
     const HostDoc doc = Open(layout);
     const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(doc);
     EXPECT_EQ(CallHost<Op::NDXDocGetPageCount>(pdf), 2);

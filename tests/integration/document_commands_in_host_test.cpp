@@ -8,16 +8,16 @@
 namespace {
 
 using pdfhost::engine::Encryption;
-using pdfhost::engine::PageSpec;
-using pdfhost::engine::PdfSpec;
+using pdfhost::engine::PageDescription;
+using pdfhost::engine::PdfDescription;
 namespace perm = pdfhost::engine::permission;
 
-PdfSpec TextPdf(int pages = 2) {
-    PdfSpec spec;
+PdfDescription TextPdf(int pages = 2) {
+    PdfDescription recipe;
     for (int i = 0; i < pages; ++i) {
-        spec.pages.push_back(PageSpec::TextLines({"Jane Roe", "jane.roe@example.com"}));
+        recipe.pages.push_back(PageDescription::TextLines({"Jane Roe", "jane.roe@example.com"}));
     }
-    return spec;
+    return recipe;
 }
 
 class DocumentCommandsInHostTest : public PluginHostTest {
@@ -76,9 +76,9 @@ TEST_F(DocumentCommandsInHostTest, NewUnsavedDocumentHasAnIdAndNoFile) {
 }
 
 TEST_F(DocumentCommandsInHostTest, PageCountModifiedAndMetadataExactly) {
-    PdfSpec spec = TextPdf(3);
-    spec.info = {{"CreationDate", "D:20240102030405+01'00'"}, {"ModDate", "D:20250607080910Z"}};
-    ASSERT_GT(Open(MakePdf("dated.pdf", spec)), 0);
+    PdfDescription recipe = TextPdf(3);
+    recipe.info = {{"CreationDate", "D:20240102030405+01'00'"}, {"ModDate", "D:20250607080910Z"}};
+    ASSERT_GT(Open(MakePdf("dated.pdf", recipe)), 0);
     EXPECT_EQ(Post(R"(["base","getFilePageCount",{},"p"])"),
               std::vector<std::string>{"{\"data\":{\"pageCount\":3},\"ret\":0,\"uuid\":\"p\"}\n"});
     EXPECT_EQ(Post(R"(["base","isCurrentDocModified","not json","m"])"),
@@ -99,10 +99,10 @@ TEST_F(DocumentCommandsInHostTest, MetadataOfAFileWithoutInfoDictionary) {
 }
 
 TEST_F(DocumentCommandsInHostTest, PermissionsOfAnEncryptedFileThatForbidsCopying) {
-    PdfSpec spec = TextPdf(1);
-    spec.encryption = Encryption{pdfhost::engine::EncryptionMethod::kAes128, "", "owner-secret",
-                                 perm::kPrint | perm::kAnnotate};
-    ASSERT_GT(Open(MakePdf("locked.pdf", spec)), 0);
+    PdfDescription recipe = TextPdf(1);
+    recipe.encryption = Encryption{pdfhost::engine::EncryptionMethod::kAes128, "", "owner-secret",
+                                   perm::kPrint | perm::kAnnotate};
+    ASSERT_GT(Open(MakePdf("locked.pdf", recipe)), 0);
     EXPECT_EQ(Post(R"(["base","checkFilePermission",{},"c"])"),
               std::vector<std::string>{
                   "{\"data\":{\"reason\":\"Document content is not allowed to be copied\"},"
@@ -114,15 +114,23 @@ TEST_F(DocumentCommandsInHostTest, PermissionsOfAnEncryptedFileThatForbidsCopyin
 }
 
 TEST_F(DocumentCommandsInHostTest, ImagesTypeOfTextImageAndMixedFiles) {
-    const auto type = [this](const std::string& name, PdfSpec spec) {
-        EXPECT_GT(Open(MakePdf(name, spec)), 0);
+    const auto type = [this](const std::string& name, PdfDescription recipe) {
+        EXPECT_GT(Open(MakePdf(name, recipe)), 0);
         return Call("getFileImagesType")["data"]["type"].asInt();
     };
     EXPECT_EQ(type("text.pdf", TextPdf()), 0);
-    EXPECT_EQ(type("scan.pdf", PdfSpec{{PageSpec::ImageOnly(1), PageSpec::ImageOnly(2)}}), 1);
-    EXPECT_EQ(type("mixed.pdf", PdfSpec{{PageSpec::ImageOnly(), PageSpec::TextLines({"x"})}}), 2);
-    EXPECT_EQ(type("blank.pdf", PdfSpec{{PageSpec::Blank(), PageSpec::TextLines({"x"})}}), 0);
-    EXPECT_EQ(type("form.pdf", PdfSpec{{PageSpec::ImageOnly(), PageSpec::FormOnly()}}), 2);
+    EXPECT_EQ(type("scan.pdf",
+                   PdfDescription{{PageDescription::ImageOnly(1), PageDescription::ImageOnly(2)}}),
+              1);
+    EXPECT_EQ(type("mixed.pdf", PdfDescription{{PageDescription::ImageOnly(),
+                                                PageDescription::TextLines({"x"})}}),
+              2);
+    EXPECT_EQ(type("blank.pdf",
+                   PdfDescription{{PageDescription::Blank(), PageDescription::TextLines({"x"})}}),
+              0);
+    EXPECT_EQ(type("form.pdf",
+                   PdfDescription{{PageDescription::ImageOnly(), PageDescription::FormOnly()}}),
+              2);
 }
 
 TEST_F(DocumentCommandsInHostTest, EnvelopeRepliesByteForByte) {

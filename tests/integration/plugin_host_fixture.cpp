@@ -103,8 +103,9 @@ int PluginHostTest::Open(const std::string& path) {
     return 0;
 }
 
-std::string PluginHostTest::MakePdf(const std::string& name, const pdfhost::engine::PdfSpec& spec) {
+std::string PluginHostTest::MakePdf(const std::string& name,
+                                    const pdfhost::engine::PdfDescription& recipe) {
     const std::string path = (folder / name).string();
-    pdfhost::engine::PdfFactory(host->Engine()).Write(spec, path);
+    pdfhost::engine::PdfFactory(host->Engine()).Write(recipe, path);
     return path;
 }

@@ -35,7 +35,7 @@ class PluginHostTest : public testing::Test {
     // Opens a file as the user does; returns the host's document number (0 on failure).
     int Open(const std::string& path);
     // Writes a generated PDF into the test folder.
-    std::string MakePdf(const std::string& name, const pdfhost::engine::PdfSpec& spec);
+    std::string MakePdf(const std::string& name, const pdfhost::engine::PdfDescription& recipe);
 
     std::filesystem::path folder;
     std::filesystem::path profile;

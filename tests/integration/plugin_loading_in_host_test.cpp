@@ -32,7 +32,7 @@ TEST_F(PluginHostTest, BrokenBooleanInTheConfigurationStopsOnlyThePlugin) {
     EXPECT_EQ(host->Plugins().Plugins().size(), 0u);
     EXPECT_TRUE(Post(R"(["base","getCurrentDoc","","x"])").empty());
     // The host goes on.
-    const std::string path = MakePdf("still.pdf", {{pdfhost::engine::PageSpec::Blank()}});
+    const std::string path = MakePdf("still.pdf", {{pdfhost::engine::PageDescription::Blank()}});
     EXPECT_GT(Open(path), 0);
 }
 

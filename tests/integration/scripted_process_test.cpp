@@ -33,10 +33,10 @@ TEST(ScriptedProcessTest, OpenAskAndQuit) {
     const std::string pdf = (folder / "two pages.pdf").string();
     {
         pdfhost::engine::Context context;
-        pdfhost::engine::PdfSpec spec;
-        spec.pages = {pdfhost::engine::PageSpec::TextLines({"one"}),
-                      pdfhost::engine::PageSpec::TextLines({"two"})};
-        pdfhost::engine::PdfFactory(context).Write(spec, pdf);
+        pdfhost::engine::PdfDescription recipe;
+        recipe.pages = {pdfhost::engine::PageDescription::TextLines({"one"}),
+                        pdfhost::engine::PageDescription::TextLines({"two"})};
+        pdfhost::engine::PdfFactory(context).Write(recipe, pdf);
     }
     const auto input = folder / "input.jsonl";
     std::ofstream(input) << R"({"post":"[\"base\",\"getFilePageCount\",{},\"a\"]"})"

@@ -52,24 +52,24 @@ struct FormItem {
 using PageItem = std::variant<TextItem, ImageItem, PathItem, ShadingItem, FormItem>;
 
 // One page: its size and content objects, drawn in order.
-struct PageSpec {
+struct PageDescription {
     float width = 612;
     float height = 792;
     std::vector<PageItem> items{};
 
     // Appends one content object; returns *this for chaining.
     template <class Item>
-    PageSpec& Add(Item item) {
+    PageDescription& Add(Item item) {
         items.emplace_back(std::in_place_type<Item>, std::move(item));
         return *this;
     }
 
-    static PageSpec Blank() { return {}; }
+    static PageDescription Blank() { return {}; }
     // Lines at the left margin from the top down, 12 pt, 18 pt apart.
-    static PageSpec TextLines(const std::vector<std::string>& lines);
-    static PageSpec ImageOnly(int seed = 0);
-    static PageSpec PathsOnly();
-    static PageSpec FormOnly(const std::string& text = "Form content");
+    static PageDescription TextLines(const std::vector<std::string>& lines);
+    static PageDescription ImageOnly(int seed = 0);
+    static PageDescription PathsOnly();
+    static PageDescription FormOnly(const std::string& text = "Form content");
 };
 
 enum class EncryptionMethod { kRc4_128, kAes128 };
@@ -82,8 +82,8 @@ struct Encryption {
     std::uint32_t permissions = 0;
 };
 
-struct PdfSpec {
-    std::vector<PageSpec> pages{};
+struct PdfDescription {
+    std::vector<PageDescription> pages{};
     // Info dictionary entries, values as raw string bytes (dates in PDF form, e.g.
     // "D:20240102030405+01'00'"). Empty: the file has no Info dictionary.
     std::map<std::string, std::string> info{};

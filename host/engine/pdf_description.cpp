@@ -1,9 +1,9 @@
-#include "engine/pdf_spec.h"
+#include "engine/pdf_description.h"
 
 namespace pdfhost::engine {
 
-PageSpec PageSpec::TextLines(const std::vector<std::string>& lines) {
-    PageSpec page;
+PageDescription PageDescription::TextLines(const std::vector<std::string>& lines) {
+    PageDescription page;
     float y = 720;
     for (const std::string& line : lines) {
         page.Add(TextItem{.x = 72, .y = y, .size = 12, .text = line});
@@ -12,21 +12,21 @@ PageSpec PageSpec::TextLines(const std::vector<std::string>& lines) {
     return page;
 }
 
-PageSpec PageSpec::ImageOnly(int seed) {
-    PageSpec page;
+PageDescription PageDescription::ImageOnly(int seed) {
+    PageDescription page;
     page.Add(ImageItem{.seed = seed});
     return page;
 }
 
-PageSpec PageSpec::PathsOnly() {
-    PageSpec page;
+PageDescription PageDescription::PathsOnly() {
+    PageDescription page;
     page.Add(PathItem{.rect = {72, 600, 300, 700}, .fill = true});
     page.Add(PathItem{.rect = {72, 400, 300, 500}, .fill = false});
     return page;
 }
 
-PageSpec PageSpec::FormOnly(const std::string& text) {
-    PageSpec page;
+PageDescription PageDescription::FormOnly(const std::string& text) {
+    PageDescription page;
     page.Add(FormItem{.text = text});
     return page;
 }
