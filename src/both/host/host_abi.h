@@ -119,6 +119,25 @@ enum NdxObjectType : int32_t {
     kNdxObjectReference = 8,
 };
 
+// Search flags of NDXTextFindStart and NDXFieldTextFindStart; the editor's own bits.
+enum NdxFindFlag : uint32_t {
+    kNdxFindMatchCase = 0x1,  // without it letters match whatever their case
+    kNdxFindWholeWord = 0x2,  // a match may not touch a letter or digit on either side
+};
+
+// Control types of NDXFormControlGetType.
+enum NdxFormControlType : int32_t {
+    kNdxControlPushButton = 1,
+    kNdxControlRadioButton = 2,
+    kNdxControlCheckBox = 3,
+    kNdxControlTextField = 4,
+    kNdxControlRichText = 5,
+    kNdxControlFile = 6,
+    kNdxControlListBox = 7,
+    kNdxControlComboBox = 8,
+    kNdxControlSignature = 9,
+};
+
 // Permission bits of HostDocGetPermissions / HostDocGetPermission.
 enum HostPermission : uint32_t {
     kHostPermPrint = 0x04,
