@@ -9,6 +9,7 @@
 #include "document/document_registry.h"
 #include "host/host_string.h"
 #include "logging/async_logger.h"
+#include "redaction/search_result_store.h"
 #include "util/utf.h"
 
 namespace {
@@ -33,6 +34,7 @@ Brevan::~Brevan() {
     Delete(documents);
     Delete(docEvents);
     Delete(config);
+    Delete(searchResults);
     interfaceResources_.reset();
 }
 
@@ -67,6 +69,7 @@ int Brevan::Init() {
     }
     docEvents = std::make_unique<DocEventRecord>(*this);
     appEvents = std::make_unique<AppEventRecord>(*this);
+    searchResults = std::make_unique<SearchResultStore>();
     documents = std::make_unique<DocumentRegistry>();
     if (config->loggerOutput)
         StartLogger();
@@ -108,6 +111,7 @@ int Brevan::Unload() {
     Delete(docEvents);
     Delete(appEvents);
     Delete(config);
+    Delete(searchResults);
     Delete(documents);
     return 1;
 }

@@ -15,6 +15,7 @@ class AsyncLogger;
 class BrevanConfig;
 class DocumentRegistry;
 class DocEventRecord;
+class SearchResultStore;
 class AppEventRecord;
 class WebMessageChannel;
 
@@ -48,6 +49,7 @@ class Brevan {
     // Shows or hides the task pane and remembers the choice.
     void ShowTaskPane(bool show);
 
+    std::unique_ptr<SearchResultStore> searchResults;
     std::unique_ptr<BrevanConfig> config;
     std::unique_ptr<DocEventRecord> docEvents;
     std::unique_ptr<DocumentRegistry> documents;

@@ -3,6 +3,7 @@
 #include "app/brevan.h"
 #include "document/document_registry.h"
 #include "host/host_string.h"
+#include "redaction/search_result_store.h"
 
 namespace {
 
@@ -77,8 +78,13 @@ void DocEventRecord::OnDocClosing(void* client, HostDoc doc) {
         app.saveOfTemporaryDoc = 0;
     }
     std::wstring id;
-    if (app.documents && app.documents->findIdByDoc(doc, id))
+    if (app.documents && app.documents->findIdByDoc(doc, id)) {
         app.documents->forgetDoc(id);
+        if (app.searchResults) {
+            app.searchResults->EraseAnnotsOfFile(id);
+            app.searchResults->RemoveFile(id);
+        }
+    }
 }
 
 void DocEventRecord::OnOtherTabActivate(void* client) {

@@ -1,0 +1,145 @@
+#include "mark_dispatchers.h"
+
+#include <cstdint>
+#include <vector>
+
+#include "app/brevan.h"
+#include "bridge/command_params.h"
+#include "bridge/error_codes.h"
+#include "document/document_registry.h"
+#include "redaction/owned_handle.h"
+#include "redaction/request_fields.h"
+#include "redaction/search_result_store.h"
+
+namespace {
+
+constexpr float kEpsilon = 1.1920929e-07f;
+
+// One character range of a selection by ranges, as the host reads it from a pointer array.
+struct CharRange {
+    int32_t start;
+    int32_t end;
+};
+
+// The key of a page in the host's range map: the page index itself.
+const void* PageKey(int32_t page) {
+    return reinterpret_cast<const void*>(static_cast<intptr_t>(page));
+}
+
+}  // namespace
+
+std::optional<NdxPoint> ScrollTargetFor(const SearchRecord& record, const NdxRect& visible) {
+    float targetX = 0;
+    float targetY = 0;
+    bool outside = record.rects.empty();
+    if (!outside) {
+        const NdxRect& r = record.rects.front();
+        if (visible.left > r.left) {
+            targetX = r.left;
+            outside = true;
+        } else if (r.right > visible.right) {
+            targetX = r.right - visible.right + visible.left;
+            outside = true;
+            if (visible.left > targetX)
+                targetX = r.left;
+        }
+        if (r.top > visible.top || visible.bottom > r.top) {
+            targetY = r.top;
+            outside = true;
+        } else if (r.top > visible.bottom && visible.bottom > r.bottom) {
+            targetY = visible.top - (visible.bottom - r.bottom);
+            outside = true;
+        }
+    }
+    if (!outside)
+        return std::nullopt;
+    if (targetX > kEpsilon)
+        return NdxPoint{targetX, targetY > kEpsilon ? targetY : visible.top};
+    return NdxPoint{visible.left, targetY};
+}
+
+Json::Value MarkTextDispatcher::Run() {
+    Json::Value root;
+    if (!ParseParams(params, root))
+        return Fail(err::kNoJson);
+    const std::wstring searchKey = TextOf(Member(root, "searchKey"));
+    if (searchKey.empty())
+        return Fail(err::kNoSearchKey);
+    const std::optional<int64_t> index = ListIndexOf(root);
+    if (!index)
+        return Fail(err::kNoIndex);
+    HostDoc doc = app_.GetCurrentDoc();
+    if (doc == nullptr)
+        return Fail(err::kClosedDoc);
+    std::wstring fileId;
+    if (!app_.documents || !app_.documents->findIdByDoc(doc, fileId))
+        return Fail(err::kNoIdFromDoc);
+    if (!app_.searchResults)
+        return Fail(err::kNoResultForSearchKey);
+    const SearchRecord record = app_.searchResults->GetResult(fileId, searchKey, *index);
+    if (record.page == -1 || record.index == -1)
+        return Fail(err::kNoFindResult);
+
+    HostApi& host = app_.host();
+    HostDocView view = host.HostDocGetView(doc);
+    HostPageView current = view != nullptr ? host.HostDocViewGetCurrentPageView(view) : nullptr;
+    HostPageView pageView =
+        view != nullptr ? host.HostDocViewGetPageView(view, record.page) : nullptr;
+    if (current == nullptr || pageView == nullptr)
+        return Fail(err::kNoDocView);
+    HostTextSelectTool tool = host.HostDocGetTextSelectTool(doc);
+    if (tool == nullptr)
+        return Fail(err::kNoTextSelectTool);
+
+    Select(tool, pageView, record);
+    if (pageView != current)
+        host.HostDocViewGotoPage(view, record.page);
+    const NdxRect visible = host.HostPageViewGetVisibleRect(pageView);
+    if (const std::optional<NdxPoint> target = ScrollTargetFor(record, visible)) {
+        int x = 0;
+        int y = 0;
+        host.HostPageViewPointToDevice(pageView, &*target, &x, &y);
+        host.HostDocViewScrollTo(view, x, y);
+    }
+    return MakeResult(err::kOk, Json::Value());
+}
+
+// By rectangles when the record has them; otherwise by the character ranges of the record and its
+// pieces, one range array per page (a later part on a page replaces the earlier one's entry).
+void MarkTextDispatcher::Select(HostTextSelectTool tool, HostPageView pageView,
+                                const SearchRecord& record) {
+    HostApi& host = app_.host();
+    if (!record.rects.empty()) {
+        OwnedRectArray rects(host, host.NDXRectArrayNew());
+        for (const NdxRect& r : record.rects)
+            host.NDXRectArrayAdd(rects.get(), r.left, r.bottom, r.right, r.top);
+        host.HostTextSelectToolSelectRects(tool, pageView, rects.get());
+        return;
+    }
+    const std::size_t parts = record.pieces.size() + 1;
+    OwnedMap map(host, host.HostMapNew(static_cast<int>(parts)));
+    std::vector<CharRange> ranges;
+    ranges.reserve(parts);  // the host holds pointers into it until the call returns
+    std::vector<OwnedPtrArray> arrays;
+    const auto add = [&](int32_t page, int32_t start, int32_t end) {
+        ranges.push_back(CharRange{start, end});
+        OwnedPtrArray& array = arrays.emplace_back(host, host.HostPtrArrayNew());
+        host.HostPtrArrayAdd(array.get(), &ranges.back());
+        host.HostMapSet(map.get(), PageKey(page), array.get());
+    };
+    add(record.page, record.start, record.end);
+    for (const SearchPiece& piece : record.pieces)
+        add(piece.page, piece.start, piece.end);
+    host.HostTextSelectToolSelectRanges(tool, map.get());
+}
+
+Json::Value ClearMarkTextsDispatcher::Run() {
+    HostDoc doc = app_.GetCurrentDoc();
+    if (doc == nullptr)
+        return Fail(err::kClosedDoc);
+    HostTextSelectTool tool = app_.host().HostDocGetTextSelectTool(doc);
+    if (tool == nullptr)
+        return Fail(err::kNoTextSelectTool);
+    app_.host().HostTextSelectToolClear(tool);
+    return MakeResult(err::kOk, Json::Value());
+}

@@ -1,0 +1,20 @@
+#include "redaction_strings.h"
+
+std::wstring ResourceString(int id) {
+    switch (id) {
+        case ids::kHighlightSubject:
+            return L"Highlight";
+        case ids::kRedactSubject:
+            return L"Redact";
+        case ids::kRedactNamedPrompt:
+            return L"You have decided to redact the keywords you selected. Once clicking OK, the "
+                   L"operation cannot be undone; otherwise, click Cancel to review again.";
+        case ids::kPromptTitle:
+            return L"Sable Mark";
+        case ids::kRedactAllPrompt:
+            return L"You have decided to redact the content you selected. Once clicking OK, the "
+                   L"operation cannot be undone; otherwise, click Cancel to review again.";
+        default:
+            return {};
+    }
+}

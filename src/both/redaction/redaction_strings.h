@@ -1,0 +1,16 @@
+// The plug-in's resource strings that the redaction commands show or write, by their ids. The
+// plug-in starts only on an "en-US" host, so the English table is the one in use.
+#pragma once
+
+#include <string>
+
+namespace ids {
+constexpr int kHighlightSubject = 1007;
+constexpr int kRedactSubject = 1008;
+constexpr int kRedactNamedPrompt = 1013;
+constexpr int kPromptTitle = 1014;
+constexpr int kRedactAllPrompt = 1027;
+}  // namespace ids
+
+// The text of a resource string; empty for an id this table does not hold.
+std::wstring ResourceString(int id);

@@ -1,0 +1,23 @@
+// replaceText puts a new text in the place of one stored match of the active document; the host
+// rewrites the page. The store keeps its records as they were.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "bridge/base_dispatcher.h"
+
+class Brevan;
+
+// `index` of replaceText: any JSON number, a fraction cut off; empty when absent, not a number or
+// negative. A number beyond the 64-bit range reads as the largest index.
+std::optional<int64_t> TruncatedIndexOf(const Json::Value& value);
+
+class ReplaceTextDispatcher : public BaseDispatcher {
+  public:
+    ReplaceTextDispatcher(Brevan& app, const wchar_t* params) : BaseDispatcher(params), app_(app) {}
+    Json::Value Run() override;
+
+  private:
+    Brevan& app_;
+};

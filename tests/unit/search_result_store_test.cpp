@@ -1,0 +1,110 @@
+// The result store: the total order of records that keys the annotation map, list lookups, and the
+// annotation entries found by record, name and handle.
+#include <gtest/gtest.h>
+
+#include "redaction/search_result_store.h"
+
+namespace {
+
+SearchRecord Record(std::wstring file, int page, int start, std::vector<NdxRect> rects = {},
+                    std::wstring key = L"k") {
+    SearchRecord r;
+    r.file = std::move(file);
+    r.page = page;
+    r.start = start;
+    r.end = start + 2;
+    r.index = 0;
+    r.rects = std::move(rects);
+    r.searchKey = std::move(key);
+    return r;
+}
+
+HostAnnot Handle(int n) {
+    return reinterpret_cast<HostAnnot>(static_cast<intptr_t>(n));
+}
+
+TEST(SearchRecordTest, TotalOrderFieldByFieldWithUnionAndKeyLast) {
+    const NdxRect a{10, 20, 30, 40};
+    // Each record comes strictly before the next.
+    const std::vector<SearchRecord> ascending = {
+        Record(L"", 5, 0),
+        Record(L"f", 0, 0),
+        Record(L"f", 0, 0, {a}),
+        Record(L"f", 0, 0, {a, NdxRect{10, 20, 30, 40}}),         // more rectangles
+        Record(L"f", 0, 0, {a, NdxRect{10, 20, 31, 40}}),         // union's right
+        Record(L"f", 0, 0, {NdxRect{10, 20, 31, 41}, a}),         // union's top
+        Record(L"f", 0, 0, {NdxRect{10, 20, 31, 41}, a}, L"k2"),  // searchKey last
+        Record(L"f", 0, 3),
+        Record(L"f", 1, 0),
+        Record(L"fa", 0, 0),
+    };
+    for (std::size_t i = 0; i + 1 < ascending.size(); ++i) {
+        EXPECT_TRUE(ascending[i] < ascending[i + 1]) << i;
+        EXPECT_FALSE(ascending[i + 1] < ascending[i]) << i;
+    }
+    // Pieces take no part; union of no rectangles is all zero.
+    SearchRecord withPiece = ascending[1];
+    withPiece.pieces.push_back(SearchPiece{L"", 3, 1, 2, 0, L""});
+    EXPECT_FALSE(withPiece < ascending[1]);
+    EXPECT_FALSE(ascending[1] < withPiece);
+    const NdxRect none = ascending[1].Union();
+    EXPECT_EQ(none.left + none.bottom + none.right + none.top, 0.0f);
+    const NdxRect both = ascending[4].Union();
+    EXPECT_EQ(both.left, 10.0f);
+    EXPECT_EQ(both.right, 31.0f);
+}
+
+TEST(SearchResultStoreTest, ListsByFileAndKeyWithTheEmptyRecordForMisses) {
+    SearchResultStore store;
+    store.SetResults(L"f", L"k", {Record(L"f", 0, 1), Record(L"f", 2, 5)});
+    store.AppendResult(L"g", L"k", Record(L"g", 1, 1));
+    EXPECT_EQ(store.GetResult(L"f", L"k", 1).page, 2);
+    EXPECT_EQ(store.GetResult(L"g", L"k", 0).page, 1);
+    for (const auto& [file, key, index] : {std::tuple{L"f", L"k", 2}, std::tuple{L"f", L"x", 0},
+                                           std::tuple{L"x", L"k", 0}, std::tuple{L"f", L"k", -1}}) {
+        EXPECT_EQ(&store.GetResult(file, key, index), &SearchResultStore::EmptyRecord());
+    }
+    store.SetResults(L"f", L"k", {Record(L"f", 7, 1)});  // replaces the list
+    EXPECT_EQ(store.GetResult(L"f", L"k", 0).page, 7);
+    EXPECT_FALSE(store.GetResult(L"f", L"k", 1).found());
+}
+
+TEST(SearchResultStoreTest, AnnotationEntriesByRecordNameAndHandle) {
+    SearchResultStore store;
+    const SearchRecord first = Record(L"f", 0, 1, {NdxRect{1, 1, 2, 2}});
+    const SearchRecord second = Record(L"f", 3, 1, {NdxRect{1, 1, 2, 2}});
+    store.SetAnnot(second, L"ai_plugin_same", Handle(2));
+    store.SetAnnot(first, L"ai_plugin_same", Handle(1));
+    EXPECT_TRUE(store.IsAnnotated(first));
+    // Among equal names the first key in record order wins.
+    EXPECT_EQ(store.GetPageIdxByAnnotUniqueID(L"ai_plugin_same"), 0);
+    EXPECT_EQ(store.GetRecordAnnot(L"ai_plugin_same"), Handle(1));
+    EXPECT_EQ(store.FindRecordByAnnot(Handle(2)).page, 3);
+    EXPECT_EQ(store.FindRecordByUniqueID(L"ai_plugin_none").page, -1);
+    EXPECT_EQ(store.GetPageIdxByAnnotUniqueID(L"ai_plugin_none"), -1);
+
+    // A null handle renames but keeps the handle; a cleared handle is no annotation any more.
+    store.SetAnnot(first, L"ai_plugin_renamed", nullptr);
+    EXPECT_EQ(store.FindAnnot(first).annot, Handle(1));
+    EXPECT_EQ(store.FindAnnot(first).uniqueIDName, L"ai_plugin_renamed");
+    EXPECT_EQ(store.GetRecordAnnot(L"ai_plugin_same"), Handle(2));  // now the only one
+    store.ClearAnnotHandle(first);
+    EXPECT_FALSE(store.IsAnnotated(first));
+    EXPECT_EQ(store.GetRecordAnnot(L"ai_plugin_renamed"), nullptr);
+    EXPECT_EQ(store.FindRecordByAnnot(Handle(1)).page, -1);
+    EXPECT_EQ(store.FindRecordByAnnot(nullptr).page, 0);
+    store.EraseAnnot(first);
+    EXPECT_EQ(store.FindAnnot(first).uniqueIDName, L"");
+    EXPECT_EQ(store.FindRecordByUniqueID(L"ai_plugin_renamed").page, -1);
+
+    // A file's close drops the entries of its records, then its results.
+    store.SetResults(L"f", L"k", {second});
+    store.SetAnnot(Record(L"other", 0, 1), L"ai_plugin_kept", Handle(3));
+    store.EraseAnnotsOfFile(L"f");
+    store.RemoveFile(L"f");
+    EXPECT_FALSE(store.IsAnnotated(second));
+    EXPECT_FALSE(store.GetResult(L"f", L"k", 0).found());
+    EXPECT_EQ(store.GetRecordAnnot(L"ai_plugin_kept"), Handle(3));
+}
+
+}  // namespace
