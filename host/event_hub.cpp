@@ -69,5 +69,8 @@ void EventHub::Modified(HostDoc doc) {
 void EventHub::OtherTab() {
     FireDoc<HostDocHookNoDoc>(kDocEventOtherTab);
 }
+void EventHub::FieldChanged(HostDoc doc, NdxFormField field) {
+    FireDoc<HostDocFieldHook>(kDocEventFieldChanged, doc, field);
+}
 
 }  // namespace pdfhost

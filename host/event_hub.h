@@ -29,6 +29,7 @@ class EventHub {
     void Closing(HostDoc doc);
     void Modified(HostDoc doc);
     void OtherTab();
+    void FieldChanged(HostDoc doc, NdxFormField field);
 
   private:
     template <typename Record>

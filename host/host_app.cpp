@@ -65,8 +65,10 @@ HostApp::~HostApp() {
     UnloadPlugins();
     scriptWriter_ = nullptr;
     observers_.clear();
-    for (const auto& document : documents_.All())
+    for (const auto& document : documents_.All()) {
         pages_.ForgetDocument(document->Handle());
+        annotations_.ForgetDocument(document->Handle());
+    }
     documents_.Clear();
     g_current = nullptr;
 }
@@ -219,6 +221,8 @@ void HostApp::CloseDocument(HostDocument& document) {
         Notify([&](DocumentObserver& observer) { observer.DocumentRemoving(document); });
     }
     pages_.ForgetDocument(handle);
+    annotations_.ForgetDocument(handle);
+    undo_.ForgetDocument(handle);
     documents_.Remove(document);
     if (HostDocument* successor = documents_.FindByNumber(nextNumber))
         Activate(*successor);

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "annotation_handles.h"
+#include "dialog_answers.h"
 #include "document_observer.h"
 #include "document_set.h"
 #include "engine/context.h"
@@ -20,6 +22,9 @@
 #include "profile.h"
 #include "settings_store.h"
 #include "table_manager.h"
+#include "text_handles.h"
+#include "tool_box.h"
+#include "undo_stack.h"
 #include "value_handles.h"
 
 class QMainWindow;
@@ -100,6 +105,12 @@ class HostApp {
     TableManager& Tables() { return tables_; }
     ValueHandles& Values() { return values_; }
     PageHandles& Pages() { return pages_; }
+    TextHandles& Texts() { return texts_; }
+    AnnotationHandles& Annotations() { return annotations_; }
+    UndoStack& Undo() { return undo_; }
+    ToolBox& Tools() { return tools_; }
+    // Answers queued for headless dialogs.
+    DialogAnswers& Answers() { return answers_; }
     EventHub& Events() { return events_; }
     ExtensionRegistry& Extensions() { return extensions_; }
     SettingsStore& Preferences() { return preferences_; }
@@ -137,6 +148,11 @@ class HostApp {
     engine::Context context_;
     DocumentSet documents_;
     PageHandles pages_;
+    TextHandles texts_;
+    AnnotationHandles annotations_;
+    UndoStack undo_;
+    ToolBox tools_;
+    DialogAnswers answers_;
     std::vector<DocumentObserver*> observers_;
     std::unique_ptr<QMainWindow> hiddenFrame_;
     std::vector<QMainWindow*> frames_;

@@ -12,7 +12,8 @@ HostDocument::HostDocument(int number, engine::Document document, DocumentKind k
       pdfHandle_(reinterpret_cast<NdxDoc>(NextHandleValue())),
       kind_(kind),
       document_(std::move(document)),
-      objects_(document_.fz()) {}
+      objects_(document_.fz()),
+      view_(kind == DocumentKind::kHidden ? nullptr : std::make_unique<DocView>(document_)) {}
 
 std::string HostDocument::FileName() const {
     if (Path().empty())

@@ -2,11 +2,16 @@
 // (modified, temporary, hidden) and the PDF objects handed out for it.
 #pragma once
 
+#include <memory>
 #include <string>
 
+#include "doc_view.h"
 #include "engine/document.h"
+#include "form_state.h"
 #include "host_abi.h"
+#include "page_text_cache.h"
 #include "pdf_object_handles.h"
+#include "search_memory.h"
 
 namespace pdfhost {
 
@@ -29,6 +34,13 @@ class HostDocument {
     engine::Document& Engine() { return document_; }
     const engine::Document& Engine() const { return document_; }
     PdfObjectHandles& Objects() { return objects_; }
+    // The numbered text of its pages, the last search of each page, and its form's handles.
+    PageTextCache& TextCache() { return textCache_; }
+    SearchMemory& Searches() { return searches_; }
+    FormState& Form() { return form_; }
+    // The view of its tab; null for a hidden document.
+    DocView* View() { return view_.get(); }
+    const DocView* View() const { return view_.get(); }
 
     // The file path; empty for a new document that was never saved.
     const std::string& Path() const { return document_.Path(); }
@@ -55,6 +67,10 @@ class HostDocument {
     engine::Document document_;
     // Declared after the document: its references are dropped before the document closes.
     PdfObjectHandles objects_;
+    PageTextCache textCache_;
+    SearchMemory searches_;
+    FormState form_;
+    std::unique_ptr<DocView> view_;
 };
 
 }  // namespace pdfhost

@@ -1,11 +1,12 @@
 // The plain values that plug-ins make with a ...New function and free with the matching
-// Delete/Destroy: host strings, containers, parse options and resource handles.
+// Delete/Destroy: host strings, containers, parse options, resource handles and PDF values.
 #pragma once
 
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "engine/pdf_value.h"
 #include "handle_pool.h"
 #include "host_abi.h"
 
@@ -53,6 +54,9 @@ struct ValueHandles {
     HandlePool<NdxRectArray, RectArrayValue> rectArrays;
     HandlePool<NdxParseOptions, ParseOptionsValue> parseOptions;
     HandlePool<HostResources, ResourcesValue> resources;
+    // Dictionaries and arrays a plug-in builds (NDXDictNew, NDXArrayNew) before handing them
+    // to a document.
+    HandlePool<NdxObject, engine::PdfValue> pdfValues;
 };
 
 }  // namespace pdfhost

@@ -9,14 +9,16 @@
 
 #include <json/reader.h>
 
+#include "automation/field_typing.h"
+#include "automation/user_redaction.h"
+#include "automation/view_state.h"
 #include "host_app.h"
 
 namespace pdfhost {
 namespace {
 
 // Lines of the contract that later work will serve.
-constexpr std::array<const char*, 6> kNotYetSupported = {"userRedact", "setField", "ribbon",
-                                                         "signIn",     "signOut",  "answer"};
+constexpr std::array<const char*, 3> kNotYetSupported = {"ribbon", "signIn", "signOut"};
 
 bool ParseObject(const std::string& text, Json::Value& value, std::string& error) {
     Json::CharReaderBuilder builder;
@@ -132,6 +134,24 @@ ScriptSession::Outcome ScriptSession::HandleHost(const Json::Value& line) {
         Wait(line);
     } else if (command == "state") {
         State();
+    } else if (command == "setField") {
+        if (HostDocument* document = DocumentOf(line)) {
+            if (const std::string error = TypeIntoField(app_, *document, line); !error.empty())
+                Error(error);
+        }
+    } else if (command == "userRedact") {
+        if (HostDocument* document = DocumentOf(line)) {
+            if (const std::string error = DrawUserRedaction(app_, *document, line); !error.empty())
+                Error(error);
+        }
+    } else if (command == "answer") {
+        if (!line["dialog"].isString() || line["dialog"].asString().empty()) {
+            Error("\"answer\" needs a \"dialog\" kind");
+        } else if (!line.isMember("value")) {
+            Error("\"answer\" needs a \"value\"");
+        } else {
+            app_.Answers().Queue(line["dialog"].asString(), line["value"]);
+        }
     } else if (std::find(kNotYetSupported.begin(), kNotYetSupported.end(), command) !=
                kNotYetSupported.end()) {
         Error("not supported yet: " + command);
@@ -167,7 +187,9 @@ void ScriptSession::Opened(const HostDocument& document) {
 
 HostDocument* ScriptSession::DocumentOf(const Json::Value& line) {
     if (!line["doc"].isInt()) {
-        Error("\"" + line["host"].asString() + "\" needs a \"doc\" number");
+        std::string text = line["host"].asString();
+        text.insert(0, 1, '"').append("\" needs a \"doc\" number");
+        Error(text);
         return nullptr;
     }
     const int number = line["doc"].asInt();
@@ -206,11 +228,14 @@ void ScriptSession::State() {
         entry["path"] = document->Path();
         entry["modified"] = document->IsModified();
         entry["active"] = document == app_.Documents().Active();
+        if (const DocView* view = document->View())
+            DescribeView(*view, entry);
         documents.append(entry);
     }
     Json::Value state(Json::objectValue);
     state["documents"] = documents;
     state["paneShown"] = app_.AnyPaneShown();
+    state["tool"] = app_.Tools().CurrentName();
     Json::Value answer(Json::objectValue);
     answer["state"] = state;
     out_.Write(answer);

@@ -10,6 +10,13 @@ void RegisterHostTables(TableManager& tables) {
     RegisterDocumentTables(tables);
     RegisterPageTables(tables);
     RegisterObjectTables(tables);
+    RegisterObjectBuildTables(tables);
+    RegisterAnnotTables(tables);
+    RegisterRedactTables(tables);
+    RegisterViewTables(tables);
+    RegisterDialogTables(tables);
+    RegisterTextTables(tables);
+    RegisterFormTables(tables);
 }
 
 }  // namespace pdfhost

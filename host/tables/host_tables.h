@@ -12,6 +12,13 @@ void RegisterAppTables(TableManager& tables);
 void RegisterDocumentTables(TableManager& tables);
 void RegisterPageTables(TableManager& tables);
 void RegisterObjectTables(TableManager& tables);
+void RegisterObjectBuildTables(TableManager& tables);
+void RegisterAnnotTables(TableManager& tables);
+void RegisterRedactTables(TableManager& tables);
+void RegisterViewTables(TableManager& tables);
+void RegisterDialogTables(TableManager& tables);
+void RegisterTextTables(TableManager& tables);
+void RegisterFormTables(TableManager& tables);
 
 // All of the above.
 void RegisterHostTables(TableManager& tables);

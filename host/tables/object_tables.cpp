@@ -1,6 +1,7 @@
-// PDF objects handed out for a document: types, indirect references, dictionary entries and
-// string bytes. Dictionary entries are handed out resolved, so that a value stored as an indirect
-// object reads like one stored in place; strings are read as their raw bytes.
+// PDF objects handed out for a document, and the values plug-ins build: types, indirect
+// references, dictionary entries and string bytes. Dictionary entries are handed out resolved,
+// so that a value stored as an indirect object reads like one stored in place; strings are read
+// as their raw bytes.
 #include "engine/mupdf_call.h"
 #include "tables/host_tables.h"
 #include "tables/table_support.h"
@@ -27,8 +28,44 @@ std::string StringBytes(fz_context* ctx, pdf_obj* object) {
     return bytes.data != nullptr ? std::string(bytes.data, bytes.size) : std::string();
 }
 
+// The text of a dictionary entry read as a string: a string's bytes or a name's text.
+std::string EntryText(fz_context* ctx, pdf_obj* entry) {
+    const char* name = engine::CallMupdf(ctx, "name entry", [&]() -> const char* {
+        pdf_obj* direct = pdf_resolve_indirect_chain(ctx, entry);
+        return pdf_is_name(ctx, direct) ? pdf_to_name(ctx, direct) : nullptr;
+    });
+    return name != nullptr ? std::string(name) : StringBytes(ctx, entry);
+}
+
+// The type of a value a plug-in builds (NDXDictNew, NDXArrayNew).
+int BuiltType(const engine::PdfValue& value) {
+    using Kind = engine::PdfValue::Kind;
+    switch (value.kind()) {
+        case Kind::kBoolean:
+            return kNdxObjectBoolean;
+        case Kind::kInteger:
+        case Kind::kReal:
+            return kNdxObjectNumber;
+        case Kind::kName:
+            return kNdxObjectName;
+        case Kind::kString:
+            return kNdxObjectString;
+        case Kind::kArray:
+            return kNdxObjectArray;
+        case Kind::kDictionary:
+            return kNdxObjectDictionary;
+        case Kind::kReference:
+            return kNdxObjectReference;
+        case Kind::kNull:
+            break;
+    }
+    return kNdxObjectNull;
+}
+
 int ObjectGetType(NdxObject object) {
     return Guarded(0, [&](HostApp& app) {
+        if (const engine::PdfValue* built = app.Values().pdfValues.Find(object))
+            return BuiltType(*built);
         const auto [document, value] = app.Documents().FindObject(object);
         if (value == nullptr)
             return 0;
@@ -55,6 +92,8 @@ int ObjectGetType(NdxObject object) {
 
 NdxObject ObjectGetDirect(NdxObject object) {
     return Guarded<NdxObject>(nullptr, [&](HostApp& app) -> NdxObject {
+        if (app.Values().pdfValues.Find(object) != nullptr)
+            return object;
         const auto [document, value] = app.Documents().FindObject(object);
         if (value == nullptr)
             return nullptr;
@@ -91,12 +130,18 @@ void DictGetString(NdxObject dict, const char* key, HostByteString out) {
     Guarded([&](HostApp& app) {
         const auto [document, value] = app.Documents().FindObject(dict);
         std::string bytes;
+        if (const engine::PdfValue* built = app.Values().pdfValues.Find(dict)) {
+            const engine::PdfValue* entry = key != nullptr ? built->Get(key) : nullptr;
+            if (entry != nullptr && (entry->kind() == engine::PdfValue::Kind::kString ||
+                                     entry->kind() == engine::PdfValue::Kind::kName))
+                bytes = entry->Text();
+        }
         if (value != nullptr && key != nullptr) {
             fz_context* ctx = document->Engine().fz();
             pdf_obj* entry = engine::CallMupdf(ctx, "dictionary entry",
                                                [&] { return pdf_dict_gets(ctx, value, key); });
             if (entry != nullptr)
-                bytes = StringBytes(ctx, entry);
+                bytes = EntryText(ctx, entry);
         }
         SetBytes(app, out, std::move(bytes));
     });

@@ -7,15 +7,22 @@
 #include <QPixmap>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "annotation_editor.h"
+#include "host_app.h"
 #include "host_document.h"
+#include "ui/selection_painter.h"
 
 namespace pdfhost::ui {
 namespace {
 
-constexpr float kViewDpi = 96;
+// Pages are drawn at the device resolution of the view model.
+constexpr float kViewDpi = DocView::kPixelsPerPoint * 72;
 
 }  // namespace
 
@@ -44,12 +51,80 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
     connect(previous_, &QPushButton::clicked, this, [this] { ShowPage(page_ - 1); });
     connect(next_, &QPushButton::clicked, this, [this] { ShowPage(page_ + 1); });
     setFocusPolicy(Qt::StrongFocus);
+    if (DocView* view = document_.View()) {
+        view->SetListener([this] { OnViewChanged(); });
+        connect(scroll_->horizontalScrollBar(), &QScrollBar::valueChanged, this,
+                &DocumentView::UserScrolled);
+        connect(scroll_->verticalScrollBar(), &QScrollBar::valueChanged, this,
+                &DocumentView::UserScrolled);
+    }
+    auto* undo = new QShortcut(QKeySequence::Undo, this);
+    connect(undo, &QShortcut::activated, this, [this] {
+        if (HostApp* app = HostApp::Current())
+            AnnotationEditor(*app).UndoLast(document_);
+    });
     ShowPage(0);
+}
+
+DocumentView::~DocumentView() {
+    HostApp* app = HostApp::Current();
+    if (app == nullptr)
+        return;
+    for (const auto& open : app->Documents().All()) {
+        if (open.get() == &document_ && document_.View() != nullptr)
+            document_.View()->SetListener(nullptr);
+    }
+}
+
+void DocumentView::OnViewChanged() {
+    if (syncing_)
+        return;
+    DocView* view = document_.View();
+    const bool repaint = view->CurrentPage() != page_ || !view->TakeInvalidated().empty() ||
+                         !(view->Selection() == drawnSelection_);
+    if (repaint && !refreshQueued_) {
+        refreshQueued_ = true;
+        QTimer::singleShot(0, this, [this] {
+            refreshQueued_ = false;
+            ShowPage(document_.View()->CurrentPage());
+        });
+    }
+    ApplyScroll();
+}
+
+void DocumentView::ApplyScroll() {
+    const DocView* view = document_.View();
+    if (view == nullptr)
+        return;
+    syncing_ = true;
+    scroll_->horizontalScrollBar()->setValue(view->Scroll().x);
+    scroll_->verticalScrollBar()->setValue(view->Scroll().y);
+    syncing_ = false;
+}
+
+void DocumentView::UserScrolled() {
+    DocView* view = document_.View();
+    if (syncing_ || view == nullptr)
+        return;
+    syncing_ = true;
+    view->ScrollTo(scroll_->horizontalScrollBar()->value(), scroll_->verticalScrollBar()->value());
+    syncing_ = false;
+}
+
+void DocumentView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (DocView* view = document_.View())
+        view->SetViewportSize(scroll_->viewport()->width(), scroll_->viewport()->height());
 }
 
 void DocumentView::ShowPage(int page) {
     const int count = document_.Engine().PageCount();
     page_ = std::clamp(page, 0, std::max(0, count - 1));
+    if (DocView* view = document_.View(); view != nullptr && view->CurrentPage() != page_) {
+        syncing_ = true;
+        view->GotoPage(page_);
+        syncing_ = false;
+    }
     Refresh();
 }
 
@@ -62,7 +137,13 @@ void DocumentView::Refresh() {
         const engine::RgbImage image = document_.Engine().Render(page_, kViewDpi);
         const QImage view(image.pixels.data(), image.width, image.height, image.stride,
                           QImage::Format_RGB888);
-        picture_->setPixmap(QPixmap::fromImage(view.copy()));
+        QImage shown = view.copy();
+        if (const DocView* model = document_.View()) {
+            drawnSelection_ = model->Selection();
+            PaintSelection(shown, document_, page_);
+        }
+        picture_->setPixmap(QPixmap::fromImage(shown));
+        ApplyScroll();
     } catch (const std::exception& error) {
         picture_->setText(QString::fromStdString(error.what()));
     }

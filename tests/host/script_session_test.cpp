@@ -109,11 +109,11 @@ TEST_F(ScriptSessionTest, BadLinesAnswerWithAnErrorAndChangeNothing) {
     Json::Value open(Json::objectValue);
     open["host"] = "open";
     open["path"] = missing;
-    const auto lines = Run({Line(open), "not json", "[1,2]", R"({"host":"open"})",
-                            R"({"host":"activate","doc":9})", R"({"host":"close","doc":"1"})",
-                            R"({"host":"wait","ms":-1})", R"({"host":"fly"})", R"({"post":3})",
-                            R"({"other":1})", R"({"host":"setField","doc":1})",
-                            R"({"host":"answer","dialog":"messageBox","value":1})"});
+    const auto lines =
+        Run({Line(open), "not json", "[1,2]", R"({"host":"open"})",
+             R"({"host":"activate","doc":9})", R"({"host":"close","doc":"1"})",
+             R"({"host":"wait","ms":-1})", R"({"host":"fly"})", R"({"post":3})", R"({"other":1})",
+             R"({"host":"setField","doc":1})", R"({"host":"answer","value":1})"});
     ASSERT_EQ(lines.size(), 12u);
     for (const auto& line : lines)
         EXPECT_TRUE(line["error"].isString()) << Line(line);
@@ -121,8 +121,8 @@ TEST_F(ScriptSessionTest, BadLinesAnswerWithAnErrorAndChangeNothing) {
     EXPECT_TRUE(lines[1]["error"].asString().starts_with("malformed line: Line 1, Column 1"));
     EXPECT_EQ(lines[4]["error"].asString(), "no document 9");
     EXPECT_EQ(lines[7]["error"].asString(), "unknown host command: fly");
-    EXPECT_EQ(lines[10]["error"].asString(), "not supported yet: setField");
-    EXPECT_EQ(lines[11]["error"].asString(), "not supported yet: answer");
+    EXPECT_EQ(lines[10]["error"].asString(), "no document 1");
+    EXPECT_EQ(lines[11]["error"].asString(), "\"answer\" needs a \"dialog\" kind");
     EXPECT_TRUE(app_.Documents().All().empty());
     EXPECT_TRUE(Raw("   ").empty());
 }

@@ -139,7 +139,7 @@ TEST_F(DocumentCommandsInHostTest, EnvelopeRepliesByteForByte) {
               std::vector<std::string>{"Error Message Parma"});
     EXPECT_EQ(Post("garbage"), std::vector<std::string>{"Error Message Parma"});
     EXPECT_TRUE(Post(R"({"not":"an array"})").empty());
-    EXPECT_EQ(Post(R"(["base","findTexts",{},"x"])"),
+    EXPECT_EQ(Post(R"(["base","showMessage",{},"x"])"),
               std::vector<std::string>{"{\"data\":null,\"ret\":400000}\n"});
     EXPECT_EQ(Post(R"(["BASE","getFilePageCount",{},"x"])"),
               std::vector<std::string>{"{\"data\":null,\"ret\":400000}\n"});

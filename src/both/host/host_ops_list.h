@@ -277,6 +277,7 @@ HOST_OP(NDXArrayGetNumber, 66, 12, float, (NdxObject array, int index), (array, 
 HOST_OP(NDXArrayAddNumber, 66, 17, void, (NdxObject array, float value), (array, value))
 HOST_OP(NDXDictNew, 67, 0, NdxObject, (), ())
 HOST_OP(NDXDictGet, 67, 1, NdxObject, (NdxObject dict, const char* key), (dict, key))
+// NDXDictGetString: a string entry's bytes, or a name entry's text; empty when absent.
 HOST_OP(NDXDictGetString, 67, 3, void, (NdxObject dict, const char* key, HostByteString out),
         (dict, key, out))
 HOST_OP(NDXDictSetObject, 67, 18, void,

@@ -1,0 +1,176 @@
+#include "annotation_editor.h"
+
+#include "engine/error.h"
+#include "engine/permissions.h"
+#include "engine/redaction.h"
+#include "host_app.h"
+
+namespace pdfhost {
+namespace {
+
+bool Allows(const HostDocument& document, std::uint32_t bits) {
+    return (document.Engine().Permissions() & bits) == bits;
+}
+
+bool CanAnnotate(const HostDocument& document) {
+    return Allows(document, engine::permission::kAnnotate);
+}
+
+}  // namespace
+
+std::uintptr_t AnnotationEditor::TagOf(const HostDocument& document) {
+    return reinterpret_cast<std::uintptr_t>(document.Handle());
+}
+
+AnnotationRecord* AnnotationEditor::PlacedOf(const HostDocument& document, HostAnnot annot) const {
+    AnnotationRecord* record = app_.Annotations().Find(annot);
+    if (record == nullptr || record->IsPending() || record->document != document.Handle())
+        return nullptr;
+    return record;
+}
+
+HostAnnot AnnotationEditor::Add(HostDocument& document, int page, const engine::PdfValue& entries,
+                                int index) {
+    if (!CanAnnotate(document))
+        return nullptr;
+    try {
+        const engine::AnnotationId id =
+            engine::Annotations(document.Engine()).Create(page, entries, TagOf(document), index);
+        const HostAnnot handle = app_.Annotations().HandleOf(document.Handle(), id);
+        Changed(document, page);
+        return handle;
+    } catch (const engine::Error&) {
+        return nullptr;
+    }
+}
+
+bool AnnotationEditor::Place(HostDocument& document, HostAnnot pending, int page, int index) {
+    AnnotationRecord* record = app_.Annotations().Find(pending);
+    if (record == nullptr || !record->IsPending() || !CanAnnotate(document))
+        return false;
+    if (record->document != nullptr && record->document != document.Handle())
+        return false;
+    try {
+        const engine::AnnotationId id = engine::Annotations(document.Engine())
+                                            .Create(page, *record->pending, TagOf(document), index);
+        app_.Annotations().Place(pending, document.Handle(), id);
+        Changed(document, page);
+        return true;
+    } catch (const engine::Error&) {
+        return false;
+    }
+}
+
+bool AnnotationEditor::Delete(HostDocument& document, HostAnnot annot) {
+    AnnotationRecord* record = PlacedOf(document, annot);
+    if (record == nullptr || !CanAnnotate(document))
+        return false;
+    try {
+        auto removed = engine::Annotations(document.Engine()).Remove(record->id);
+        if (!removed.has_value())
+            return false;
+        record->removal = std::move(removed);
+        Changed(document, record->id.page);
+        return true;
+    } catch (const engine::Error&) {
+        return false;
+    }
+}
+
+bool AnnotationEditor::IsAlive(HostDocument& document, HostAnnot annot) const {
+    const AnnotationRecord* record = PlacedOf(document, annot);
+    if (record == nullptr)
+        return false;
+    try {
+        return engine::Annotations(document.Engine()).IsOnPage(record->id);
+    } catch (const engine::Error&) {
+        return false;
+    }
+}
+
+bool AnnotationEditor::UndoLast(HostDocument& document) {
+    if (!CanAnnotate(document))
+        return false;
+    while (const auto entry = app_.Undo().TakeLast(document.Handle())) {
+        AnnotationRecord* record = PlacedOf(document, entry->annotation);
+        if (record == nullptr)
+            continue;
+        const bool alive = IsAlive(document, entry->annotation);
+        if (entry->change == UndoStack::Change::kAdded && alive)
+            return Delete(document, entry->annotation);
+        if (entry->change == UndoStack::Change::kDeleted && !alive && record->removal) {
+            try {
+                if (engine::Annotations(document.Engine()).Restore(*record->removal)) {
+                    Changed(document, record->id.page);
+                    return true;
+                }
+            } catch (const engine::Error&) {
+                return false;
+            }
+        }
+    }
+    return false;
+}
+
+bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector<HostAnnot>* only,
+                                       bool fill) {
+    if (!Allows(document, engine::permission::kModify | engine::permission::kAnnotate))
+        return false;
+    engine::Redactor redactor(document.Engine());
+    std::vector<engine::AnnotationId> targets;
+    try {
+        if (only == nullptr) {
+            targets = redactor.RedactAnnotations();
+        } else {
+            for (const HostAnnot annot : *only) {
+                const AnnotationRecord* record = PlacedOf(document, annot);
+                if (record == nullptr)
+                    return false;
+                targets.push_back(record->id);
+            }
+            if (targets.empty())
+                return false;
+        }
+        if (targets.empty())
+            return true;
+        redactor.Apply(targets, engine::RedactionOptions{.fillAreas = fill});
+    } catch (const engine::Error&) {
+        return false;
+    }
+    app_.Undo().ForgetDocument(document.Handle());
+    app_.MarkModified(document);
+    if (DocView* view = document.View())
+        view->InvalidatePage(view->CurrentPage());
+    return true;
+}
+
+void AnnotationEditor::Touch(HostDocument& document, int page) {
+    try {
+        engine::Annotations(document.Engine()).Detach(page);
+    } catch (const engine::Error&) {
+        // A page out of range has nothing to prepare.
+    }
+}
+
+void AnnotationEditor::Redraw(HostDocument& document, HostAnnot annot) {
+    const AnnotationRecord* record = PlacedOf(document, annot);
+    DocView* view = document.View();
+    if (record == nullptr || view == nullptr || record->id.page != view->CurrentPage())
+        return;
+    try {
+        const engine::Rect r = engine::Annotations(document.Engine()).RectOf(record->id.object);
+        const DevicePoint a = view->PageToDevice(record->id.page, r.left, r.bottom);
+        const DevicePoint b = view->PageToDevice(record->id.page, r.right, r.top);
+        view->Invalidate(DeviceRect{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
+                                    std::max(a.y, b.y)});
+    } catch (const engine::Error&) {
+    }
+}
+
+void AnnotationEditor::Changed(HostDocument& document, int page) {
+    app_.MarkModified(document);
+    if (DocView* view = document.View())
+        view->InvalidatePage(page);
+}
+
+}  // namespace pdfhost

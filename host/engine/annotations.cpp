@@ -1,0 +1,286 @@
+#include "engine/annotations.h"
+
+#include <algorithm>
+
+#include "engine/error.h"
+#include "engine/mupdf_call.h"
+
+namespace pdfhost::engine {
+namespace {
+
+// pdf_create_annot_raw hands its caller a reference to the live annotation.
+using AnnotPtr = MupdfPtr<pdf_annot, pdf_drop_annot>;
+
+// The object number of an /Annots entry that refers to a dictionary, else 0.
+int AnnotationObject(fz_context* ctx, pdf_obj* entry) {
+    if (!pdf_is_indirect(ctx, entry) || !pdf_is_dict(ctx, entry))
+        return 0;
+    return pdf_to_num(ctx, entry);
+}
+
+// The index of `object` in `annots`, or -1.
+int IndexIn(fz_context* ctx, pdf_obj* annots, int object) {
+    const int count = pdf_array_len(ctx, annots);
+    for (int i = 0; i < count; ++i) {
+        if (AnnotationObject(ctx, pdf_array_get(ctx, annots, i)) == object)
+            return i;
+    }
+    return -1;
+}
+
+// Whether the popup at `entry` belongs to annotation `object`.
+bool IsPopupOf(fz_context* ctx, pdf_obj* entry, int object) {
+    if (pdf_dict_get(ctx, entry, PDF_NAME(Subtype)) != PDF_NAME(Popup))
+        return false;
+    pdf_obj* parent = pdf_dict_get(ctx, entry, PDF_NAME(Parent));
+    if (parent == nullptr)
+        parent = pdf_dict_get(ctx, entry, PDF_NAME(P));
+    return pdf_is_indirect(ctx, parent) && pdf_to_num(ctx, parent) == object;
+}
+
+// Moves the last entry of `annots` to `index` (when that is a place before the end).
+void MoveLastTo(fz_context* ctx, pdf_obj* annots, int index) {
+    const int last = pdf_array_len(ctx, annots) - 1;
+    if (index < 0 || index >= last)
+        return;
+    pdf_obj* entry = pdf_keep_obj(ctx, pdf_array_get(ctx, annots, last));
+    pdf_array_delete(ctx, annots, last);
+    pdf_array_insert_drop(ctx, annots, entry, index);
+}
+
+// Removes the entries of `annot` that `source` does not have, except its appearance (and its
+// /Rect when the source gives none, since an annotation needs one).
+void KeepOnlyEntriesOf(fz_context* ctx, pdf_obj* annot, pdf_obj* source) {
+    for (int i = pdf_dict_len(ctx, annot) - 1; i >= 0; --i) {
+        pdf_obj* key = pdf_dict_get_key(ctx, annot, i);
+        if (key == PDF_NAME(AP) || pdf_dict_get(ctx, source, key) != nullptr)
+            continue;
+        if (key == PDF_NAME(Rect))
+            continue;
+        pdf_dict_del(ctx, annot, key);
+    }
+}
+
+}  // namespace
+
+void Annotations::CheckPage(int page) const {
+    const int count = document_.PageCount();
+    if (page < 0 || page >= count) {
+        throw Error("page " + std::to_string(page) + " is out of range (the document has " +
+                    std::to_string(count) + " pages)");
+    }
+}
+
+pdf_obj* Annotations::PageObject(int page) const {
+    CheckPage(page);
+    fz_context* ctx = document_.fz();
+    pdf_document* pdf = document_.pdf();
+    return CallMupdf(ctx, "cannot find page " + std::to_string(page),
+                     [&] { return pdf_lookup_page_obj(ctx, pdf, page); });
+}
+
+std::vector<int> Annotations::OnPage(int page) const {
+    pdf_obj* page_obj = PageObject(page);
+    fz_context* ctx = document_.fz();
+    const char* what = "cannot read the annotations";
+    pdf_obj* annots =
+        CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, page_obj, PDF_NAME(Annots)); });
+    const int count = CallMupdf(ctx, what, [&] { return pdf_array_len(ctx, annots); });
+    std::vector<int> objects;
+    objects.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        const int object = CallMupdf(
+            ctx, what, [&] { return AnnotationObject(ctx, pdf_array_get(ctx, annots, i)); });
+        if (object > 0)
+            objects.push_back(object);
+    }
+    return objects;
+}
+
+bool Annotations::IsOnPage(const AnnotationId& id) const {
+    if (id.object <= 0 || id.page < 0 || id.page >= document_.PageCount())
+        return false;
+    pdf_obj* page_obj = PageObject(id.page);
+    fz_context* ctx = document_.fz();
+    return CallMupdf(ctx, "cannot read the annotations", [&] {
+        return IndexIn(ctx, pdf_dict_get(ctx, page_obj, PDF_NAME(Annots)), id.object) >= 0;
+    });
+}
+
+AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr_t documentTag,
+                                 int index) {
+    const PdfValue* subtype = entries.Get("Subtype");
+    if (entries.kind() != PdfValue::Kind::kDictionary || subtype == nullptr ||
+        subtype->kind() != PdfValue::Kind::kName || subtype->Text().empty()) {
+        throw Error("cannot make an annotation without a /Subtype name");
+    }
+    CheckPage(page);
+    fz_context* ctx = document_.fz();
+    pdf_document* pdf = document_.pdf();
+    const std::string what = "cannot add an annotation to page " + std::to_string(page);
+    ObjPtr source(ctx, NewPdfObject(ctx, pdf, documentTag, entries));
+    PagePtr loaded(ctx, CallMupdf(ctx, what, [&] { return pdf_load_page(ctx, pdf, page); }));
+
+    struct Made {
+        pdf_annot* annot;
+        int object;
+        bool known_type;
+    };
+    const Made made = CallMupdf(ctx, what, [&] {
+        const enum pdf_annot_type type = pdf_annot_type_from_string(ctx, subtype->Text().c_str());
+        const bool known = type != PDF_ANNOT_UNKNOWN;
+        pdf_annot* annot = pdf_create_annot_raw(ctx, loaded.get(), known ? type : PDF_ANNOT_SQUARE);
+        pdf_obj* obj = pdf_annot_obj(ctx, annot);
+        const int count = pdf_dict_len(ctx, source.get());
+        for (int i = 0; i < count; ++i) {
+            pdf_dict_put(ctx, obj, pdf_dict_get_key(ctx, source.get(), i),
+                         pdf_dict_get_val(ctx, source.get(), i));
+        }
+        MoveLastTo(ctx, pdf_dict_get(ctx, loaded.get()->obj, PDF_NAME(Annots)), index);
+        return Made{annot, pdf_to_num(ctx, obj), known};
+    });
+    const AnnotPtr owned(ctx, made.annot);
+    document_.MarkChanged();
+
+    // An appearance that cannot be built leaves the annotation without one; it still stands.
+    const bool wants_appearance =
+        made.known_type && CallMupdf(ctx, what, [&] {
+            return pdf_dict_get(ctx, source.get(), PDF_NAME(AP)) == nullptr;
+        });
+    if (wants_appearance) {
+        try {
+            CallMupdf(ctx, what, [&] {
+                pdf_dirty_annot(ctx, made.annot);
+                pdf_update_annot(ctx, made.annot);
+            });
+        } catch (const Error&) {
+        }
+    }
+    CallMupdf(ctx, what, [&] {
+        pdf_obj* obj = pdf_annot_obj(ctx, made.annot);
+        KeepOnlyEntriesOf(ctx, obj, source.get());
+        if (pdf_obj* rect = pdf_dict_get(ctx, source.get(), PDF_NAME(Rect)))
+            pdf_dict_put(ctx, obj, PDF_NAME(Rect), rect);
+    });
+    return AnnotationId{page, made.object};
+}
+
+std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id) {
+    if (id.object <= 0)
+        return std::nullopt;
+    pdf_obj* page_obj = PageObject(id.page);
+    fz_context* ctx = document_.fz();
+    const char* what = "cannot remove an annotation";
+    pdf_obj* annots =
+        CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, page_obj, PDF_NAME(Annots)); });
+    const int count = CallMupdf(ctx, what, [&] { return pdf_array_len(ctx, annots); });
+    const int at = CallMupdf(ctx, what, [&] { return IndexIn(ctx, annots, id.object); });
+    if (at < 0)
+        return std::nullopt;
+
+    const int own_popup = CallMupdf(ctx, what, [&] {
+        pdf_obj* popup = pdf_dict_get(ctx, pdf_array_get(ctx, annots, at), PDF_NAME(Popup));
+        return pdf_is_indirect(ctx, popup) ? pdf_to_num(ctx, popup) : 0;
+    });
+    RemovedAnnotation removed{id, {}};
+    for (int i = 0; i < count; ++i) {
+        const int object = CallMupdf(ctx, what, [&] {
+            pdf_obj* entry = pdf_array_get(ctx, annots, i);
+            const int number = AnnotationObject(ctx, entry);
+            if (number == id.object || (number > 0 && number == own_popup) ||
+                (number > 0 && IsPopupOf(ctx, entry, id.object))) {
+                return number;
+            }
+            return 0;
+        });
+        if (object > 0)
+            removed.entries.push_back({object, i});
+    }
+    for (auto it = removed.entries.rbegin(); it != removed.entries.rend(); ++it)
+        CallMupdf(ctx, what, [&] { pdf_array_delete(ctx, annots, it->index); });
+    document_.MarkChanged();
+    return removed;
+}
+
+bool Annotations::Restore(const RemovedAnnotation& removed) {
+    if (IsOnPage(removed.id))
+        return false;
+    pdf_obj* page_obj = PageObject(removed.id.page);
+    fz_context* ctx = document_.fz();
+    pdf_document* pdf = document_.pdf();
+    const char* what = "cannot put an annotation back";
+    CallMupdf(ctx, what, [&] {
+        pdf_obj* annots = pdf_dict_get(ctx, page_obj, PDF_NAME(Annots));
+        if (!pdf_is_array(ctx, annots))
+            annots = pdf_dict_put_array(ctx, page_obj, PDF_NAME(Annots), 4);
+        for (const RemovedAnnotation::Entry& entry : removed.entries) {
+            const int at = std::min(entry.index, pdf_array_len(ctx, annots));
+            pdf_array_insert_drop(ctx, annots, pdf_new_indirect(ctx, pdf, entry.object, 0), at);
+        }
+    });
+    document_.MarkChanged();
+    return true;
+}
+
+void Annotations::Detach(int page) {
+    pdf_obj* page_obj = PageObject(page);
+    fz_context* ctx = document_.fz();
+    const bool changed = CallMupdf(ctx, "cannot prepare the annotations", [&] {
+        pdf_obj* annots = pdf_dict_get(ctx, page_obj, PDF_NAME(Annots));
+        if (pdf_is_array(ctx, annots) && !pdf_is_indirect(ctx, annots))
+            return false;
+        if (pdf_is_array(ctx, annots)) {
+            pdf_dict_put_drop(ctx, page_obj, PDF_NAME(Annots),
+                              pdf_copy_array(ctx, pdf_resolve_indirect(ctx, annots)));
+        } else {
+            pdf_dict_put_array(ctx, page_obj, PDF_NAME(Annots), 4);
+        }
+        return true;
+    });
+    if (changed)
+        document_.MarkChanged();
+}
+
+ObjPtr Annotations::Dictionary(int object) const {
+    fz_context* ctx = document_.fz();
+    pdf_document* pdf = document_.pdf();
+    if (object <= 0)
+        return ObjPtr(ctx, nullptr);
+    return ObjPtr(ctx, CallMupdf(ctx, "cannot read an annotation", [&]() -> pdf_obj* {
+                      if (object >= pdf_xref_len(ctx, pdf))
+                          return nullptr;
+                      pdf_obj* dict = pdf_load_object(ctx, pdf, object);
+                      if (pdf_is_dict(ctx, dict))
+                          return dict;
+                      pdf_drop_obj(ctx, dict);
+                      return nullptr;
+                  }));
+}
+
+std::string Annotations::Subtype(int object) const {
+    const ObjPtr dict = Dictionary(object);
+    if (!dict)
+        return {};
+    fz_context* ctx = document_.fz();
+    const char* name = CallMupdf(ctx, "cannot read an annotation", [&] {
+        return pdf_to_name(ctx, pdf_dict_get(ctx, dict.get(), PDF_NAME(Subtype)));
+    });
+    return name;
+}
+
+Rect Annotations::RectOf(int object) const {
+    const ObjPtr dict = Dictionary(object);
+    if (!dict)
+        return {};
+    fz_context* ctx = document_.fz();
+    const fz_rect rect = CallMupdf(ctx, "cannot read an annotation", [&] {
+        pdf_obj* array = pdf_dict_get(ctx, dict.get(), PDF_NAME(Rect));
+        if (pdf_array_len(ctx, array) < 4)
+            return fz_make_rect(0, 0, 0, 0);
+        return pdf_to_rect(ctx, array);
+    });
+    return Rect{std::min(rect.x0, rect.x1), std::min(rect.y0, rect.y1), std::max(rect.x0, rect.x1),
+                std::max(rect.y0, rect.y1)};
+}
+
+}  // namespace pdfhost::engine

@@ -1,0 +1,141 @@
+#include "engine/redaction.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "engine/document_transaction.h"
+#include "engine/error.h"
+#include "engine/mupdf_call.h"
+#include "engine/mupdf_types.h"
+#include "engine/redaction_areas.h"
+#include "engine/redaction_filter.h"
+
+namespace pdfhost::engine {
+namespace {
+
+Rect RectOf(fz_rect rect) {
+    return Rect{rect.x0, rect.y0, rect.x1, rect.y1};
+}
+
+// The interior colour of a Redact annotation as RGB; black without a usable /IC.
+FillColor FillOf(fz_context* ctx, pdf_obj* annot) {
+    pdf_obj* ic = pdf_dict_get(ctx, annot, PDF_NAME(IC));
+    auto c = [&](int i) { return std::clamp(pdf_array_get_real(ctx, ic, i), 0.0f, 1.0f); };
+    switch (pdf_array_len(ctx, ic)) {
+        case 1:
+            return FillColor{c(0), c(0), c(0)};
+        case 3:
+            return FillColor{c(0), c(1), c(2)};
+        case 4:
+            return FillColor{(1 - c(0)) * (1 - c(3)), (1 - c(1)) * (1 - c(3)),
+                             (1 - c(2)) * (1 - c(3))};
+        default:
+            return FillColor{};
+    }
+}
+
+// The areas of the annotations: each quadrilateral of /QuadPoints, else /Rect.
+RedactionAreas AreasOf(fz_context* ctx, pdf_document* pdf, const std::vector<int>& objects) {
+    const char* what = "cannot read a Redact annotation";
+    RedactionAreas areas;
+    for (const int object : objects) {
+        ObjPtr dict(ctx, CallMupdf(ctx, what, [&] { return pdf_load_object(ctx, pdf, object); }));
+        const FillColor fill = CallMupdf(ctx, what, [&] { return FillOf(ctx, dict.get()); });
+        const int quads = CallMupdf(ctx, what, [&] {
+            return pdf_array_len(ctx, pdf_dict_get(ctx, dict.get(), PDF_NAME(QuadPoints))) / 8;
+        });
+        for (int q = 0; q < quads; ++q) {
+            const fz_rect rect = CallMupdf(ctx, what, [&] {
+                pdf_obj* points = pdf_dict_get(ctx, dict.get(), PDF_NAME(QuadPoints));
+                return fz_rect_from_quad(pdf_to_quad(ctx, points, q * 8));
+            });
+            areas.Add(RectOf(rect), fill);
+        }
+        if (quads > 0)
+            continue;
+        const fz_rect rect = CallMupdf(ctx, what, [&] {
+            if (pdf_array_len(ctx, pdf_dict_get(ctx, dict.get(), PDF_NAME(Rect))) < 4)
+                return fz_empty_rect;
+            return pdf_dict_get_rect(ctx, dict.get(), PDF_NAME(Rect));
+        });
+        if (!fz_is_empty_rect(rect))
+            areas.Add(RectOf(rect), fill);
+    }
+    return areas;
+}
+
+// Removes the links whose rectangle touches an area.
+void RemoveLinks(fz_context* ctx, pdf_obj* page_obj, const RedactionAreas& areas) {
+    CallMupdf(ctx, "cannot remove the links under the areas", [&] {
+        pdf_obj* annots = pdf_dict_get(ctx, page_obj, PDF_NAME(Annots));
+        for (int i = pdf_array_len(ctx, annots) - 1; i >= 0; --i) {
+            pdf_obj* entry = pdf_array_get(ctx, annots, i);
+            if (pdf_dict_get(ctx, entry, PDF_NAME(Subtype)) != PDF_NAME(Link))
+                continue;
+            if (areas.Touches(RectOf(pdf_dict_get_rect(ctx, entry, PDF_NAME(Rect)))))
+                pdf_array_delete(ctx, annots, i);
+        }
+    });
+}
+
+}  // namespace
+
+std::vector<AnnotationId> Redactor::RedactAnnotations() const {
+    Annotations annotations(document_);
+    std::vector<AnnotationId> found;
+    const int pages = document_.PageCount();
+    for (int page = 0; page < pages; ++page) {
+        for (const int object : annotations.OnPage(page)) {
+            if (annotations.Subtype(object) == "Redact")
+                found.push_back(AnnotationId{page, object});
+        }
+    }
+    return found;
+}
+
+int Redactor::Apply(const std::vector<AnnotationId>& targets, const RedactionOptions& options) {
+    std::map<int, std::vector<int>> byPage;
+    for (const AnnotationId& target : targets) {
+        std::vector<int>& objects = byPage[target.page];
+        if (std::find(objects.begin(), objects.end(), target.object) == objects.end())
+            objects.push_back(target.object);
+    }
+    if (byPage.empty())
+        return 0;
+    DocumentTransaction transaction(document_, "Apply redactions");
+    int applied = 0;
+    for (const auto& [page, objects] : byPage) {
+        ApplyOnPage(page, objects, options);
+        applied += static_cast<int>(objects.size());
+    }
+    document_.pdf()->redacted = 1;
+    transaction.Commit();
+    document_.MarkChanged();
+    return applied;
+}
+
+void Redactor::ApplyOnPage(int page, const std::vector<int>& objects,
+                           const RedactionOptions& options) {
+    Annotations annotations(document_);
+    for (const int object : objects) {
+        if (!annotations.IsOnPage(AnnotationId{page, object}) ||
+            annotations.Subtype(object) != "Redact") {
+            throw Error("object " + std::to_string(object) + " is no Redact annotation of page " +
+                        std::to_string(page));
+        }
+    }
+    fz_context* ctx = document_.fz();
+    pdf_document* pdf = document_.pdf();
+    const RedactionAreas areas = AreasOf(ctx, pdf, objects);
+    pdf_obj* page_obj = CallMupdf(ctx, "cannot find page " + std::to_string(page),
+                                  [&] { return pdf_lookup_page_obj(ctx, pdf, page); });
+    if (!areas.Empty()) {
+        RewriteWithout(ctx, pdf, page_obj, areas, options.fillAreas);
+        RemoveLinks(ctx, page_obj, areas);
+    }
+    for (const int object : objects)
+        annotations.Remove(AnnotationId{page, object});
+}
+
+}  // namespace pdfhost::engine

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <vector>
+
+#include "engine/geometry.h"
+
+namespace pdfhost::engine {
+
+// The colour an applied area is filled with: RGB components from 0 to 1.
+struct FillColor {
+    float red = 0;
+    float green = 0;
+    float blue = 0;
+    friend bool operator==(const FillColor&, const FillColor&) = default;
+};
+
+// The areas that the Redact annotations being applied cover on one page, in PDF page space,
+// and the rules that decide what content goes.
+class RedactionAreas {
+  public:
+    struct Area {
+        Rect rect;
+        FillColor fill;
+    };
+
+    void Add(const Rect& rect, const FillColor& fill = {});
+    bool Empty() const { return areas_.empty(); }
+    const std::vector<Area>& Areas() const { return areas_; }
+
+    // A glyph goes when the centre of its box (the font's ascender-to-descender box) lies in
+    // an area shrunk at top and bottom by a quarter of the glyph's height. Boxes of adjacent
+    // lines overlap when the line pitch is tight; the centre rule and the shrinking keep the
+    // neighbouring lines, and the horizontal centre keeps the neighbouring characters.
+    bool CoversGlyph(const Rect& box) const;
+    // Whether `bounds` lies wholly inside one area (paths, and images that go entirely).
+    bool Contains(const Rect& bounds) const;
+    // Whether `bounds` overlaps an area (images to blank, links to drop).
+    bool Touches(const Rect& bounds) const;
+
+  private:
+    std::vector<Area> areas_;
+};
+
+}  // namespace pdfhost::engine

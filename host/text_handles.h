@@ -1,0 +1,44 @@
+// Text pages, text finders and field finders that plug-ins make and destroy. Each remembers the
+// document and page it was made for and holds plain data only, so it outlives its document
+// harmlessly: every operation on it first checks that the document is still open.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "engine/geometry.h"
+#include "engine/text_finder.h"
+#include "engine/text_page.h"
+#include "handle_pool.h"
+#include "host_abi.h"
+
+namespace pdfhost {
+
+struct TextPageRecord {
+    HostDoc document = nullptr;
+    int page = -1;
+    std::shared_ptr<const engine::PageText> text;  // null until parsed
+};
+
+struct TextFindRecord {
+    HostDoc document = nullptr;
+    int page = -1;
+    std::shared_ptr<const engine::PageText> text;
+    std::vector<engine::TextMatch> matches;
+    int current = -1;  // the match Next reached; -1 before the first
+};
+
+struct FieldFindRecord {
+    HostDoc document = nullptr;
+    int page = -1;
+    std::vector<std::vector<engine::Rect>> matches;  // the rectangles of each match
+    int current = -1;
+};
+
+struct TextHandles {
+    HandlePool<NdxTextPage, TextPageRecord> pages;
+    HandlePool<NdxTextFind, TextFindRecord> finders;
+    HandlePool<NdxFieldFind, FieldFindRecord> fieldFinders;
+};
+
+}  // namespace pdfhost

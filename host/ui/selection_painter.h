@@ -1,0 +1,17 @@
+// Draws a document view's text selection over a rendered page.
+#pragma once
+
+class QImage;
+
+namespace pdfhost {
+class HostDocument;
+}
+
+namespace pdfhost::ui {
+
+// Paints the part of the document's selection that lies on `page` over `image`, the page as
+// rendered at the view's device resolution: a translucent highlight per rectangle, or per line
+// of a character range.
+void PaintSelection(QImage& image, HostDocument& document, int page);
+
+}  // namespace pdfhost::ui

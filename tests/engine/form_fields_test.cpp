@@ -1,0 +1,189 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engine/field_text_finder.h"
+#include "engine/form_builder.h"
+#include "engine/form_fields.h"
+#include "engine/mupdf_call.h"
+#include "engine/permissions.h"
+#include "engine_test_support.h"
+
+namespace pdfhost::engine {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using testing_support::EngineTest;
+using testing_support::RunCommand;
+
+// Two pages: a text field, a check box, a radio group of three, a combo box and a push button
+// on page 0; a text field under a parent field, a list box and a signature on page 1; the
+// radio group has a fourth control on page 1.
+std::vector<FieldDescription> SampleFields() {
+    return {
+        {.kind = FieldKind::kText,
+         .name = "ssn",
+         .controls = {{0, {72, 700, 300, 720}}},
+         .value = "SSN 078-05-1120 on file"},
+        {.kind = FieldKind::kCheckBox,
+         .name = "agree",
+         .controls = {{0, {72, 660, 86, 674}, "Yes"}},
+         .value = "Yes"},
+        {.kind = FieldKind::kRadioGroup,
+         .name = "size",
+         .controls = {{0, {72, 620, 86, 634}, "S"},
+                      {0, {92, 620, 106, 634}, "M"},
+                      {0, {112, 620, 126, 634}, "L"},
+                      {1, {72, 620, 86, 634}, "XL"}},
+         .value = "M"},
+        {.kind = FieldKind::kComboBox,
+         .name = "city",
+         .controls = {{0, {72, 580, 200, 596}}},
+         .value = "Oslo",
+         .options = {"Oslo", "Bergen"}},
+        {.kind = FieldKind::kPushButton, .name = "send", .controls = {{0, {72, 540, 140, 560}}}},
+        {.kind = FieldKind::kText,
+         .name = "name",
+         .parent = "person",
+         .controls = {{1, {72, 700, 300, 720}}},
+         .value = "Jane Roe"},
+        {.kind = FieldKind::kListBox,
+         .name = "pets",
+         .controls = {{1, {72, 640, 200, 690}}},
+         .value = "cat",
+         .options = {"cat", "dog"}},
+        {.kind = FieldKind::kSignature, .name = "sig", .controls = {{1, {72, 560, 200, 600}}}},
+    };
+}
+
+class FormTest : public EngineTest {
+  protected:
+    Document Sample() {
+        Document document =
+            factory_.Build(PdfDescription{.pages = {PageDescription::TextLines({"Application"}),
+                                                    PageDescription::TextLines({"Second page"})}});
+        AddFormFields(document, SampleFields());
+        return document;
+    }
+
+    // (full name, type, value) of every control of a page.
+    std::vector<std::string> Describe(InteractiveForm& form, int page) {
+        std::vector<std::string> rows;
+        for (const ObjPtr& control : form.PageControls(page)) {
+            pdf_obj* field = form.FieldOf(control.get());
+            rows.push_back(form.FullName(field) + " " +
+                           std::to_string(static_cast<int>(form.TypeOf(control.get()))) + " " +
+                           form.Value(field));
+        }
+        return rows;
+    }
+};
+
+TEST_F(FormTest, ControlsAreListedPerPageInOrderWithTypesNamesAndValues) {
+    Document document = Sample();
+    InteractiveForm form(document);
+
+    EXPECT_THAT(Describe(form, 0),
+                ElementsAre("ssn 4 SSN 078-05-1120 on file", "agree 3 Yes", "size 2 M", "size 2 M",
+                            "size 2 M", "city 8 Oslo", "send 1 "));
+    EXPECT_THAT(Describe(form, 1),
+                ElementsAre("size 2 M", "person.name 4 Jane Roe", "pets 7 cat", "sig 9 "));
+    EXPECT_TRUE(form.PageControls(2).empty());
+
+    const ObjPtr ssn = form.FindField("ssn");
+    ASSERT_TRUE(ssn);
+    EXPECT_EQ(form.RectOf(ssn.get()), (Rect{72, 700, 300, 720}));
+    EXPECT_TRUE(form.FindField("person.name"));
+    EXPECT_FALSE(form.FindField("person"));  // holds no value of its own
+    EXPECT_FALSE(form.FindField("ssn", 1));
+    EXPECT_FALSE(form.FindField("nobody"));
+}
+
+TEST_F(FormTest, ValuesSetLikeAUserAreReadBackAfterAFullSave) {
+    Document document = Sample();
+    {
+        InteractiveForm form(document);
+        EXPECT_TRUE(form.SetValue(form.FindField("ssn").get(), "redacted", true));
+        EXPECT_TRUE(form.SetValue(form.FindField("person.name").get(), "", true));
+        EXPECT_TRUE(form.SetValue(form.FindField("agree").get(), "false", true));
+        EXPECT_TRUE(form.SetValue(form.FindField("size").get(), "XL", true));
+        EXPECT_TRUE(form.SetValue(form.FindField("city").get(), "Bergen", true));
+        EXPECT_TRUE(form.SetValue(form.FindField("pets").get(), "dog", true));
+    }
+    const std::string path = PathOf("filled.pdf");
+    document.SaveFull(path);
+
+    Document reopened = Document::Open(context_, path);
+    InteractiveForm form(reopened);
+    EXPECT_THAT(Describe(form, 0),
+                ElementsAre("ssn 4 redacted", "agree 3 Off", "size 2 XL", "size 2 XL", "size 2 XL",
+                            "city 8 Bergen", "send 1 "));
+    EXPECT_THAT(Describe(form, 1),
+                ElementsAre("size 2 XL", "person.name 4 ", "pets 7 dog", "sig 9 "));
+    // The rebuilt appearance shows the new value to an independent reader.
+    const std::string text = RunCommand("pdftotext -f 1 -l 1 '" + path + "' -");
+    EXPECT_THAT(text, HasSubstr("redacted"));
+    EXPECT_THAT(text, Not(HasSubstr("078-05-1120")));
+}
+
+TEST_F(FormTest, RefusedValuesLeaveTheFieldAsItWas) {
+    Document document = Sample();
+    InteractiveForm form(document);
+    const std::uint64_t revision = document.Revision();
+
+    EXPECT_FALSE(form.SetValue(form.FindField("size").get(), "XXL", true));
+    EXPECT_FALSE(form.SetValue(form.FindField("city").get(), "Paris", true));
+    EXPECT_FALSE(form.SetValue(form.FindField("send").get(), "x", true));
+    EXPECT_FALSE(form.SetValue(form.FindField("sig").get(), "x", true));
+    EXPECT_EQ(form.Value(form.FindField("size").get()), "M");
+    EXPECT_EQ(form.Value(form.FindField("city").get()), "Oslo");
+    EXPECT_EQ(document.Revision(), revision);
+}
+
+TEST_F(FormTest, FieldValuesAreSearchedWithTheDrawnPositionOfTheMatch) {
+    Document document = Sample();
+    const std::optional<TextPattern> pattern = TextPattern::Compile(U"078-05-1120", FindOptions{});
+    ASSERT_TRUE(pattern);
+
+    const std::vector<FieldMatch> found = FindInFieldValues(document, 0, *pattern);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].match, (TextMatch{4, 11}));
+    EXPECT_EQ(found[0].value, U"SSN 078-05-1120 on file");
+    ASSERT_EQ(found[0].rects.size(), 1u);
+    const Rect& rect = found[0].rects[0];
+    // Inside the field, past "SSN " and well short of its right edge.
+    EXPECT_GT(rect.left, 85);
+    EXPECT_LT(rect.right, 200);
+    EXPECT_GE(rect.bottom, 699);
+    EXPECT_LE(rect.top, 721);
+
+    EXPECT_TRUE(FindInFieldValues(document, 1, *pattern).empty());
+    // The page's own text is no field text.
+    EXPECT_TRUE(FindInFieldValues(document, 0, *TextPattern::Compile(U"Application", {})).empty());
+}
+
+TEST_F(FormTest, ADocumentThatForbidsFillingInTakesNoValue) {
+    const std::string path = PathOf("locked.pdf");
+    {
+        Document document = Sample();
+        document.SaveFull(path);
+    }
+    Document plain = Document::Open(context_, path);
+    const std::string locked = PathOf("locked-encrypted.pdf");
+    {
+        pdf_write_options options = pdf_default_write_options;
+        options.do_encrypt = PDF_ENCRYPT_AES_128;
+        options.permissions = static_cast<int>(0xFFFFF0C0u | permission::kPrint);
+        std::snprintf(options.opwd_utf8, sizeof options.opwd_utf8, "owner");
+        CallMupdf(plain.fz(), "encrypt",
+                  [&] { pdf_save_document(plain.fz(), plain.pdf(), locked.c_str(), &options); });
+    }
+    Document restricted = Document::Open(context_, locked);
+    InteractiveForm form(restricted);
+    EXPECT_FALSE(form.SetValue(form.FindField("ssn").get(), "changed", true));
+    EXPECT_EQ(form.Value(form.FindField("ssn").get()), "SSN 078-05-1120 on file");
+}
+
+}  // namespace
+}  // namespace pdfhost::engine

@@ -1,0 +1,246 @@
+// Text pages, text finders, field finders and text replacement through the tables, walked the
+// way a plug-in walks them.
+#include <gmock/gmock.h>
+
+#include "../engine/engine_test_support.h"
+#include "form_sample.h"
+#include "host_test_support.h"
+
+namespace pdfhost {
+namespace {
+
+using hostops::Op;
+using testing::CallHost;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+struct Found {
+    int index = 0;
+    int count = 0;
+    std::vector<NdxRect> rects;
+};
+
+std::vector<NdxRect> ReadRects(NdxRectArray array) {
+    std::vector<NdxRect> rects;
+    const int count = CallHost<Op::NDXRectArrayGetCount>(array);
+    for (int i = 0; i < count; ++i)
+        rects.push_back(CallHost<Op::NDXRectArrayGetAt>(array, i));
+    return rects;
+}
+
+class TextTables : public testing::HostFixture {
+  protected:
+    HostDocument& Open(const std::string& path) {
+        HostApp::OpenResult result = app_.OpenDocument(path);
+        EXPECT_NE(result.document, nullptr) << result.error;
+        return *result.document;
+    }
+
+    HostDocument& OpenLines(const std::vector<std::vector<std::string>>& pages,
+                            const std::vector<engine::FieldDescription>& fields = {}) {
+        return Open(
+            testing::WriteFormPdf(files_, "doc" + std::to_string(++files) + ".pdf", pages, fields));
+    }
+
+    static NdxPage PageOf(const HostDocument& document, int index) {
+        const HostPageView view = CallHost<Op::HostDocGetPageView>(document.Handle(), index);
+        return CallHost<Op::HostPageViewGetPage>(view);
+    }
+
+    // The matches of a text finder on a page, each with its index, count and rectangles.
+    static std::vector<Found> Search(const HostDocument& document, int page, const wchar_t* needle,
+                                     uint32_t flags = 0) {
+        const NdxTextPage text = CallHost<Op::NDXTextPageNew>(PageOf(document, page), 0);
+        if (CallHost<Op::NDXTextPageIsParsed>(text) == 0)
+            CallHost<Op::NDXTextPageParse>(text);
+        const NdxTextFind finder = CallHost<Op::NDXTextFindNew>(text);
+        std::vector<Found> found;
+        EXPECT_NE(CallHost<Op::NDXTextFindStart>(finder, needle, flags, 0), 0);
+        while (CallHost<Op::NDXTextFindNext>(finder) != 0) {
+            const NdxRectArray rects = CallHost<Op::NDXRectArrayNew>();
+            CallHost<Op::NDXTextFindGetRects>(finder, rects);
+            found.push_back(Found{CallHost<Op::NDXTextFindGetCharIndex>(finder),
+                                  CallHost<Op::NDXTextFindGetCharCount>(finder), ReadRects(rects)});
+            CallHost<Op::NDXRectArrayDestroy>(rects);
+        }
+        CallHost<Op::NDXTextFindDestroy>(finder);
+        CallHost<Op::NDXTextPageDestroy>(text);
+        return found;
+    }
+
+    // The rectangles of each match of a field finder on a page.
+    static std::vector<std::vector<NdxRect>> SearchFields(const HostDocument& document, int page,
+                                                          const wchar_t* needle) {
+        const NdxFieldFind finder =
+            CallHost<Op::NDXFieldTextFindNew>(document.PdfHandle(), PageOf(document, page));
+        EXPECT_NE(finder, nullptr);
+        std::vector<std::vector<NdxRect>> found;
+        EXPECT_NE(CallHost<Op::NDXFieldTextFindStart>(finder, needle, 0u), 0);
+        while (CallHost<Op::NDXFieldTextFindNext>(finder) != 0) {
+            const NdxRectArray rects = CallHost<Op::NDXRectArrayNew>();
+            CallHost<Op::NDXFieldTextFindGetRects>(finder, rects);
+            found.push_back(ReadRects(rects));
+            CallHost<Op::NDXRectArrayDestroy>(rects);
+        }
+        CallHost<Op::NDXFieldTextFindDestroy>(finder);
+        return found;
+    }
+
+    std::string SavedText(HostDocument& document) {
+        EXPECT_EQ(app_.SaveDocument(document), 1);
+        return engine::testing_support::RunCommand("pdftotext '" + document.Path() + "' -");
+    }
+
+    int files = 0;
+};
+
+TEST_F(TextTables, MatchesComeWithIndexCountAndOneRectanglePerLineInPageSpace) {
+    const HostDocument& document =
+        OpenLines({{"Please call John", "Smith today, or john smith"}, {"JOHN SMITH"}});
+
+    const std::vector<Found> found = Search(document, 0, L"John Smith");
+    ASSERT_EQ(found.size(), 2u);
+    EXPECT_EQ(found[0].index, 12);
+    EXPECT_EQ(found[0].count, 9);
+    ASSERT_EQ(found[0].rects.size(), 2u);
+    EXPECT_LT(found[0].rects[0].bottom, 720);  // first line, baseline 720
+    EXPECT_GT(found[0].rects[0].top, 728);
+    EXPECT_LT(found[0].rects[1].top, 720);  // second line, baseline 702
+    EXPECT_GT(found[0].rects[1].top, 710);
+    EXPECT_NEAR(found[0].rects[1].left, 72, 0.5);
+    EXPECT_EQ(found[1].index, 32);
+    EXPECT_EQ(found[1].rects.size(), 1u);
+
+    EXPECT_EQ(Search(document, 0, L"John Smith", kNdxFindMatchCase).size(), 1u);
+    EXPECT_EQ(Search(document, 1, L"john smith").size(), 1u);
+    EXPECT_EQ(Search(document, 0, L"Smit", kNdxFindWholeWord).size(), 0u);
+    EXPECT_EQ(Search(document, 0, L"Smith", kNdxFindWholeWord | kNdxFindMatchCase).size(), 1u);
+    EXPECT_TRUE(Search(document, 1, L"nobody").empty());
+}
+
+TEST_F(TextTables, AnUnchangedPageIsReadOnceAndAChangeRereadsIt) {
+    HostDocument& document = OpenLines({{"Some words"}});
+    const NdxPage page = PageOf(document, 0);
+    auto parsedText = [&] {
+        const NdxTextPage text = CallHost<Op::NDXTextPageNew>(page, 0);
+        EXPECT_EQ(CallHost<Op::NDXTextPageIsParsed>(text), 0);
+        CallHost<Op::NDXTextPageParse>(text);
+        EXPECT_EQ(CallHost<Op::NDXTextPageIsParsed>(text), 1);
+        std::shared_ptr<const engine::PageText> shared = app_.Texts().pages.Find(text)->text;
+        CallHost<Op::NDXTextPageDestroy>(text);
+        return shared;
+    };
+    const std::shared_ptr<const engine::PageText> first = parsedText();
+    EXPECT_EQ(parsedText(), first);
+    // Nothing of the document is left behind by the destroyed text pages.
+    EXPECT_EQ(app_.Texts().pages.Size(), 0u);
+
+    CallHost<Op::HostDocSetChanged>(document.Handle());
+    const std::shared_ptr<const engine::PageText> reread = parsedText();
+    ASSERT_NE(reread, nullptr);
+    EXPECT_NE(reread, first);
+    EXPECT_EQ(reread->CharCount(), first->CharCount());
+}
+
+TEST_F(TextTables, StaleNullAndForeignHandlesGetNeutralAnswers) {
+    HostDocument& document = OpenLines({{"Alice and Alice"}});
+    const HostDocument& other = OpenLines({{"other"}});
+    const NdxPage page = PageOf(document, 0);
+    const NdxRectArray rects = CallHost<Op::NDXRectArrayNew>();
+    CallHost<Op::NDXRectArrayAdd>(rects, 1, 2, 3, 4);
+
+    EXPECT_EQ(CallHost<Op::NDXTextPageNew>(nullptr, 0), nullptr);
+    EXPECT_EQ(CallHost<Op::NDXTextFindNew>(nullptr), nullptr);
+    EXPECT_EQ(CallHost<Op::NDXFieldTextFindNew>(other.PdfHandle(), page), nullptr);
+    EXPECT_EQ(CallHost<Op::NDXTextFindStart>(nullptr, L"Alice", 0u, 0), 0);
+
+    const NdxTextPage text = CallHost<Op::NDXTextPageNew>(page, 0);
+    const NdxTextFind finder = CallHost<Op::NDXTextFindNew>(text);
+    EXPECT_EQ(CallHost<Op::NDXTextFindStart>(finder, L" \r\n", 0u, 0), 0);
+    EXPECT_EQ(CallHost<Op::NDXTextFindStart>(finder, nullptr, 0u, 0), 0);
+    // Before the first match: nothing current, the caller's array emptied.
+    CallHost<Op::NDXTextFindGetRects>(finder, rects);
+    EXPECT_EQ(CallHost<Op::NDXRectArrayGetCount>(rects), 0);
+    EXPECT_EQ(CallHost<Op::NDXTextFindGetCharCount>(finder), 0);
+
+    EXPECT_NE(CallHost<Op::NDXTextFindStart>(finder, L"Alice", 0u, 0), 0);
+    EXPECT_EQ(CallHost<Op::NDXTextFindNext>(finder), 1);
+    // The text page may go first: the finder keeps what it searches.
+    CallHost<Op::NDXTextPageDestroy>(text);
+    EXPECT_EQ(CallHost<Op::NDXTextFindNext>(finder), 1);
+    EXPECT_EQ(CallHost<Op::NDXTextFindGetCharIndex>(finder), 10);
+    EXPECT_EQ(CallHost<Op::NDXTextFindNext>(finder), 0);
+    EXPECT_EQ(CallHost<Op::NDXTextFindNext>(finder), 0);
+    EXPECT_EQ(CallHost<Op::NDXTextFindGetCharIndex>(finder), 0);
+
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 2, L"Bob"), 0);
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 1, 0, L"Bob"), 0);
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(nullptr, 0, 0, L"Bob"), 0);
+
+    app_.CloseDocument(document);
+    EXPECT_EQ(CallHost<Op::NDXTextFindStart>(finder, L"Alice", 0u, 0), 0);
+    EXPECT_EQ(CallHost<Op::NDXTextFindNext>(finder), 0);
+    EXPECT_EQ(CallHost<Op::NDXTextPageNew>(page, 0), nullptr);
+    CallHost<Op::NDXTextFindDestroy>(finder);
+    CallHost<Op::NDXTextFindDestroy>(finder);
+    EXPECT_EQ(CallHost<Op::NDXTextFindNext>(finder), 0);
+    CallHost<Op::NDXRectArrayDestroy>(rects);
+}
+
+TEST_F(TextTables, MatchesAreReplacedByTheOrdinalsOfThePagesLastSearch) {
+    HostDocument& document = OpenLines({{"Alice wrote to Alice", "and to Alice Smith"}});
+    ASSERT_EQ(Search(document, 0, L"alice").size(), 3u);
+    const std::uint64_t revision = document.Engine().Revision();
+
+    // Ordinals keep meaning what the search found, whatever was replaced before.
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 2, L"Carol"), 1);
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 0, L"Bob"), 1);
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 3, L"Dan"), 0);
+    EXPECT_TRUE(document.IsModified());
+    EXPECT_GT(document.Engine().Revision(), revision);
+
+    // A later search on the page is what ordinals refer to from then on.
+    ASSERT_EQ(Search(document, 0, L"Smith").size(), 1u);
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 0, L"Jones"), 1);
+
+    const std::string text = SavedText(document);
+    EXPECT_THAT(text, HasSubstr("Bob"));
+    EXPECT_THAT(text, HasSubstr("wrote to Alice"));
+    EXPECT_THAT(text, HasSubstr("Carol"));
+    EXPECT_THAT(text, HasSubstr("Jones"));
+    EXPECT_THAT(text, Not(HasSubstr("Smith")));
+}
+
+TEST_F(TextTables, FieldMatchesFollowThePageMatchesAndCanBeReplaced) {
+    const engine::FieldDescription note{.kind = engine::FieldKind::kText,
+                                        .name = "note",
+                                        .controls = {{0, {72, 500, 372, 520}}},
+                                        .value = "Call Alice or alice now"};
+    HostDocument& document = OpenLines({{"Alice"}, {"nothing"}}, {note});
+
+    ASSERT_EQ(Search(document, 0, L"Alice").size(), 1u);
+    const std::vector<std::vector<NdxRect>> inFields = SearchFields(document, 0, L"Alice");
+    ASSERT_EQ(inFields.size(), 2u);
+    ASSERT_EQ(inFields[0].size(), 1u);
+    // Within the field, the first match left of the second.
+    EXPECT_GT(inFields[0][0].left, 72);
+    EXPECT_LT(inFields[0][0].right, inFields[1][0].left);
+    EXPECT_GE(inFields[0][0].bottom, 499);
+    EXPECT_LE(inFields[0][0].top, 521);
+    EXPECT_TRUE(SearchFields(document, 1, L"Alice").empty());
+
+    // Ordinal 0 is the page's own text; 1 and 2 the field's matches.
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 2, L"Bo"), 1);
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 1, L"Robert"), 1);
+    const NdxInterForm form = CallHost<Op::NDXInterFormFromEnvironment>(
+        CallHost<Op::HostDocGetInterForm>(document.Handle()));
+    const NdxFormField field = CallHost<Op::NDXInterFormGetField>(form, 0, L"note");
+    const HostWideString value = CallHost<Op::HostWideStringNew>();
+    CallHost<Op::NDXFormFieldGetValue>(field, value);
+    EXPECT_EQ(testing::WideText(value), L"Call Robert or Bo now");
+    CallHost<Op::HostWideStringDelete>(value);
+    EXPECT_TRUE(document.IsModified());
+}
+
+}  // namespace
+}  // namespace pdfhost

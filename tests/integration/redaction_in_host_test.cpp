@@ -1,0 +1,291 @@
+// Search, annotation, redaction and form commands against real PDF files in pdfhost, checked on
+// what a reader of the saved file sees: pdftotext's text, the annotation entries, field values
+// and image pixels.
+#include <mupdf/fitz.h>
+#include <mupdf/pdf.h>
+
+#include <array>
+#include <cstdio>
+
+#include "bridge/json_text.h"
+#include "engine/document.h"
+#include "engine/form_builder.h"
+#include "plugin_host_fixture.h"
+
+namespace {
+
+using pdfhost::engine::Document;
+using pdfhost::engine::PageDescription;
+using pdfhost::engine::PdfDescription;
+
+std::string PdfToText(const std::string& path) {
+    std::string text;
+    if (FILE* pipe = popen(("pdftotext '" + path + "' - 2>/dev/null").c_str(), "r")) {
+        std::array<char, 4096> buffer{};
+        while (std::size_t n = fread(buffer.data(), 1, buffer.size(), pipe))
+            text.append(buffer.data(), n);
+        pclose(pipe);
+    }
+    return text;
+}
+
+class RedactionInHostTest : public PluginHostTest {
+  protected:
+    void SetUp() override { Start(); }
+
+    std::string OpenText(const std::string& name, const std::vector<std::string>& lines) {
+        PdfDescription description;
+        description.pages.push_back(PageDescription::TextLines(lines));
+        const std::string path = MakePdf(name, description);
+        EXPECT_GT(Open(path), 0);
+        fileId_ = Call("getCurrentDoc")["data"][0]["id"].asString();
+        return path;
+    }
+    Json::Value Find(const std::string& text) {
+        Json::Value params(Json::objectValue);
+        params["file"]["id"] = fileId_;
+        params["text"] = text;
+        return Call("findTexts", params);
+    }
+    Json::Value AddAnnot(const std::string& key, int index, const std::string& type,
+                         const std::string& name, const std::string& contents = "") {
+        Json::Value params(Json::objectValue);
+        params["searchKey"] = key;
+        params["index"] = index;
+        params["type"] = type;
+        params["uniqueIDName"] = name;
+        if (!contents.empty())
+            params["contents"] = contents;
+        return Call("addAnnot", params);
+    }
+    void Answer(const char* kind, int value) {
+        Json::Value line(Json::objectValue);
+        line["host"] = "answer";
+        line["dialog"] = kind;
+        line["value"] = value;
+        Line(line);
+    }
+    void Save() {
+        Json::Value line(Json::objectValue);
+        line["host"] = "save";
+        line["doc"] = 1;
+        for (const Json::Value& output : Line(line))
+            EXPECT_FALSE(output.isMember("error")) << output;
+    }
+    Json::Value ApplyNames(const std::vector<std::string>& names) {
+        Json::Value params(Json::objectValue);
+        params["uniqueIDNames"] = Json::arrayValue;
+        for (const auto& name : names)
+            params["uniqueIDNames"].append(name);
+        return Call("redactApply", params);
+    }
+
+    std::string fileId_;
+};
+
+TEST_F(RedactionInHostTest, RedactedTextIsGoneFromTheSavedFileAndTheRestStays) {
+    const std::string path =
+        OpenText("people.pdf", {"Jane Roe lives at 12 Elm Street", "Contact jane.roe@example.com",
+                                "Keep this sentence intact", "Jane Roe signed on Monday"});
+    const Json::Value names = Find("Jane Roe");
+    ASSERT_EQ(names["ret"].asInt(), 0) << names;
+    ASSERT_EQ(names["data"]["count"].asInt(), 2);
+    const Json::Value mail = Find("jane.roe@example.com");
+    ASSERT_EQ(mail["data"]["count"].asInt(), 1);
+
+    const std::string nameKey = names["data"]["searchKey"].asString();
+    EXPECT_EQ(AddAnnot(nameKey, 0, "redact", "ai_plugin_a")["ret"].asInt(), 0);
+    EXPECT_EQ(AddAnnot(nameKey, 1, "redact", "ai_plugin_b")["ret"].asInt(), 0);
+    EXPECT_EQ(
+        AddAnnot(mail["data"]["searchKey"].asString(), 0, "redact", "ai_plugin_c")["ret"].asInt(),
+        0);
+    EXPECT_EQ(Call("isCurrentDocModified")["data"], Json::Value(true));
+
+    Answer("messageBox", 1);
+    const Json::Value applied = ApplyNames({"ai_plugin_a", "ai_plugin_b", "ai_plugin_c", "nope"});
+    EXPECT_EQ(applied["ret"].asInt(), 0) << applied;
+    ASSERT_EQ(applied["data"].size(), 1u);
+    EXPECT_EQ(applied["data"][0].asString(), "nope");
+    Save();
+
+    const std::string text = PdfToText(path);
+    EXPECT_EQ(text.find("Jane Roe"), std::string::npos) << text;
+    EXPECT_EQ(text.find("jane.roe@example.com"), std::string::npos) << text;
+    EXPECT_NE(text.find("Keep this sentence intact"), std::string::npos) << text;
+    EXPECT_NE(text.find("lives at 12 Elm Street"), std::string::npos) << text;
+    EXPECT_NE(text.find("signed on Monday"), std::string::npos) << text;
+}
+
+TEST_F(RedactionInHostTest, CancelledPromptKeepsTheDocumentAsItWas) {
+    const std::string path = OpenText("cancel.pdf", {"Secret Number 4711"});
+    const Json::Value found = Find("4711");
+    ASSERT_EQ(
+        AddAnnot(found["data"]["searchKey"].asString(), 0, "redact", "ai_plugin_x")["ret"].asInt(),
+        0);
+    Answer("messageBox", 2);
+    EXPECT_EQ(ApplyNames({"ai_plugin_x"})["ret"].asInt(), 400024);
+    Save();
+    EXPECT_NE(PdfToText(path).find("Secret Number 4711"), std::string::npos);
+}
+
+TEST_F(RedactionInHostTest, HighlightEntriesStandInTheSavedFileExactly) {
+    const std::string path = OpenText("marked.pdf", {"Alpha Beta Gamma"});
+    const Json::Value found = Find("Beta");
+    ASSERT_EQ(found["data"]["count"].asInt(), 1);
+    ASSERT_EQ(AddAnnot(found["data"]["searchKey"].asString(), 0, "highlight", "ai_plugin_h1",
+                       "reviewed")["ret"]
+                  .asInt(),
+              0);
+    Save();
+
+    Document document = Document::Open(host->Engine(), path);
+    fz_context* ctx = document.fz();
+    pdf_obj* page = pdf_lookup_page_obj(ctx, document.pdf(), 0);
+    pdf_obj* annots = pdf_dict_gets(ctx, page, "Annots");
+    ASSERT_EQ(pdf_array_len(ctx, annots), 1);
+    pdf_obj* annot = pdf_array_get(ctx, annots, 0);
+    EXPECT_STREQ(pdf_to_name(ctx, pdf_dict_gets(ctx, annot, "Subtype")), "Highlight");
+    EXPECT_STREQ(pdf_to_text_string(ctx, pdf_dict_gets(ctx, annot, "NM")), "ai_plugin_h1");
+    EXPECT_STREQ(pdf_to_text_string(ctx, pdf_dict_gets(ctx, annot, "Contents")), "reviewed");
+    EXPECT_STREQ(pdf_to_text_string(ctx, pdf_dict_gets(ctx, annot, "Subj")), "Highlight");
+    EXPECT_EQ(pdf_to_int(ctx, pdf_dict_gets(ctx, annot, "F")), 4);
+    EXPECT_EQ(pdf_to_num(ctx, pdf_dict_gets(ctx, annot, "P")), pdf_to_num(ctx, page));
+    pdf_obj* color = pdf_dict_gets(ctx, annot, "C");
+    ASSERT_EQ(pdf_array_len(ctx, color), 3);
+    EXPECT_EQ(pdf_array_get_real(ctx, color, 0), 1.0f);
+    EXPECT_EQ(pdf_array_get_real(ctx, color, 1), 1.0f);
+    EXPECT_EQ(pdf_array_get_real(ctx, color, 2), 0.0f);
+
+    // One rectangle: the corners lower left, lower right, upper left, upper right, and /Rect is
+    // their union.
+    pdf_obj* quads = pdf_dict_gets(ctx, annot, "QuadPoints");
+    ASSERT_EQ(pdf_array_len(ctx, quads), 8);
+    float q[8];
+    for (int i = 0; i < 8; ++i)
+        q[i] = pdf_array_get_real(ctx, quads, i);
+    const float l = q[0], b = q[1], r = q[2], t = q[5];
+    EXPECT_LT(l, r);
+    EXPECT_LT(b, t);
+    EXPECT_EQ(q[3], b);
+    EXPECT_EQ(q[4], l);
+    EXPECT_EQ(q[6], r);
+    EXPECT_EQ(q[7], t);
+    const fz_rect rect = pdf_to_rect(ctx, pdf_dict_gets(ctx, annot, "Rect"));
+    EXPECT_NEAR(rect.x0, l, 0.01);
+    EXPECT_NEAR(rect.y0, b, 0.01);
+    EXPECT_NEAR(rect.x1, r, 0.01);
+    EXPECT_NEAR(rect.y1, t, 0.01);
+    // "Beta" stands after "Alpha " on the first line (72 pt margin, 12 pt Helvetica).
+    EXPECT_GT(l, 100.0f);
+    EXPECT_LT(r, 160.0f);
+}
+
+TEST_F(RedactionInHostTest, FormFieldValueSetThroughTheBridgeIsInTheSavedFile) {
+    const std::string path = (folder / "form.pdf").string();
+    {
+        Document blank = Document::CreateBlank(host->Engine());
+        pdfhost::engine::FieldDescription field;
+        field.name = "holder";
+        field.value = "Old Name";
+        pdfhost::engine::AddFormFields(blank, {field});
+        blank.SaveFull(path);
+    }
+    ASSERT_GT(Open(path), 0);
+    const std::string id = Call("getCurrentDoc")["data"][0]["id"].asString();
+    const Json::Value fields = Call("getAllFormFields");
+    ASSERT_EQ(fields["ret"].asInt(), 0) << fields;
+    ASSERT_EQ(fields["data"].size(), 1u) << fields;
+    EXPECT_EQ(fields["data"][0]["value"].asString(), "Old Name");
+    EXPECT_EQ(fields["data"][0]["type"].asString(), "TextField");
+
+    Json::Value params(Json::objectValue);
+    params["file"]["id"] = id;
+    params["fieldName"] = "holder";
+    params["value"] = "New Name";
+    EXPECT_EQ(Call("setFormFieldValue", params)["ret"].asInt(), 0);
+    Save();
+
+    Document saved = Document::Open(host->Engine(), path);
+    pdf_obj* field = pdf_lookup_field(
+        saved.fz(),
+        pdf_dict_getp(saved.fz(), pdf_trailer(saved.fz(), saved.pdf()), "Root/AcroForm/Fields"),
+        "holder");
+    ASSERT_NE(field, nullptr);
+    EXPECT_STREQ(pdf_field_value(saved.fz(), field), "New Name");
+    EXPECT_NE(PdfToText(path).find("New Name"), std::string::npos);
+}
+
+TEST_F(RedactionInHostTest, ImageUnderAUserRedactionIsBlanked) {
+    PdfDescription description;
+    description.pages.push_back(PageDescription::ImageOnly(3));
+    const std::string path = MakePdf("scan.pdf", description);
+    ASSERT_GT(Open(path), 0);
+    Json::Value redact(Json::objectValue);
+    redact["host"] = "userRedact";
+    redact["doc"] = 1;
+    redact["page"] = 0;
+    redact["rect"] = Json::arrayValue;
+    for (double v : {72.0, 432.0, 540.0, 720.0})
+        redact["rect"].append(v);
+    for (const Json::Value& output : Line(redact))
+        EXPECT_FALSE(output.isMember("error")) << output;
+    EXPECT_EQ(Call("hasOtherRedact")["data"], Json::Value(true));
+
+    Answer("messageBox", 1);
+    EXPECT_EQ(Post(R"(["base","redactApply","","r"])"),
+              std::vector<std::string>{"{\"data\":[],\"ret\":0,\"uuid\":\"r\"}\n"});
+    Save();
+
+    // Every remaining image of the page is blank where the box stood (here: the whole image).
+    Document saved = Document::Open(host->Engine(), path);
+    fz_context* ctx = saved.fz();
+    pdf_obj* page = pdf_lookup_page_obj(ctx, saved.pdf(), 0);
+    pdf_obj* xobjects = pdf_dict_getp(ctx, page, "Resources/XObject");
+    for (int i = 0; i < pdf_dict_len(ctx, xobjects); ++i) {
+        pdf_obj* object = pdf_dict_get_val(ctx, xobjects, i);
+        if (!pdf_name_eq(ctx, pdf_dict_gets(ctx, object, "Subtype"), PDF_NAME(Image)))
+            continue;
+        fz_image* image = pdf_load_image(ctx, saved.pdf(), object);
+        fz_pixmap* pixmap =
+            fz_get_pixmap_from_image(ctx, image, nullptr, nullptr, nullptr, nullptr);
+        const unsigned char* samples = fz_pixmap_samples(ctx, pixmap);
+        const int size = fz_pixmap_stride(ctx, pixmap) * fz_pixmap_height(ctx, pixmap);
+        int dark = 0;
+        for (int k = 0; k < size; ++k)
+            dark += samples[k] < 250 ? 1 : 0;
+        EXPECT_EQ(dark, 0);
+        fz_drop_pixmap(ctx, pixmap);
+        fz_drop_image(ctx, image);
+    }
+}
+
+TEST_F(RedactionInHostTest, PointNoteIsFoundAtItsPointAndRemoved) {
+    OpenText("notes.pdf", {"Page with a note"});
+    Json::Value params(Json::objectValue);
+    params["file"]["id"] = fileId_;
+    params["pageIndex"] = 0;
+    params["point"]["x"] = 100;
+    params["point"]["y"] = 120;
+    params["type"] = "note";
+    Json::Value add = params;
+    add["contents"] = "check this";
+    add["uniqueIDName"] = "ai_plugin_pt_1";
+    ASSERT_EQ(Call("addAnnotAtPoint", add)["ret"].asInt(), 0);
+
+    Json::Value at = params;
+    at["uniqueIDPrefix"] = "ai_plugin_pt_";
+    const Json::Value found = Call("getAnnotsContentAtPoint", at);
+    ASSERT_EQ(found["ret"].asInt(), 0) << found;
+    ASSERT_EQ(found["data"].size(), 1u) << found;
+    EXPECT_EQ(found["data"][0]["content"].asString(), "check this\r\n");
+    EXPECT_EQ(found["data"][0]["id"].asString(), "ai_plugin_pt_1");
+
+    Json::Value beside = at;
+    beside["point"]["y"] = 120.01;
+    EXPECT_TRUE(Call("getAnnotsContentAtPoint", beside)["data"].isNull());
+
+    EXPECT_EQ(Call("removeAnnotsAtPoint", at)["ret"].asInt(), 0);
+    EXPECT_TRUE(Call("getAnnotsContentAtPoint", at)["data"].isNull());
+}
+
+}  // namespace
