@@ -16,6 +16,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -39,10 +40,21 @@ class ScriptedHost:
             [pdfhost, "--headless", "--script", "--plugins", plugins, "--profile", profile],
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8",
             bufsize=1 << 20)
+        self.writer = None
 
     def send(self, lines):
-        self.proc.stdin.write("".join(json.dumps(line) + "\n" for line in lines))
-        self.proc.stdin.flush()
+        """Writes the lines from a thread of their own, so that a long batch cannot block on a
+        full pipe while pdfhost waits for its answers to be read."""
+        text = "".join(json.dumps(line) + "\n" for line in lines)
+
+        def write():
+            self.proc.stdin.write(text)
+            self.proc.stdin.flush()
+
+        if self.writer is not None:
+            self.writer.join()
+        self.writer = threading.Thread(target=write)
+        self.writer.start()
 
     def read(self, key, count=1):
         found = []
@@ -94,6 +106,7 @@ def run_ours(args, corpus, terms, out):
         host.send([{"host": "save", "doc": 1}, {"host": "state"}])
         host.read("state")
         host.send([{"host": "quit"}])
+        host.writer.join()
         host.proc.stdin.close()
         if host.proc.wait() != 0:
             raise RuntimeError("pdfhost exited with %d" % host.proc.returncode)
