@@ -69,6 +69,16 @@ bool HasCurrent(const Record& record) {
     return record.current >= 0 && static_cast<std::size_t>(record.current) < record.matches.size();
 }
 
+// Moves a finder to its next match: 1 while there is one, 0 after the last or for a finder
+// whose document has closed.
+template <typename Record>
+int StepToNextMatch(HostApp& app, Record* record) {
+    if (record == nullptr || FindDocument(app, record->document) == nullptr)
+        return 0;
+    record->current = std::min(record->current + 1, static_cast<int>(record->matches.size()));
+    return HasCurrent(*record) ? 1 : 0;
+}
+
 // ---- Text pages
 
 NdxTextPage TextPageNew(NdxPage page, int) {
@@ -145,13 +155,8 @@ int TextFindStart(NdxTextFind find, const wchar_t* text, uint32_t flags, int sta
 }
 
 int TextFindNext(NdxTextFind find) {
-    return Guarded(0, [&](HostApp& app) {
-        TextFindRecord* record = app.Texts().finders.Find(find);
-        if (record == nullptr || FindDocument(app, record->document) == nullptr)
-            return 0;
-        record->current = std::min(record->current + 1, static_cast<int>(record->matches.size()));
-        return HasCurrent(*record) ? 1 : 0;
-    });
+    return Guarded(
+        0, [&](HostApp& app) { return StepToNextMatch(app, app.Texts().finders.Find(find)); });
 }
 
 void TextFindGetRects(NdxTextFind find, NdxRectArray rects) {
@@ -225,13 +230,8 @@ int FieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
 }
 
 int FieldTextFindNext(NdxFieldFind find) {
-    return Guarded(0, [&](HostApp& app) {
-        FieldFindRecord* record = app.Texts().fieldFinders.Find(find);
-        if (record == nullptr || FindDocument(app, record->document) == nullptr)
-            return 0;
-        record->current = std::min(record->current + 1, static_cast<int>(record->matches.size()));
-        return HasCurrent(*record) ? 1 : 0;
-    });
+    return Guarded(
+        0, [&](HostApp& app) { return StepToNextMatch(app, app.Texts().fieldFinders.Find(find)); });
 }
 
 void FieldTextFindGetRects(NdxFieldFind find, NdxRectArray rects) {

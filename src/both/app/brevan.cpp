@@ -120,6 +120,14 @@ HostDoc Brevan::GetCurrentDoc() const {
     return batchMode ? batchDocument : host().HostAppGetActiveDoc();
 }
 
+bool Brevan::FileIdOf(HostDoc doc, std::wstring& id) const {
+    return documents && documents->findIdByDoc(doc, id);
+}
+
+bool Brevan::DocOf(const std::wstring& id, HostDoc& doc) const {
+    return documents && documents->findDocById(id, doc);
+}
+
 void Brevan::ShowTaskPane(bool show) {
     taskPaneShown = show ? 1 : 0;
     host().HostAppShowPane(kTaskPaneName, taskPaneShown);

@@ -46,6 +46,11 @@ class Brevan {
     // The batch's document during a batch run, otherwise the host's active document (may be null).
     HostDoc GetCurrentDoc() const;
 
+    // The registry id of an open document; false when it has none or the registry is gone.
+    bool FileIdOf(HostDoc doc, std::wstring& id) const;
+    // The open document that carries a registry id; false when none does.
+    bool DocOf(const std::wstring& id, HostDoc& doc) const;
+
     // Shows or hides the task pane and remembers the choice.
     void ShowTaskPane(bool show);
 

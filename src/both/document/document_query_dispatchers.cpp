@@ -49,7 +49,7 @@ Json::Value GetDocMetadataDispatcher::Run() {
     if (id.empty())
         return Fail(err::kNoId);
     HostDoc doc = nullptr;
-    if (!app_.documents->findDocById(id, doc))
+    if (!app_.DocOf(id, doc))
         return Fail(err::kClosedDoc);
     HostApi& host = app_.host();
     NdxDoc pdf = host.HostDocGetPdfDoc(doc);

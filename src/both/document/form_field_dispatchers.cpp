@@ -29,7 +29,7 @@ Json::Value GetAllFormFieldsDispatcher::Run() {
     if (pdf == nullptr)
         return Fail(err::kNoNdxDoc);
     std::wstring fileId;
-    if (!app_.documents || !app_.documents->findIdByDoc(doc, fileId))
+    if (!app_.FileIdOf(doc, fileId))
         return Fail(err::kNoIdFromDoc);
     HostFormEnv env = host.HostDocGetInterForm(doc);
     if (env == nullptr)
@@ -105,7 +105,7 @@ Json::Value SetFormFieldValueDispatcher::Run() {
     if (value.isNull() || value.isArray() || value.isObject())
         return Fail(err::kNoFieldValue);
     HostDoc doc = nullptr;
-    if (!app_.documents || !app_.documents->findDocById(fileId, doc))
+    if (!app_.DocOf(fileId, doc))
         return Fail(err::kNoDocFromField);
     HostApi& host = app_.host();
     HostFormEnv env = host.HostDocGetInterForm(doc);

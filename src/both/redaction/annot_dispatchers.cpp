@@ -72,7 +72,7 @@ Json::Value AddAnnotDispatcher::Run() {
     if (pdf == nullptr)
         return Fail(err::kNoNdxDoc);
     std::wstring fileId;
-    if (!app_.documents || !app_.documents->findIdByDoc(doc, fileId))
+    if (!app_.FileIdOf(doc, fileId))
         return Fail(err::kNoIdFromDoc);
     SearchResultStore* store = app_.searchResults.get();
     if (store == nullptr)
@@ -170,7 +170,7 @@ Json::Value RemoveAnnotsDispatcher::Run() {
     if (view == nullptr)
         return Fail(err::kNoDocView);
     std::wstring fileId;
-    if (!app_.documents || !app_.documents->findIdByDoc(doc, fileId))
+    if (!app_.FileIdOf(doc, fileId))
         return Fail(err::kNoIdFromDoc);
     SearchResultStore* store = app_.searchResults.get();
     if (store == nullptr)

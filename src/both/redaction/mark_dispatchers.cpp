@@ -72,7 +72,7 @@ Json::Value MarkTextDispatcher::Run() {
     if (doc == nullptr)
         return Fail(err::kClosedDoc);
     std::wstring fileId;
-    if (!app_.documents || !app_.documents->findIdByDoc(doc, fileId))
+    if (!app_.FileIdOf(doc, fileId))
         return Fail(err::kNoIdFromDoc);
     if (!app_.searchResults)
         return Fail(err::kNoResultForSearchKey);

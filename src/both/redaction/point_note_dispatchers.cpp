@@ -46,7 +46,7 @@ int32_t PointNoteRequest::Read(Brevan& app, const std::wstring& params, Kind kin
     const std::wstring fileId = FileIdOf(root);
     if (fileId.empty())
         return err::kNoId;
-    if (!app.documents || !app.documents->findDocById(fileId, place.doc))
+    if (!app.DocOf(fileId, place.doc))
         return err::kNoDocFromField;
     HostApi& host = app.host();
     place.pdf = host.HostDocGetPdfDoc(place.doc);
