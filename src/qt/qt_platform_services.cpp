@@ -1,13 +1,25 @@
-// The Linux platform layer of the plug-in, over Qt.
+// The Linux platform layer of the plug-in, over Qt and libcurl.
 #include <dlfcn.h>
 
+#include <QDesktopServices>
+#include <QDir>
+#include <QMetaObject>
+#include <QUrl>
 #include <memory>
 
 #include "app/platform_services.h"
+#include "curl_download.h"
+#include "curl_http.h"
 #include "host_page_connection.h"
+#include "qt_file_dialog.h"
+#include "qt_timers.h"
 #include "util/utf.h"
 
 namespace {
+
+// The child object through which a pdfhost main window takes commands, as a window of the
+// platform takes its command messages.
+constexpr const char* kWindowCommandsName = "pdfhost.windowCommands";
 
 class QtPlatformServices final : public PlatformServices {
   public:
@@ -26,6 +38,49 @@ class QtPlatformServices final : public PlatformServices {
             return nullptr;
         return std::make_unique<HostPageConnection>(channel);
     }
+
+    std::wstring TempFolder() override {
+        return (QDir::tempPath() + QLatin1Char('/')).toStdWString();
+    }
+
+    void SendWindowCommand(HostWindow window, unsigned command) override {
+        auto* target = reinterpret_cast<QObject*>(window);
+        if (target == nullptr)
+            return;
+        QObject* commands = target->findChild<QObject*>(QString::fromLatin1(kWindowCommandsName),
+                                                        Qt::FindDirectChildrenOnly);
+        if (commands != nullptr) {
+            QMetaObject::invokeMethod(commands, "command", Qt::DirectConnection,
+                                      Q_ARG(int, static_cast<int>(command)));
+        }
+    }
+
+    bool OpenUrlExternally(const std::wstring& url) override {
+        const QUrl address(QString::fromStdWString(url));
+        return address.isValid() && QDesktopServices::openUrl(address);
+    }
+
+    std::unique_ptr<FileDialog> MakeFileDialog(const FileDialogSettings& settings) override {
+        return std::make_unique<QtFileDialog>(settings);
+    }
+
+    unsigned StartTimer(unsigned periodMs, std::function<void()> tick) override {
+        return timers_.Start(periodMs, std::move(tick));
+    }
+
+    void KillTimer(unsigned id) override { timers_.Kill(id); }
+
+    int HttpGet(const std::wstring& url, std::string& body, const HttpSettings& settings) override {
+        return ::HttpGet(url, body, settings);
+    }
+
+    bool DownloadToFile(const std::wstring& url, const std::wstring& path,
+                        DownloadProgress& progress, const HttpSettings& settings) override {
+        return DownloadUrlToFile(url, path, progress, settings);
+    }
+
+  private:
+    QtTimers timers_;
 };
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/platform_services.h"
+#include "fake_platform.h"      // tests/support
 #include "host_api_defaults.h"  // tests/support
 
 struct FakePage {
@@ -111,11 +112,4 @@ class FakeHost : public HostApiDefaults {
 
     std::vector<std::unique_ptr<FakeDoc>> docs_;
     std::vector<HostDoc> open_;
-};
-
-// A platform without a page channel.
-class FakePlatform : public PlatformServices {
-  public:
-    std::wstring ModulePath() override { return L"/plugins/TarvoSablemark.tpi"; }
-    std::unique_ptr<PageConnection> ConnectHostPageChannel() override { return nullptr; }
 };

@@ -6,6 +6,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "host/host_abi.h"
 
 // The page side of a bridge channel: replies go back as strings, events run as scripts.
 class PageEndpoint {
@@ -22,6 +25,39 @@ class PageConnection : public PageEndpoint {
     virtual void SetMessageHandler(MessageHandler handler) = 0;
 };
 
+// A file dialog of the platform. The handle is what the host's file-dialog operations take
+// while the dialog lives.
+struct FileDialogSettings {
+    bool save = false;              // a save dialog, else an open dialog
+    std::wstring defaultExtension;  // without or with the leading "."
+    std::wstring initialName;       // offered file name, or a pattern such as "*.pdf"
+    std::wstring filter;            // "Label (*.pdf)|*.pdf||" pairs
+    unsigned flags = 0;             // 0x200 allows several files; 0x1000 files must exist
+    HostWindow parent = nullptr;
+};
+
+class FileDialog {
+  public:
+    virtual ~FileDialog() = default;
+    virtual HostFileDialog Handle() = 0;
+    // Shows the dialog modally; true when the user ended it with OK.
+    virtual bool Run() = 0;
+    // The chosen paths, in the dialog's order.
+    virtual std::vector<std::wstring> Paths() = 0;
+};
+
+// Progress of a download: statuses 4 (begin), 5 (data), 6 (end), like the platform's binding
+// callbacks; `progress` and `maximum` are byte counts (maximum 0 when unknown).
+class DownloadProgress {
+  public:
+    virtual ~DownloadProgress() = default;
+    virtual void OnProgress(unsigned long progress, unsigned long maximum, int status) = 0;
+};
+
+struct HttpSettings {
+    bool verifyCertificates = true;
+};
+
 class PlatformServices {
   public:
     virtual ~PlatformServices() = default;
@@ -29,6 +65,29 @@ class PlatformServices {
     virtual std::wstring ModulePath() = 0;
     // The page channel the host offers in its scripted mode, or null when it offers none.
     virtual std::unique_ptr<PageConnection> ConnectHostPageChannel() = 0;
+
+    // The system's temporary folder, with a trailing separator.
+    virtual std::wstring TempFolder() = 0;
+    // Runs the host's command `command` in the main window `window` and returns when it is done,
+    // as the platform's command message does (0xE103 is the host's Save).
+    virtual void SendWindowCommand(HostWindow window, unsigned command) = 0;
+    // Opens an address in the user's default browser; false when the platform refuses.
+    virtual bool OpenUrlExternally(const std::wstring& url) = 0;
+    virtual std::unique_ptr<FileDialog> MakeFileDialog(const FileDialogSettings& settings) = 0;
+
+    // A repeating timer on the user-interface thread; the id is never 0. Killing an unknown id
+    // does nothing.
+    virtual unsigned StartTimer(unsigned periodMs, std::function<void()> tick) = 0;
+    virtual void KillTimer(unsigned id) = 0;
+
+    // One blocking GET: 0 with the body when the server answered 200 with a non-empty body,
+    // otherwise 3.
+    virtual int HttpGet(const std::wstring& url, std::string& body,
+                        const HttpSettings& settings) = 0;
+    // Downloads `url` into the file `path`, blocking, reporting to `progress`. True when the
+    // whole body was written; a failure leaves no file at `path`.
+    virtual bool DownloadToFile(const std::wstring& url, const std::wstring& path,
+                                DownloadProgress& progress, const HttpSettings& settings) = 0;
 };
 
 // Made by the platform layer the library is built with.
