@@ -419,7 +419,8 @@ HOST_EXT_OP(LoginRegisterDomainCallback, Login, 32, void, (HostLoginDomainCallba
 
 // ---- Extension table "Browser Extension HFT" ------------------------------------------------
 HOST_EXT_OP(BrowserExtOpenUrl, BrowserExt, 0, int,
-            (const wchar_t* url, HostBrowserTabRecord* record), (url, record))
+            (const wchar_t* url, int a, int b, HostBrowserTabRecord* record, void** tabOut),
+            (url, a, b, record, tabOut))
 HOST_EXT_OP(BrowserExtOpenWebPage, BrowserExt, 1, int,
             (const wchar_t* url, HostWindow parent, HostWebPageRecord* record,
              HostWebView* viewOut),
