@@ -1,5 +1,6 @@
-// Writes pdfhost's sample document: three pages of made-up personal records as text, then a
-// page holding a picture. Usage: make_sample_pdf OUT.pdf
+// Writes pdfhost's sample documents of made-up personal data. Usage: make_sample_pdf NAME OUT.pdf,
+// NAME "records" (three pages of personal records, then a page holding a picture) or "letter"
+// (a two-page employment letter).
 #include <exception>
 #include <iostream>
 #include <string>
@@ -14,7 +15,7 @@ namespace {
 using pdfhost::engine::PageDescription;
 using pdfhost::engine::PdfDescription;
 
-PdfDescription SampleSpec() {
+PdfDescription RecordsSample() {
     PdfDescription recipe;
     recipe.pages.push_back(PageDescription::TextLines({
         "Customer record - Orchard Lane Insurance",
@@ -53,16 +54,53 @@ PdfDescription SampleSpec() {
     return recipe;
 }
 
+PdfDescription LetterSample() {
+    PdfDescription recipe;
+    recipe.pages.push_back(PageDescription::TextLines({
+        "Northgate Logistics Ltd - Human Resources",
+        "14 Quayside Row, Dunmore",
+        "",
+        "To: Elena Varga-Holm",
+        "Home address: 7 Larkspur Close, Dunmore",
+        "Private e-mail: elena.vargaholm@example.com",
+        "Mobile: +44 7700 900461",
+        "",
+        "Dear Ms Varga-Holm,",
+        "We confirm your employment as Senior Planner from 1 March 2023.",
+        "Your salary is paid to IBAN NL91 ABNA 0417 1643 00.",
+        "For the pension scheme we hold your date of birth as 23/07/1988",
+        "and your social security number as 536-22-4107.",
+    }));
+    recipe.pages.push_back(PageDescription::TextLines({
+        "Corporate card",
+        "A corporate card ending 0004 was issued: 4000 0566 5566 5556.",
+        "Questions go to payroll@example.org or (555) 014-2290.",
+        "",
+        "Kind regards,",
+        "Jonas Pemberly, HR Manager",
+        "DOB on file for Jonas Pemberly: 1975-09-30",
+        "Reference HR-2023-0117, printed 12 April 2023.",
+    }));
+    recipe.info = {
+        {"Title", "Employment letter"},
+        {"Author", "pdfhost"},
+        {"CreationDate", "D:20230412090000+01'00'"},
+    };
+    return recipe;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "usage: make_sample_pdf OUT.pdf\n";
+    const std::string name = argc == 3 ? argv[1] : "";
+    if (name != "records" && name != "letter") {
+        std::cerr << "usage: make_sample_pdf records|letter OUT.pdf\n";
         return 2;
     }
     try {
         pdfhost::engine::Context context;
-        pdfhost::engine::PdfFactory(context).Write(SampleSpec(), argv[1]);
+        pdfhost::engine::PdfFactory(context).Write(
+            name == "records" ? RecordsSample() : LetterSample(), argv[2]);
     } catch (const std::exception& error) {
         std::cerr << "make_sample_pdf: " << error.what() << "\n";
         return 1;
