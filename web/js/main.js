@@ -1,0 +1,40 @@
+// Wires the page together: the bridge to the editor, the editor's events, the workflow, the
+// view, and the automatic mode when the address asks for it.
+(function (root) {
+  'use strict';
+
+  const S = root.Sablemark;
+  const options = S.pageOptions.parsePageOptions(root.location.search);
+  const bridge = new S.bridge.Bridge(() => root.chrome && root.chrome.webview);
+  const workflow = new S.workflow.Workflow({ bridge });
+  const runner = options.auto
+    ? new S.autoRun.AutoRunner({
+      workflow,
+      scanOptions: { terms: options.terms, wholeWord: options.wholeWord, kinds: options.kinds },
+    })
+    : null;
+
+  // The editor calls this with each event, as an object or as its JSON text. It exists before
+  // anything else so that no early event is lost.
+  root.__dispatchEvent = function (value) {
+    const event = S.bridge.parseEvent(value);
+    if (!event) return;
+    workflow.handleEvent(event);
+    if (runner) runner.handleEvent(event);
+    else if (event.name === 'ev-doc-activate' && event.data.id !== '0' && !workflow.current) {
+      workflow.refreshDocument().catch(() => {});
+    }
+  };
+
+  function start() {
+    const view = S.view.createView(root.document, workflow, options);
+    workflow.onChange(view.render);
+    view.render();
+    workflow.loadAccount();
+    if (runner) runner.start();
+    else workflow.refreshDocument().catch(() => {});
+  }
+
+  if (root.document.readyState === 'loading') root.document.addEventListener('DOMContentLoaded', start);
+  else start();
+})(globalThis);

@@ -1,0 +1,32 @@
+// What the page's address asks for. The editor appends its own parameters (platform, version,
+// language, theme colour, ...); the page reads the few below and ignores the rest.
+(function (root) {
+  'use strict';
+
+  const detectors =
+    typeof require === 'function' ? require('./detectors.js') : root.Sablemark.detectors;
+
+  const YES = ['1', 'true', 'yes', 'on'];
+
+  // search: the address's query text, with or without its "?".
+  function parsePageOptions(search) {
+    const params = new URLSearchParams(String(search || '').replace(/^\?/, ''));
+    const flag = (name) => YES.includes(String(params.get(name) || '').toLowerCase());
+    const kinds = (params.get('kinds') || '')
+      .split(',')
+      .map((k) => k.trim())
+      .filter((k) => detectors.KINDS.includes(k));
+    const theme = /^[0-9a-f]{6}$/i.test(params.get('ThemeColor') || '') ? `#${params.get('ThemeColor')}` : null;
+    return {
+      auto: flag('auto'),
+      terms: detectors.parseTerms(params.getAll('terms').join(',')),
+      wholeWord: flag('wholeWord'),
+      kinds: kinds.length ? kinds : null,
+      accent: theme,
+    };
+  }
+
+  const api = { parsePageOptions };
+  if (typeof module === 'object' && module.exports) module.exports = api;
+  else (root.Sablemark = root.Sablemark || {}).pageOptions = api;
+})(typeof globalThis !== 'undefined' ? globalThis : this);

@@ -1,0 +1,478 @@
+// The redaction workflow over the editor's bridge: read the current document's text, detect,
+// locate the findings, mark each match with a Redact annotation, let the user review, apply and
+// save a redacted copy. One review session per document; the bridge is injected, so the same
+// code runs against the editor and against a test double.
+(function (root) {
+  'use strict';
+
+  const req = (file, name) => (typeof require === 'function' ? require(file) : root.Sablemark[name]);
+  const detectors = req('./detectors.js', 'detectors');
+  const { BridgeError } = req('./bridge.js', 'bridge');
+  const messages = req('./messages.js', 'messages');
+
+  // The editor's search flags.
+  const MATCH_CASE = 0x1;
+  const WHOLE_WORD = 0x2;
+  // Every annotation name of ours starts so; the editor keeps the convention.
+  const NAME_PREFIX = 'ai_plugin_';
+  const SAVE_SUFFIX = '_redacted';
+  // Codes by which the editor says that a mark to remove is not there any more.
+  const MARK_GONE = [400006, 400007];
+
+  const KIND_ORDER = [...detectors.KINDS, detectors.TERM];
+
+  // A failure of the workflow itself, not of the editor.
+  class WorkflowError extends Error {
+    constructor(message) {
+      super(message);
+      this.name = 'WorkflowError';
+    }
+  }
+
+  // The file name the editor offers for the copy: the stem, the suffix, the extension.
+  function offeredName(name, suffix = SAVE_SUFFIX) {
+    const dot = name.lastIndexOf('.');
+    return dot > 0 ? name.slice(0, dot) + suffix + name.slice(dot) : name + suffix;
+  }
+
+  class Workflow {
+    constructor({ bridge, nameBase, onChange } = {}) {
+      this.bridge = bridge;
+      this.sessions = new Map(); // document id -> its review session
+      this.current = null; // the session shown, or null
+      this.activeDoc = null; // the editor's current document as last asked, or null
+      this.busy = false;
+      this.activity = '';
+      this.status = '';
+      this.error = null;
+      this.account = null;
+      this.accountError = null;
+      this._names = 0;
+      this._nameBase =
+        nameBase || `${Date.now().toString(36)}${Math.floor(Math.random() * 1e6).toString(36)}`;
+      this._listeners = onChange ? [onChange] : [];
+      this._tail = Promise.resolve();
+    }
+
+    onChange(listener) {
+      this._listeners.push(listener);
+    }
+
+    _notify() {
+      for (const listener of this._listeners) listener(this);
+    }
+
+    // Runs one user-level operation after those before it; records a failure for the user and
+    // rethrows it to the caller.
+    _run(activity, operation) {
+      const result = this._tail.then(async () => {
+        this.busy = true;
+        this.activity = activity;
+        this.error = null;
+        this._notify();
+        try {
+          return await operation();
+        } catch (error) {
+          this.error = error.message;
+          this.status = '';
+          throw error;
+        } finally {
+          this.busy = false;
+          this.activity = '';
+          this._notify();
+        }
+      });
+      this._tail = result.catch(() => {});
+      return result;
+    }
+
+    _call(command, params) {
+      return this.bridge.call(command, params);
+    }
+
+    _newName() {
+      this._names += 1;
+      return `${NAME_PREFIX}redact_${this._nameBase}_${this._names}`;
+    }
+
+    // The signed-in user, for the header. A failure is shown there and blocks nothing.
+    loadAccount() {
+      return this._tail.then(async () => {
+        try {
+          const data = await this._call('getUser');
+          this.account = (data && data.info) || null;
+          this.accountError = null;
+        } catch (error) {
+          this.account = null;
+          this.accountError = error.message;
+        }
+        this._notify();
+        return this.account;
+      });
+    }
+
+    // Asks the editor for its current document; null when none is open.
+    refreshDocument() {
+      return this._run('Looking for the current document', async () => {
+        try {
+          this.activeDoc = await this._currentDoc();
+        } catch (error) {
+          if (!(error instanceof BridgeError) || error.ret !== 300001) throw error;
+          this.activeDoc = null;
+          this.status = 'Open a PDF document to begin.';
+        }
+        if (this.activeDoc && !this.current) this.status = `Ready to scan ${this.activeDoc.name || 'the document'}.`;
+        return this.activeDoc;
+      });
+    }
+
+    async _currentDoc() {
+      const list = await this._call('getCurrentDoc');
+      if (!Array.isArray(list) || !list[0] || typeof list[0].id !== 'string') {
+        throw new BridgeError('getCurrentDoc', null, list);
+      }
+      return list[0];
+    }
+
+    // Scans the current document: options {terms: [..], wholeWord, kinds}. A document scanned
+    // before loses the marks of its earlier scan first, so no match is marked twice.
+    scan(options = {}) {
+      return this._run('Scanning', async () => {
+        const doc = await this._currentDoc();
+        this.activeDoc = doc;
+        const previous = this.sessions.get(doc.id);
+        if (previous) await this._retire(previous);
+        const session = {
+          doc,
+          pageCount: 0,
+          findings: [],
+          notices: [],
+          stale: false,
+          marked: false,
+          applied: false,
+          saved: false,
+          output: null,
+          summary: null,
+        };
+        this.sessions.set(doc.id, session);
+        this.current = session;
+
+        if ((await this._call('isCurrentDocModified')) === true) {
+          session.notices.push('The document has unsaved changes: text typed into form fields ' +
+            'since the last save is not scanned.');
+        }
+        const count = await this._call('getFilePageCount');
+        session.pageCount = (count && count.pageCount) || 0;
+        this.activity = `Reading ${session.pageCount} page(s)`;
+        this._notify();
+        const texts = await this._call('getFileTexts', { pageIndex: -1 });
+        if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
+        if (texts.length !== session.pageCount) {
+          session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
+        }
+
+        const terms = options.terms || [];
+        session.findings = this._findingsOf(
+          detectors.detectDocument(texts, { terms, wholeWord: options.wholeWord, kinds: options.kinds }),
+          Boolean(options.wholeWord)
+        );
+        this.activity = 'Locating the findings';
+        this._notify();
+        await this._locate(session);
+        this.activity = 'Marking the findings';
+        this._notify();
+        for (const finding of session.findings) {
+          for (const match of finding.matches) await this._addMark(finding, match);
+        }
+        const located = session.findings.filter((f) => f.matches.length);
+        const missing = session.findings.length - located.length;
+        if (missing) {
+          session.notices.push(`${missing} finding(s) could not be located in the document and are not marked.`);
+        }
+        this.status = located.length
+          ? `${located.length} finding(s) marked for redaction. Review them, then apply.`
+          : 'Nothing to redact was found.';
+        return session;
+      });
+    }
+
+    // Turns detections into findings with what the search needs. Two detections that would
+    // search for the same text on the same page are one finding.
+    _findingsOf(detected, wholeWord) {
+      const seen = new Set();
+      const findings = [];
+      for (const d of detected) {
+        const isTerm = d.kind === detectors.TERM;
+        const searchText = isTerm ? d.term : d.text;
+        const flags = isTerm ? (wholeWord ? WHOLE_WORD : 0) : MATCH_CASE | WHOLE_WORD;
+        const key = `${d.page}\u0000${flags}\u0000${isTerm ? searchText.toLowerCase() : searchText}`;
+        if (seen.has(key)) continue;
+        seen.add(key);
+        findings.push({
+          id: `f${findings.length + 1}`,
+          kind: d.kind,
+          text: d.text,
+          page: d.page,
+          searchText,
+          flags,
+          searchKey: null,
+          matches: [], // {index, name}: name is the mark's annotation name, null when unmarked
+          kept: true,
+          shown: -1,
+        });
+      }
+      return findings;
+    }
+
+    // Searches each page that has findings for them, that page only, so every match of a
+    // finding lies on the finding's page.
+    async _locate(session) {
+      const pages = [...new Set(session.findings.map((f) => f.page))].sort((a, b) => a - b);
+      for (const page of pages) {
+        const onPage = session.findings.filter((f) => f.page === page);
+        let results;
+        try {
+          results = await this._call('findTextList', {
+            file: { id: session.doc.id },
+            textList: onPage.map((f) => [f.searchText, f.flags]),
+            startPage: page,
+            endPage: page,
+          });
+        } catch (error) {
+          if (error instanceof BridgeError && error.ret === 400005) continue; // none located
+          throw error;
+        }
+        if (!Array.isArray(results) || results.length !== onPage.length) {
+          throw new BridgeError('findTextList', null, results);
+        }
+        onPage.forEach((finding, i) => {
+          const { count, searchKey } = results[i] || {};
+          if (!Number.isInteger(count) || count <= 0) return;
+          finding.searchKey = searchKey;
+          for (let index = 0; index < count; index++) finding.matches.push({ index, name: null });
+        });
+      }
+    }
+
+    async _addMark(finding, match) {
+      const name = this._newName();
+      const data = await this._call('addAnnot', {
+        searchKey: finding.searchKey,
+        index: match.index,
+        type: 'redact',
+        uniqueIDName: name,
+      });
+      // A match that the editor holds as marked already keeps the mark it has.
+      match.name = data && data.message ? null : name;
+      match.preexisting = Boolean(data && data.message);
+    }
+
+    async _removeMark(session, finding, match) {
+      try {
+        await this._call('removeAnnots', {
+          searchKey: finding.searchKey,
+          index: match.index,
+          type: 'redact',
+          uniqueIDPrefix: NAME_PREFIX,
+        });
+      } catch (error) {
+        if (!(error instanceof BridgeError) || !MARK_GONE.includes(error.ret)) throw error;
+        session.notices.push(error.message);
+      }
+      match.name = null;
+    }
+
+    // Takes the marks of an unapplied session away and clears a selection it made.
+    async _retire(session) {
+      if (session.marked) {
+        await this._call('clearMarkTexts');
+        session.marked = false;
+      }
+      if (session.applied) return;
+      for (const finding of session.findings) {
+        for (const match of finding.matches) {
+          if (match.name) await this._removeMark(session, finding, match);
+        }
+      }
+    }
+
+    _reviewable(findingIds) {
+      const session = this.current;
+      if (!session || session.applied) throw new WorkflowError('There is nothing to review: scan a document first.');
+      return session.findings.filter((f) => findingIds.includes(f.id) && f.matches.length);
+    }
+
+    // Keeps (marks) or drops (unmarks) findings by id.
+    setKept(findingIds, kept) {
+      const ids = Array.isArray(findingIds) ? findingIds : [findingIds];
+      return this._run(kept ? 'Marking' : 'Dropping', async () => {
+        const session = this.current;
+        for (const finding of this._reviewable(ids)) {
+          try {
+            for (const match of finding.matches) {
+              if (kept && !match.name && !match.preexisting) await this._addMark(finding, match);
+              if (!kept && match.name) await this._removeMark(session, finding, match);
+            }
+          } finally {
+            finding.kept = finding.matches.some((m) => m.name || m.preexisting);
+          }
+        }
+        const count = this._keptNames(session).length;
+        this.status = `${count} mark(s) will be redacted.`;
+      });
+    }
+
+    setKindKept(kind, kept) {
+      const ids = this.current ? this.current.findings.filter((f) => f.kind === kind).map((f) => f.id) : [];
+      return this.setKept(ids, kept);
+    }
+
+    // Selects a finding's next match in the editor and scrolls to it.
+    show(findingId) {
+      return this._run('Showing', async () => {
+        const [finding] = this._reviewable([findingId]);
+        if (!finding) throw new WorkflowError('This finding is not in the document\'s text layer.');
+        finding.shown = (finding.shown + 1) % finding.matches.length;
+        await this._call('markTexts', { searchKey: finding.searchKey, index: finding.matches[finding.shown].index });
+        this.current.marked = true;
+        this.status = `Showing "${finding.text}" on page ${finding.page + 1}` +
+          (finding.matches.length > 1 ? ` (${finding.shown + 1} of ${finding.matches.length}).` : '.');
+      });
+    }
+
+    _keptNames(session) {
+      return session.findings.flatMap((f) => f.matches.filter((m) => m.name).map((m) => m.name));
+    }
+
+    // The marks that would be applied now.
+    keptCount() {
+      return this.current ? this._keptNames(this.current).length : 0;
+    }
+
+    // Burns the kept marks in (the editor asks the user first), then saves the copy.
+    apply() {
+      return this._run('Applying', async () => {
+        const session = this.current;
+        if (!session || session.applied) throw new WorkflowError('There is nothing to apply: scan a document first.');
+        const names = this._keptNames(session);
+        if (!names.length) throw new WorkflowError('No finding is marked for redaction.');
+        if (session.marked) {
+          await this._call('clearMarkTexts');
+          session.marked = false;
+        }
+        if ((await this._call('hasOtherRedact')) === true) {
+          session.notices.push('The document holds redaction marks that this page did not make; ' +
+            'they are left as they are.');
+        }
+        const failed = await this._call('redactApply', { uniqueIDNames: names });
+        const notApplied = new Set(Array.isArray(failed) ? failed : []);
+        for (const finding of session.findings) {
+          for (const match of finding.matches) {
+            match.applied = Boolean(match.name) && !notApplied.has(match.name);
+          }
+        }
+        session.applied = true;
+        if (notApplied.size) {
+          session.notices.push(`${notApplied.size} mark(s) could not be applied: the editor no longer holds them.`);
+        }
+        this.status = 'Redaction applied.';
+        this._notify();
+        await this._save(session);
+        return session;
+      });
+    }
+
+    // Saves the redacted copy; also what the user retries after cancelling the save dialog.
+    // `unmarked` allows saving a session that has nothing to apply.
+    save({ unmarked = false } = {}) {
+      return this._run('Saving', async () => {
+        const session = this.current;
+        if (!session || (!session.applied && !unmarked)) {
+          throw new WorkflowError('Apply the redaction before saving the copy.');
+        }
+        await this._save(session);
+        return session;
+      });
+    }
+
+    async _save(session) {
+      await this._call('saveDocument', { isSaveAs: true, suffix: SAVE_SUFFIX });
+      const after = await this._currentDoc();
+      session.output = after.filePath || after.name || offeredName(session.doc.name);
+      session.saved = true;
+      session.summary = summarize(session);
+      this.status = session.applied
+        ? 'Redaction applied and the copy saved.'
+        : 'Copy saved; there was nothing to redact.';
+    }
+
+    // Follows the editor's events.
+    handleEvent(event) {
+      if (!event) return;
+      const id = event.data && event.data.id;
+      switch (event.name) {
+        case 'ev-doc-activate':
+          if (this.current && this.current.doc.id === id) return;
+          this.current = this.sessions.get(id) || null;
+          this.activeDoc = this.current ? this.current.doc : null;
+          this.error = null;
+          this.status = id === '0' ? 'No PDF document is active.'
+            : this.current ? `Back to ${this.current.doc.name || 'the document'}.`
+              : 'Another document is active. Scan it when ready.';
+          break;
+        case 'ev-doc-closed': {
+          const hadSession = this.sessions.delete(id);
+          const wasActive = Boolean(this.activeDoc && this.activeDoc.id === id);
+          if (!hadSession && !wasActive) return;
+          if (this.current && this.current.doc.id === id) this.current = null;
+          if (wasActive) {
+            this.activeDoc = null;
+            this.status = 'The document was closed.';
+          }
+          break;
+        }
+        case 'ev-doc-modified': {
+          // A change made while one of our commands runs is that command's own.
+          const session = this.sessions.get(id);
+          if (this.bridge.busy || !session || session.applied || session.stale) return;
+          session.stale = true;
+          session.notices.push('The document changed after the scan; scan again so the marks fit the text.');
+          break;
+        }
+        case 'ev-user-sign-out':
+          this.account = null;
+          this.accountError = 'Signed out.';
+          break;
+        default:
+          return;
+      }
+      this._notify();
+    }
+  }
+
+  // What a finished session reports: counts of the findings that were redacted, by kind.
+  function summarize(session) {
+    const findings = {};
+    for (const kind of KIND_ORDER) findings[kind] = 0;
+    const pages = new Set();
+    let total = 0;
+    for (const finding of session.findings) {
+      if (!finding.matches.some((m) => m.applied)) continue;
+      findings[finding.kind] += 1;
+      pages.add(finding.page);
+      total += 1;
+    }
+    return {
+      file: session.doc.filePath || session.doc.name,
+      output: session.output,
+      pages: session.pageCount,
+      findings,
+      total,
+      pagesWithFindings: pages.size,
+    };
+  }
+
+  const api = { Workflow, WorkflowError, offeredName, summarize, KIND_ORDER, NAME_PREFIX, MATCH_CASE, WHOLE_WORD };
+  if (typeof module === 'object' && module.exports) module.exports = api;
+  else (root.Sablemark = root.Sablemark || {}).workflow = api;
+})(typeof globalThis !== 'undefined' ? globalThis : this);

@@ -1,0 +1,174 @@
+// A stand-in for the editor's side of the bridge: answers requests the way the plug-in does
+// (reply text with ret, data and uuid, keys in alphabetical order, a line feed at the end),
+// raises events before the reply of the command that caused them, and keeps a log of the
+// commands it served.
+'use strict';
+
+class FakePlugin {
+  constructor({ docs, current = 0 } = {}) {
+    this.docs = (docs || []).map((d) => ({ modified: false, ...d }));
+    this.currentIndex = this.docs.length ? current : -1;
+    this.calls = []; // {command, params}
+    this.posted = []; // raw texts posted by the page
+    this.failures = new Map(); // command -> ret answered instead of serving it
+    this.otherRedact = false;
+    this.promptAnswer = 1; // 1 = OK at the redaction prompt
+    this.savePath = (doc, suffix) => doc.filePath.replace(/(\.[^./]*)?$/, `${suffix}$1`);
+    this.searches = new Map(); // searchKey -> [{page}]
+    this.annots = new Map(); // name -> {searchKey, index}
+    this.onEvent = null; // the page's __dispatchEvent
+    this._listeners = [];
+    this._keys = 0;
+    this.transport = {
+      postMessage: (text) => this._receive(text),
+      addEventListener: (type, fn) => type === 'message' && this._listeners.push(fn),
+    };
+  }
+
+  get doc() {
+    return this.docs[this.currentIndex] || null;
+  }
+
+  commands() {
+    return this.calls.map((c) => c.command);
+  }
+
+  paramsOf(command) {
+    return this.calls.filter((c) => c.command === command).map((c) => c.params);
+  }
+
+  emit(name, data) {
+    if (this.onEvent) this.onEvent({ name, data });
+  }
+
+  activate(index) {
+    this.currentIndex = index;
+    this.emit('ev-doc-activate', { id: this.docs[index].id });
+  }
+
+  _receive(text) {
+    this.posted.push(text);
+    const [module, command, params, uuid] = JSON.parse(text);
+    this.calls.push({ command, params });
+    let reply;
+    if (module !== 'base' || typeof this[`_${command}`] !== 'function') reply = { data: null, ret: 400000 };
+    else if (this.failures.has(command)) reply = { data: null, ret: this.failures.get(command), uuid };
+    else {
+      const [ret, data] = this[`_${command}`](params);
+      reply = { data: data === undefined ? null : data, ret, uuid };
+    }
+    const replyText = JSON.stringify(reply) + '\n';
+    setImmediate(() => this._listeners.forEach((fn) => fn({ data: replyText })));
+  }
+
+  _modified() {
+    this.doc.modified = true;
+    this.emit('ev-doc-modified', { id: this.doc.id });
+  }
+
+  _getUser() {
+    return [0, { info: { email: 'ana@example.com', firstname: 'Ana', lastname: 'Lind', username: 'AnaLind', token: 't' } }];
+  }
+
+  _getCurrentDoc() {
+    const d = this.doc;
+    if (!d) return [300001];
+    const name = d.filePath.split('/').pop();
+    return [0, [{ id: d.id, aiFileId: '', name, size: 1, isCurrentDoc: true, drive: 'local', filePath: d.filePath, account_id: '' }]];
+  }
+
+  _isCurrentDocModified() {
+    return this.doc ? [0, this.doc.modified] : [300001];
+  }
+
+  _getFilePageCount() {
+    return this.doc ? [0, { pageCount: this.doc.pages.length }] : [300001];
+  }
+
+  _getFileTexts({ pageIndex }) {
+    if (!this.doc) return [300001];
+    return [0, pageIndex === -1 ? this.doc.pages : [this.doc.pages[pageIndex]]];
+  }
+
+  _findTextList({ file, textList, startPage, endPage }) {
+    if (!file || !file.id) return [100004];
+    let total = 0;
+    const data = textList.map(([text, flags]) => {
+      const body = text.trim().split(/\s+/).map((w) => w.replace(/[.*+?^${}()|[\]\\]/g, '\\$&')).join('\\s+');
+      const edge = flags & 2 ? ['(?<![\\p{L}\\p{N}])', '(?![\\p{L}\\p{N}])'] : ['', ''];
+      const re = new RegExp(edge[0] + body + edge[1], flags & 1 ? 'gu' : 'giu');
+      const list = [];
+      for (let page = startPage; page <= endPage; page++) {
+        for (const _ of this.doc.pages[page].matchAll(re)) list.push({ page });
+      }
+      const searchKey = `{KEY-${++this._keys}}`;
+      this.searches.set(searchKey, list);
+      total += list.length;
+      return { count: list.length, searchKey };
+    });
+    return total ? [0, data] : [400005];
+  }
+
+  _annotOf(searchKey, index) {
+    return [...this.annots].find(([, a]) => a.searchKey === searchKey && a.index === index);
+  }
+
+  _addAnnot({ searchKey, index, type, uniqueIDName }) {
+    if (type !== 'highlight' && type !== 'redact') return [100015];
+    if (!String(uniqueIDName).startsWith('ai_plugin_')) return [100014];
+    const list = this.searches.get(searchKey);
+    if (!list || !list[index]) return [400005];
+    if (this._annotOf(searchKey, index)) return [0, { message: 'the annot has been added' }];
+    this.annots.set(uniqueIDName, { searchKey, index });
+    this._modified();
+    return [0, null];
+  }
+
+  _removeAnnots({ searchKey, index, type, uniqueIDPrefix }) {
+    if (!type) return [100013];
+    if (!uniqueIDPrefix) return [100014];
+    const found = this._annotOf(searchKey, index);
+    if (!found) return [400007];
+    this.annots.delete(found[0]);
+    this._modified();
+    return [0, null];
+  }
+
+  _markTexts({ searchKey, index }) {
+    const list = this.searches.get(searchKey);
+    return list && list[index] ? [0, null] : [400005];
+  }
+
+  _clearMarkTexts() {
+    return [0, null];
+  }
+
+  _hasOtherRedact() {
+    return [0, this.otherRedact];
+  }
+
+  _redactApply({ uniqueIDNames }) {
+    if (!Array.isArray(uniqueIDNames) || !uniqueIDNames.length) return [100014];
+    const failed = uniqueIDNames.filter((n) => !this.annots.has(n));
+    if (failed.length === uniqueIDNames.length) return [400023];
+    if (this.promptAnswer !== 1) return [400024];
+    this.applied = uniqueIDNames.filter((n) => this.annots.has(n));
+    this.applied.forEach((n) => this.annots.delete(n));
+    this._modified();
+    return [0, failed];
+  }
+
+  _saveDocument({ isSaveAs, suffix }) {
+    if (!this.doc) return [300001];
+    if (isSaveAs) {
+      const path = this.savePath(this.doc, suffix);
+      if (path === null) return [400025];
+      this.doc.filePath = path;
+    }
+    this.doc.modified = false;
+    this.emit('ev-doc-saved', { id: this.doc.id });
+    return [0, null];
+  }
+}
+
+module.exports = { FakePlugin };

@@ -1,0 +1,178 @@
+'use strict';
+const test = require('node:test');
+const assert = require('node:assert/strict');
+const { Bridge, parseEvent } = require('../js/bridge.js');
+const { Workflow, offeredName } = require('../js/workflow.js');
+const { FakePlugin } = require('./fake_plugin.js');
+
+const PAGES = [
+  'Name: Ana Lind\r\nE-mail: ana@example.com\r\nCard: 4539 1488 0343 6467',
+  'Notes only',
+  'Ana Lind again: ana@example.com, phone +44 20 7946 0958',
+];
+
+function setUp({ pages = PAGES, docs } = {}) {
+  const plugin = new FakePlugin({
+    docs: docs || [{ id: '{DOC-1}', filePath: '/data/report.pdf', pages }],
+  });
+  const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 't' });
+  plugin.onEvent = (event) => workflow.handleEvent(parseEvent(event));
+  return { plugin, workflow };
+}
+
+const finding = (workflow, kind, page) =>
+  workflow.current.findings.find((f) => f.kind === kind && f.page === page);
+
+test('a scan reads the text, locates each page\'s findings there and marks every match', async () => {
+  const { plugin, workflow } = setUp();
+  await workflow.scan({ terms: ['ana lind'] });
+
+  assert.deepEqual(plugin.commands(), ['getCurrentDoc', 'isCurrentDocModified', 'getFilePageCount',
+    'getFileTexts', 'findTextList', 'findTextList', ...Array(6).fill('addAnnot')]);
+  assert.deepEqual(plugin.paramsOf('getFileTexts'), [{ pageIndex: -1 }]);
+  assert.deepEqual(plugin.paramsOf('findTextList'), [
+    { file: { id: '{DOC-1}' }, startPage: 0, endPage: 0,
+      textList: [['ana lind', 0], ['ana@example.com', 3], ['4539 1488 0343 6467', 3]] },
+    { file: { id: '{DOC-1}' }, startPage: 2, endPage: 2,
+      textList: [['ana lind', 0], ['ana@example.com', 3], ['+44 20 7946 0958', 3]] },
+  ]);
+
+  const annots = plugin.paramsOf('addAnnot');
+  assert.ok(annots.every((a) => a.type === 'redact' && a.uniqueIDName.startsWith('ai_plugin_')));
+  assert.equal(new Set(annots.map((a) => a.uniqueIDName)).size, annots.length);
+  const searched = [...plugin.searches].flatMap(([key, list]) => list.map((_, i) => `${key}#${i}`));
+  assert.deepEqual(annots.map((a) => `${a.searchKey}#${a.index}`).sort(), searched.sort());
+  assert.equal(workflow.keptCount(), 6);
+  assert.equal(workflow.current.stale, false, 'its own marks do not make the scan stale');
+});
+
+test('dropped findings are unmarked and left out of the redaction; the copy is saved', async () => {
+  const { plugin, workflow } = setUp();
+  await workflow.scan();
+  const card = finding(workflow, 'card', 0);
+  const cardName = card.matches[0].name;
+
+  await workflow.setKept(card.id, false);
+  assert.deepEqual(plugin.paramsOf('removeAnnots'),
+    [{ searchKey: card.searchKey, index: 0, type: 'redact', uniqueIDPrefix: 'ai_plugin_' }]);
+  await workflow.setKindKept('phone', false);
+  await workflow.setKept(card.id, true); // kept again: marked under a new name
+  assert.notEqual(card.matches[0].name, cardName);
+  await workflow.setKept(card.id, false);
+
+  plugin.calls.length = 0;
+  const session = await workflow.apply();
+  assert.deepEqual(plugin.commands(), ['hasOtherRedact', 'redactApply', 'saveDocument', 'getCurrentDoc']);
+  const [{ uniqueIDNames }] = plugin.paramsOf('redactApply');
+  assert.deepEqual(uniqueIDNames.sort(), [finding(workflow, 'email', 0), finding(workflow, 'email', 2)]
+    .map((f) => f.matches[0].name).sort());
+  assert.deepEqual(plugin.paramsOf('saveDocument'), [{ isSaveAs: true, suffix: '_redacted' }]);
+  assert.deepEqual(session.summary, {
+    file: '/data/report.pdf', output: '/data/report_redacted.pdf', pages: 3,
+    findings: { email: 2, iban: 0, card: 0, nationalId: 0, dob: 0, phone: 0, term: 0 },
+    total: 2, pagesWithFindings: 2,
+  });
+});
+
+test('a bridge error stops the run and is shown to the user', async () => {
+  const { plugin, workflow } = setUp();
+  plugin.failures.set('getFileTexts', 300011);
+  await assert.rejects(workflow.scan(), { ret: 300011 });
+  assert.equal(workflow.error, 'Reading the text of the pages failed: the document could not be read as a PDF (code 300011).');
+  assert.ok(!plugin.commands().includes('findTextList'));
+  assert.equal(workflow.busy, false);
+
+  plugin.failures.clear();
+  plugin.failures.set('addAnnot', 400015);
+  await assert.rejects(workflow.scan(), { ret: 400015 });
+  assert.equal(plugin.paramsOf('addAnnot').length, 1, 'nothing more after the failed mark');
+  assert.match(workflow.error, /could not add the mark \(code 400015\)/);
+});
+
+test('cancelling at the prompt changes nothing; cancelling the save leaves a retry', async () => {
+  const { plugin, workflow } = setUp();
+  await workflow.scan();
+  plugin.promptAnswer = 2;
+  await assert.rejects(workflow.apply(), { ret: 400024 });
+  assert.match(workflow.error, /cancelled at the prompt/);
+  assert.equal(workflow.current.applied, false);
+  assert.ok(!plugin.commands().includes('saveDocument'));
+
+  plugin.promptAnswer = 1;
+  plugin.savePath = () => null;
+  await assert.rejects(workflow.apply(), { ret: 400025 });
+  assert.equal(workflow.current.applied, true);
+  assert.equal(workflow.current.saved, false);
+
+  plugin.savePath = () => '/elsewhere/chosen.pdf';
+  const session = await workflow.save();
+  assert.equal(session.summary.output, '/elsewhere/chosen.pdf');
+  assert.equal(session.summary.total, 4);
+});
+
+test('texts the editor cannot find are reported, not marked', async () => {
+  const { plugin, workflow } = setUp();
+  const realSearch = plugin._findTextList.bind(plugin);
+  plugin._findTextList = (params) => (params.startPage === 2 ? [400005] : realSearch(params));
+  await workflow.scan();
+  assert.equal(finding(workflow, 'phone', 2).matches.length, 0);
+  assert.equal(workflow.keptCount(), 2);
+  assert.equal(workflow.error, null);
+  assert.match(workflow.current.notices.join(), /2 finding\(s\) could not be located/);
+});
+
+test('scanning again replaces the earlier marks; show walks through the matches', async () => {
+  const { plugin, workflow } = setUp({ pages: ['x@example.com and x@example.com'] });
+  await workflow.scan();
+  const email = finding(workflow, 'email', 0);
+  await workflow.show(email.id);
+  await workflow.show(email.id);
+  await workflow.show(email.id);
+  assert.deepEqual(plugin.paramsOf('markTexts').map((p) => p.index), [0, 1, 0]);
+
+  plugin.calls.length = 0;
+  await workflow.scan();
+  assert.deepEqual(plugin.commands().slice(0, 4), ['getCurrentDoc', 'clearMarkTexts', 'removeAnnots', 'removeAnnots']);
+  assert.equal(plugin.annots.size, 2);
+});
+
+test('a mark the user already deleted is noted, and the finding is dropped', async () => {
+  const { plugin, workflow } = setUp();
+  await workflow.scan();
+  const card = finding(workflow, 'card', 0);
+  plugin.annots.delete(card.matches[0].name);
+  await workflow.setKept(card.id, false);
+  assert.equal(workflow.error, null);
+  assert.equal(card.kept, false);
+  assert.match(workflow.current.notices.join(), /no longer there \(code 400007\)/);
+});
+
+test('events: other document, back again, outside changes, closing', async () => {
+  const { plugin, workflow } = setUp({ docs: [
+    { id: '{A}', filePath: '/a.pdf', pages: ['a@example.com'] },
+    { id: '{B}', filePath: '/b.pdf', pages: ['b@example.com'] },
+  ] });
+  await workflow.scan();
+  const sessionA = workflow.current;
+
+  plugin.activate(1);
+  assert.equal(workflow.current, null);
+  assert.match(workflow.status, /Another document/);
+  plugin.emit('ev-doc-modified', { id: '{A}' }); // changed while not ours to change
+  plugin.activate(0);
+  assert.equal(workflow.current, sessionA);
+  assert.equal(sessionA.stale, true);
+  assert.match(sessionA.notices.join(), /changed after the scan/);
+
+  plugin.emit('ev-doc-closed', { id: '{A}' });
+  assert.equal(workflow.current, null);
+  assert.equal(workflow.sessions.size, 0);
+  plugin.emit('ev-doc-activate', { id: '0' });
+  assert.match(workflow.status, /No PDF document/);
+});
+
+test('the copy is offered under the stem, the suffix and the extension', () => {
+  assert.equal(offeredName('report.pdf'), 'report_redacted.pdf');
+  assert.equal(offeredName('v1.2.report.PDF'), 'v1.2.report_redacted.PDF');
+  assert.equal(offeredName('notes'), 'notes_redacted');
+});
