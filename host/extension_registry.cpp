@@ -16,6 +16,19 @@ HostExtTable ExtensionRegistry::Add(std::string name, int version,
     return table;
 }
 
+void ExtensionRegistry::SetFunction(const std::string& name, int version, int index,
+                                    HostFunction fn) {
+    if (index < 0)
+        return;
+    HostExtTable table = Find(name, version);
+    if (table == nullptr)
+        table = Add(name, version, {});
+    std::vector<HostFunction>& functions = tables_.Find(table)->functions;
+    if (functions.size() <= static_cast<std::size_t>(index))
+        functions.resize(static_cast<std::size_t>(index) + 1, nullptr);
+    functions[static_cast<std::size_t>(index)] = fn;
+}
+
 HostExtTable ExtensionRegistry::Find(const std::string& name, int version) const {
     const auto it = std::find_if(order_.begin(), order_.end(), [&](HostExtTable table) {
         const Table* entry = tables_.Find(table);

@@ -10,7 +10,12 @@
 #include <stdexcept>
 
 #include "automation/json_line_writer.h"
+#include "automation/welcome_dialog_answers.h"
+#include "engine/ocr_recognizer.h"
+#include "file_dialog_answers.h"
+#include "headless_url_handlers.h"
 #include "tables/host_tables.h"
+#include "window_commands.h"
 
 namespace pdfhost {
 namespace {
@@ -28,6 +33,8 @@ void EnsureQtApplication(bool headless) {
     static int argc = 1;
     static char name[] = "pdfhost";
     static char* argv[] = {name, nullptr};
+    // Before the application object, for the web engine (see main.cpp).
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     new QApplication(argc, argv);
 }
 
@@ -52,17 +59,34 @@ HostApp::HostApp(HostOptions options)
       profile_(options_.profile),
       preferences_(profile_.PreferencesFile()),
       pluginSettings_(profile_.PluginSettingsFile()),
-      loader_([this](uint32_t pluginId) { events_.RemovePlugin(pluginId); }) {
+      account_(profile_.Folder() / "account.json", options_),
+      usage_(profile_.Folder() / "usage.jsonl"),
+      loader_([this](uint32_t pluginId) {
+          events_.RemovePlugin(pluginId);
+          account_.RemovePlugin(pluginId);
+          ribbons_.RemovePlugin(pluginId);
+          taskPanes_.RemovePlugin(pluginId);
+          bubbles_.RemovePlugin(pluginId);
+      }) {
     if (g_current != nullptr)
         throw std::logic_error("a HostApp already lives in this process");
     EnsureQtApplication(options_.headless);
     RegisterHostTables(tables_);
+    RegisterLoginTable(extensions_);
+    RegisterBrowserExtension(extensions_);
+    RegisterOcrExtension(extensions_);
+    if (options_.headless) {
+        fileDialogAnswers_ = std::make_unique<FileDialogAnswers>(*this);
+        urlHandlers_ = std::make_unique<HeadlessUrlHandlers>();
+        welcomeAnswers_ = std::make_unique<WelcomeDialogAnswers>(*this);
+    }
     tables_.Activate();
     g_current = this;
 }
 
 HostApp::~HostApp() {
     UnloadPlugins();
+    progressWindows_.Clear();
     scriptWriter_ = nullptr;
     observers_.clear();
     for (const auto& document : documents_.All()) {
@@ -83,15 +107,21 @@ std::size_t HostApp::LoadPlugins() {
     if (frames_.empty()) {
         hiddenFrame_ = std::make_unique<QMainWindow>();
         hiddenFrame_->setWindowTitle("pdfhost");
+        new WindowCommands(*this, *hiddenFrame_);
         frames_.push_back(hiddenFrame_.get());
     }
     // Loaded plug-ins stay; a second call does not load them again.
     if (options_.plugins.empty() || !loader_.Plugins().empty())
         return loader_.Plugins().size();
-    return loader_.LoadFolder(options_.plugins, Frames());
+    const std::size_t loaded = loader_.LoadFolder(options_.plugins, Frames());
+    // The host is up: the notification surface tells the plug-ins so.
+    bubbles_.SurfaceReady();
+    return loaded;
 }
 
 void HostApp::UnloadPlugins() {
+    // The plug-ins' pane windows go before the plug-ins do.
+    taskPanes_.TearDownAll();
     loader_.UnloadAll(Frames());
 }
 
@@ -103,16 +133,24 @@ void HostApp::AddFrame(QMainWindow& frame) {
     if (std::find(frames_.begin(), frames_.end(), &frame) != frames_.end())
         return;
     frames_.push_back(&frame);
+    if (frame.findChild<WindowCommands*>(QString(), Qt::FindDirectChildrenOnly) == nullptr)
+        new WindowCommands(*this, frame);
+    announcedFrame_ = &frame;
     loader_.FrameCreated(FrameHandle(frame));
+    announcedFrame_ = nullptr;
 }
 
 void HostApp::RemoveFrame(QMainWindow& frame) {
     const auto it = std::find(frames_.begin(), frames_.end(), &frame);
     if (it == frames_.end())
         return;
+    taskPanes_.TearDownFrame(&frame);
+    announcedFrame_ = &frame;
     loader_.FrameClosing(FrameHandle(frame));
+    announcedFrame_ = nullptr;
     // The hooks may have changed the list.
     std::erase(frames_, &frame);
+    ribbons_.ForgetFrame(FrameHandle(frame));
 }
 
 std::vector<HostFrame> HostApp::Frames() const {
@@ -246,6 +284,23 @@ int HostApp::SaveDocument(HostDocument& document) {
     return result;
 }
 
+int HostApp::SaveDocumentAs(HostDocument& document, const std::string& path) {
+    int result = 0;
+    try {
+        document.Engine().SaveFull(AbsolutePath(path));
+        document.SavedToFile();
+        document.SetModified(false);
+        result = 1;
+    } catch (const std::exception& error) {
+        std::cerr << "pdfhost: " << error.what() << '\n';
+    }
+    if (!document.IsHidden()) {
+        Notify([&](DocumentObserver& observer) { observer.DocumentChanged(document); });
+    }
+    events_.DidSave(document.Handle(), result);
+    return result;
+}
+
 void HostApp::MarkModified(HostDocument& document) {
     document.Engine().MarkChanged();
     if (!document.SetModified(true))
@@ -296,6 +351,12 @@ void HostApp::ShowMessage(const std::string& text, const std::string& title) {
         return;
     }
     std::cerr << "pdfhost: message: " << text << '\n';
+}
+
+engine::OcrRecognizer& HostApp::Ocr() {
+    if (ocr_ == nullptr)
+        ocr_ = std::make_unique<engine::OcrRecognizer>("eng");
+    return *ocr_;
 }
 
 bool HostApp::AnyPaneShown() const {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "account/account_service.h"
 #include "annotation_handles.h"
 #include "dialog_answers.h"
 #include "document_observer.h"
@@ -20,17 +21,29 @@
 #include "page_handles.h"
 #include "plugin_loader.h"
 #include "profile.h"
+#include "progress_window.h"
 #include "settings_store.h"
 #include "table_manager.h"
 #include "text_handles.h"
 #include "tool_box.h"
+#include "ui/bubble_notices.h"
+#include "ui/ribbon_model.h"
+#include "ui/task_panes.h"
 #include "undo_stack.h"
+#include "usage_log.h"
 #include "value_handles.h"
 
 class QMainWindow;
 
+namespace pdfhost::engine {
+class OcrRecognizer;
+}
+
 namespace pdfhost {
 
+class FileDialogAnswers;
+class HeadlessUrlHandlers;
+class WelcomeDialogAnswers;
 class JsonLineWriter;
 
 class HostApp {
@@ -68,6 +81,8 @@ class HostApp {
     std::vector<HostFrame> Frames() const;
     // The first main window, or null.
     QMainWindow* MainWindow() const;
+    // The main window whose opening or closing the plug-ins are being told of, or null.
+    QMainWindow* AnnouncedFrame() const { return announcedFrame_; }
     static HostFrame FrameHandle(QMainWindow& frame);
 
     // ---- What the user (or a plug-in through the tables) does with documents.
@@ -93,6 +108,10 @@ class HostApp {
     // Full save in place; fires did-save with the result (1 saved, 0 failed). A document that
     // has no file fails.
     int SaveDocument(HostDocument& document);
+    // Full save to `path`; the document then belongs to that file (a temporary one stops being
+    // temporary). Fires did-save with the result. A failed save leaves no file behind and the
+    // document as it was.
+    int SaveDocumentAs(HostDocument& document, const std::string& path);
     // Marks the document modified; fires modified when it was not.
     void MarkModified(HostDocument& document);
 
@@ -115,7 +134,14 @@ class HostApp {
     ExtensionRegistry& Extensions() { return extensions_; }
     SettingsStore& Preferences() { return preferences_; }
     SettingsStore& PluginSettings() { return pluginSettings_; }
+    // The local account behind the "login" table, and the usage reports' file.
+    AccountService& Account() { return account_; }
+    const UsageLog& Usage() const { return usage_; }
     engine::Context& Engine() { return context_; }
+    // The progress windows that plug-ins made.
+    HandlePool<HostProgress, ProgressWindow>& ProgressWindows() { return progressWindows_; }
+    // Text recognition ("eng"), started on first use. Throws engine::Error without its data.
+    engine::OcrRecognizer& Ocr();
 
     // Shows a message: a message box on the desktop; headless, a dialog line on the script
     // output, or stderr without one.
@@ -129,6 +155,11 @@ class HostApp {
     void SetPaneShown(const std::string& name, bool shown) { panes_[name] = shown; }
     bool AnyPaneShown() const;
 
+    // The ribbons of the main windows, the plug-ins' task panes and the notification surface.
+    RibbonModel& Ribbons() { return ribbons_; }
+    TaskPanes& Panes() { return taskPanes_; }
+    BubbleNotices& Bubbles() { return bubbles_; }
+
   private:
     OpenResult Open(const std::string& path, const std::string& password, DocumentKind kind,
                     bool fireHooks);
@@ -140,6 +171,8 @@ class HostApp {
     Profile profile_;
     SettingsStore preferences_;
     SettingsStore pluginSettings_;
+    AccountService account_;
+    UsageLog usage_;
     TableManager tables_;
     ValueHandles values_;
     ExtensionRegistry extensions_;
@@ -159,6 +192,17 @@ class HostApp {
     PluginLoader loader_;
     JsonLineWriter* scriptWriter_ = nullptr;
     std::map<std::string, bool> panes_;
+    RibbonModel ribbons_;
+    TaskPanes taskPanes_{*this};
+    BubbleNotices bubbles_{options_.headless};
+    QMainWindow* announcedFrame_ = nullptr;
+    HandlePool<HostProgress, ProgressWindow> progressWindows_;
+    std::unique_ptr<engine::OcrRecognizer> ocr_;
+    // Headless only: answers to file dialogs, and addresses printed instead of opened.
+    std::unique_ptr<FileDialogAnswers> fileDialogAnswers_;
+    std::unique_ptr<HeadlessUrlHandlers> urlHandlers_;
+    // Headless only: answers to the welcome dialog of the plug-in.
+    std::unique_ptr<WelcomeDialogAnswers> welcomeAnswers_;
 };
 
 }  // namespace pdfhost

@@ -21,6 +21,11 @@ std::string HostDocument::FileName() const {
     return std::filesystem::path(Path()).filename().string();
 }
 
+void HostDocument::SavedToFile() {
+    if (kind_ == DocumentKind::kTemporary)
+        kind_ = DocumentKind::kFile;
+}
+
 bool HostDocument::SetModified(bool modified) {
     if (modified_ == modified)
         return false;

@@ -47,6 +47,9 @@ class HostDocument {
     // The file name with its extension; a new document is named "Untitled-<number>.pdf".
     std::string FileName() const;
 
+    // After a save under a path: a temporary document now lives on that file.
+    void SavedToFile();
+
     bool IsHidden() const { return kind_ == DocumentKind::kHidden; }
     bool IsTemporary() const { return kind_ == DocumentKind::kTemporary; }
     bool IsModified() const { return modified_; }

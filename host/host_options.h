@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace pdfhost {
@@ -16,8 +17,9 @@ struct HostOptions {
     std::string language = "en-US";
     // No visible window; messages go to the script output or stderr.
     bool headless = true;
-    // Initial state of the local account (kept for the account provider).
-    bool signedIn = true;
+    // Whether the local account starts signed in (--signed-in, --signed-out). Without a word,
+    // headless runs start signed in and the desktop keeps the state it had.
+    std::optional<bool> signedIn;
 };
 
 }  // namespace pdfhost

@@ -66,6 +66,9 @@ int main(int argc, char** argv) {
     if (line.options.headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
+    // The web engine of plug-ins and of the lent web view shares OpenGL contexts with the
+    // application; this must be said before the application object exists.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication qtApp(argc, argv);
     try {
         pdfhost::HostApp app(line.options);

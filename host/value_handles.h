@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base64_encoder.h"
 #include "engine/pdf_value.h"
 #include "handle_pool.h"
 #include "host_abi.h"
@@ -36,6 +37,11 @@ struct RectArrayValue {
     std::vector<NdxRect> items;
 };
 
+// A flattening of a document's form in progress.
+struct FlattenerValue {
+    NdxDoc document = nullptr;
+};
+
 struct ParseOptionsValue {
     int values[4] = {};
 };
@@ -57,6 +63,8 @@ struct ValueHandles {
     // Dictionaries and arrays a plug-in builds (NDXDictNew, NDXArrayNew) before handing them
     // to a document.
     HandlePool<NdxObject, engine::PdfValue> pdfValues;
+    HandlePool<HostBase64Encoder, Base64Encoder> base64Encoders;
+    HandlePool<NdxFlattener, FlattenerValue> flatteners;
 };
 
 }  // namespace pdfhost

@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake pkg-config clang-format python3
-  libjsoncpp-dev libgtest-dev libgmock-dev googletest libbenchmark-dev libcurl4-openssl-dev
+  libjsoncpp-dev libgtest-dev libgmock-dev googletest libbenchmark-dev libcurl4-openssl-dev libssl-dev
   qt6-base-dev qt6-webengine-dev qt6-webchannel-dev
   libmupdf-dev libharfbuzz-dev libfreetype-dev libjbig2dec0-dev libopenjp2-7-dev libjpeg-dev
   zlib1g-dev libgumbo-dev libtesseract-dev libleptonica-dev libmujs-dev tesseract-ocr-eng
@@ -15,6 +15,8 @@ missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
 done
+# The reference page's tests need Node.js; a newer one already on the machine is kept.
+command -v node >/dev/null 2>&1 || missing+=(nodejs)
 if [ ${#missing[@]} -gt 0 ]; then
   export DEBIAN_FRONTEND=noninteractive
   apt-get update -q

@@ -9,6 +9,9 @@ echo "== Formatting"
 cd "$root"
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 
+echo "== Reference page"
+node --test "$root/web/tests"
+
 export QT_QPA_PLATFORM=offscreen
 echo "== Build and test"
 "$root/scripts/build.sh" "$root/build" -DBREVAN_WERROR=ON

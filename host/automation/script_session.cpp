@@ -9,16 +9,15 @@
 
 #include <json/reader.h>
 
+#include "automation/account_lines.h"
 #include "automation/field_typing.h"
+#include "automation/ribbon_press.h"
 #include "automation/user_redaction.h"
 #include "automation/view_state.h"
 #include "host_app.h"
 
 namespace pdfhost {
 namespace {
-
-// Lines of the contract that later work will serve.
-constexpr std::array<const char*, 3> kNotYetSupported = {"ribbon", "signIn", "signOut"};
 
 bool ParseObject(const std::string& text, Json::Value& value, std::string& error) {
     Json::CharReaderBuilder builder;
@@ -144,6 +143,9 @@ ScriptSession::Outcome ScriptSession::HandleHost(const Json::Value& line) {
             if (const std::string error = DrawUserRedaction(app_, *document, line); !error.empty())
                 Error(error);
         }
+    } else if (command == "ribbon") {
+        if (const std::string error = PressRibbonEntry(app_, line); !error.empty())
+            Error(error);
     } else if (command == "answer") {
         if (!line["dialog"].isString() || line["dialog"].asString().empty()) {
             Error("\"answer\" needs a \"dialog\" kind");
@@ -152,9 +154,9 @@ ScriptSession::Outcome ScriptSession::HandleHost(const Json::Value& line) {
         } else {
             app_.Answers().Queue(line["dialog"].asString(), line["value"]);
         }
-    } else if (std::find(kNotYetSupported.begin(), kNotYetSupported.end(), command) !=
-               kNotYetSupported.end()) {
-        Error("not supported yet: " + command);
+    } else if (command == "signIn" || command == "signOut") {
+        if (const std::string error = ChangeAccount(app_, line); !error.empty())
+            Error(error);
     } else {
         Error("unknown host command: " + command);
     }

@@ -243,12 +243,16 @@ RgbImage Document::Render(int page, float dpi) const {
 }
 
 void Document::SaveFull(const std::string& path) {
+    WriteCopy(path);
+    path_ = path;
+}
+
+void Document::WriteCopy(const std::string& path) const {
     pdf_write_options options = pdf_default_write_options;
     options.do_incremental = 0;
     options.do_garbage = 1;
     options.do_encrypt = PDF_ENCRYPT_KEEP;
     SaveReplacing(fz(), Live(), path, options);
-    path_ = path;
 }
 
 }  // namespace pdfhost::engine

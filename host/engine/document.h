@@ -67,6 +67,8 @@ class Document {
     // replaces `path`, so on failure `path` is untouched and no temporary file remains.
     // Throws Error on failure. On success Path() becomes `path`.
     void SaveFull(const std::string& path);
+    // Writes the document to `path` as SaveFull does, but Path() stays what it was: a copy.
+    void WriteCopy(const std::string& path) const;
 
     // Grows with every change made through this class; callers that change the document
     // through pdf() call MarkChanged().

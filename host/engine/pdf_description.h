@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "engine/geometry.h"
+#include "engine/rgb_image.h"
 
 namespace pdfhost::engine {
 
@@ -24,12 +26,13 @@ struct TextItem {
 };
 
 // A generated RGB picture of pixel_width x pixel_height pixels (a colour gradient that depends
-// on `seed`) drawn into `placement`.
+// on `seed`) drawn into `placement`; or, when `picture` is set, those pixels instead (a scan).
 struct ImageItem {
     Rect placement{72, 432, 540, 720};
     int pixel_width = 64;
     int pixel_height = 48;
     int seed = 0;
+    std::shared_ptr<const RgbImage> picture{};
 };
 
 // A rectangle path, filled or stroked.

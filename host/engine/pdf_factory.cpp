@@ -1,5 +1,6 @@
 #include "engine/pdf_factory.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "engine/atomic_save.h"
@@ -109,20 +110,37 @@ class PageBuilder {
     }
 
     ObjPtr NewImage(const ImageItem& item) {
-        if (item.pixel_width < 1 || item.pixel_height < 1 || item.pixel_width > kMaxImageSide ||
-            item.pixel_height > kMaxImageSide) {
+        const int width = item.picture ? item.picture->width : item.pixel_width;
+        const int height = item.picture ? item.picture->height : item.pixel_height;
+        if (width < 1 || height < 1 || width > kMaxImageSide || height > kMaxImageSide ||
+            (item.picture && (item.picture->stride < 3 * width ||
+                              item.picture->pixels.size() <
+                                  static_cast<std::size_t>(item.picture->stride) * height))) {
             throw Error(std::string(kWhat) + ": image size out of range");
         }
         PixmapPtr pixmap(ctx_, CallMupdf(ctx_, kWhat, [&] {
-                             return fz_new_pixmap(ctx_, fz_device_rgb(ctx_), item.pixel_width,
-                                                  item.pixel_height, nullptr, 0);
+                             return fz_new_pixmap(ctx_, fz_device_rgb(ctx_), width, height, nullptr,
+                                                  0);
                          }));
-        FillGradient(pixmap.get(), item.seed);
+        if (item.picture) {
+            CopyPixels(pixmap.get(), *item.picture);
+        } else {
+            FillGradient(pixmap.get(), item.seed);
+        }
         ImagePtr image(ctx_, CallMupdf(ctx_, kWhat, [&] {
                            return fz_new_image_from_pixmap(ctx_, pixmap.get(), nullptr);
                        }));
         return ObjPtr(
             ctx_, CallMupdf(ctx_, kWhat, [&] { return pdf_add_image(ctx_, doc_, image.get()); }));
+    }
+
+    void CopyPixels(fz_pixmap* pixmap, const RgbImage& picture) {
+        const std::ptrdiff_t stride = fz_pixmap_stride(ctx_, pixmap);
+        unsigned char* samples = fz_pixmap_samples(ctx_, pixmap);
+        for (int y = 0; y < picture.height; ++y) {
+            std::copy_n(picture.pixels.data() + static_cast<std::ptrdiff_t>(y) * picture.stride,
+                        3 * picture.width, samples + y * stride);
+        }
     }
 
     void FillGradient(fz_pixmap* pixmap, int seed) {

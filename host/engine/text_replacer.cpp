@@ -8,6 +8,7 @@
 #include "engine/content_stream.h"
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
+#include "engine/page_content.h"
 #include "engine/permissions.h"
 
 namespace pdfhost::engine {
@@ -94,7 +95,7 @@ std::string DrawingOf(const MatchPlacement& placement, const std::string& font,
     const auto channel = [&](int shift) {
         return Number(static_cast<float>((placement.color >> shift) & 0xFF) / 255.0f);
     };
-    std::string ops = "Q\nq\n";
+    std::string ops = "q\n";
     ops += channel(16) + " " + channel(8) + " " + channel(0) + " rg\nBT\n/" + font + " " +
            Number(placement.size) + " Tf\n";
     ops += Number(d.x) + " " + Number(d.y) + " " + Number(-d.y) + " " + Number(d.x) + " " +
@@ -170,76 +171,15 @@ void RemoveGlyphs(fz_context* ctx, pdf_document* doc, pdf_page* page,
     });
 }
 
-// An unused name for a new entry of the page's font resources.
-std::string FreeFontName(fz_context* ctx, pdf_obj* fonts) {
-    for (int number = 1;; ++number) {
-        const std::string name = "RplF" + std::to_string(number);
-        if (CallMupdf(ctx, kWhat, [&] { return pdf_dict_gets(ctx, fonts, name.c_str()); }) ==
-            nullptr) {
-            return name;
-        }
-    }
-}
-
-// The page's own font resources, made (from inherited resources if there are any) when missing.
-pdf_obj* PageFonts(fz_context* ctx, pdf_document* doc, pdf_obj* pageObj) {
-    return CallMupdf(ctx, kWhat, [&] {
-        pdf_obj* resources = pdf_dict_get(ctx, pageObj, PDF_NAME(Resources));
-        if (resources == nullptr) {
-            pdf_obj* inherited = pdf_dict_get_inheritable(ctx, pageObj, PDF_NAME(Resources));
-            resources =
-                inherited != nullptr ? pdf_copy_dict(ctx, inherited) : pdf_new_dict(ctx, doc, 1);
-            pdf_dict_put_drop(ctx, pageObj, PDF_NAME(Resources), resources);
-        }
-        pdf_obj* fonts = pdf_dict_get(ctx, resources, PDF_NAME(Font));
-        if (!pdf_is_dict(ctx, fonts))
-            fonts = pdf_dict_put_dict(ctx, resources, PDF_NAME(Font), 1);
-        return fonts;
-    });
-}
-
-ObjPtr AddStream(fz_context* ctx, pdf_document* doc, const std::string& bytes) {
-    BufferPtr buffer(ctx, CallMupdf(ctx, kWhat, [&] {
-                         return fz_new_buffer_from_copied_data(
-                             ctx, reinterpret_cast<const unsigned char*>(bytes.data()),
-                             bytes.size());
-                     }));
-    return ObjPtr(ctx, CallMupdf(ctx, kWhat, [&] {
-                      return pdf_add_stream(ctx, doc, buffer.get(), nullptr, 0);
-                  }));
-}
-
-// Wraps the page's content in q ... Q and draws the new text after it.
+// Draws the new text over the page's content.
 void DrawText(fz_context* ctx, pdf_document* doc, pdf_page* page, const MatchPlacement& placement,
               std::string_view utf8) {
     pdf_obj* pageObj = page->obj;
-    pdf_obj* fonts = PageFonts(ctx, doc, pageObj);
-    const std::string fontName = FreeFontName(ctx, fonts);
-    ObjPtr font(ctx, CallMupdf(ctx, kWhat, [&] { return pdf_add_new_dict(ctx, doc, 4); }));
-    const char* baseFont = StandardFont(placement.style);
-    CallMupdf(ctx, kWhat, [&] {
-        pdf_dict_put(ctx, font.get(), PDF_NAME(Type), PDF_NAME(Font));
-        pdf_dict_put(ctx, font.get(), PDF_NAME(Subtype), PDF_NAME(Type1));
-        pdf_dict_put_name(ctx, font.get(), PDF_NAME(BaseFont), baseFont);
-        pdf_dict_put(ctx, font.get(), PDF_NAME(Encoding), PDF_NAME(WinAnsiEncoding));
-        pdf_dict_puts(ctx, fonts, fontName.c_str(), font.get());
-    });
-    const ObjPtr before = AddStream(ctx, doc, "q\n");
-    const ObjPtr after = AddStream(ctx, doc, DrawingOf(placement, fontName, utf8));
-    ObjPtr contents(ctx, CallMupdf(ctx, kWhat, [&] { return pdf_new_array(ctx, doc, 4); }));
-    CallMupdf(ctx, kWhat, [&] {
-        pdf_obj* old = pdf_dict_get(ctx, pageObj, PDF_NAME(Contents));
-        pdf_array_push(ctx, contents.get(), before.get());
-        if (pdf_is_array(ctx, old)) {
-            const int count = pdf_array_len(ctx, old);
-            for (int i = 0; i < count; ++i)
-                pdf_array_push(ctx, contents.get(), pdf_array_get(ctx, old, i));
-        } else if (old != nullptr) {
-            pdf_array_push(ctx, contents.get(), old);
-        }
-        pdf_array_push(ctx, contents.get(), after.get());
-        pdf_dict_put(ctx, pageObj, PDF_NAME(Contents), contents.get());
-    });
+    pdf_obj* fonts = OwnPageResources(ctx, doc, pageObj, PDF_NAME(Font), kWhat);
+    const std::string fontName = FreeResourceName(ctx, fonts, "RplF", kWhat);
+    const ObjPtr font = NewStandardFont(ctx, doc, StandardFont(placement.style), kWhat);
+    CallMupdf(ctx, kWhat, [&] { pdf_dict_puts(ctx, fonts, fontName.c_str(), font.get()); });
+    AppendPageContent(ctx, doc, pageObj, DrawingOf(placement, fontName, utf8), kWhat);
 }
 
 }  // namespace

@@ -73,9 +73,11 @@ int ResourcesGetLanguage() {
 
 // ---- Main window and documents
 
+// While the plug-ins are told of a main window that opens or closes, that window is the current
+// one; otherwise the first.
 HostWindow AppGetMainWindow() {
     return Guarded<HostWindow>(nullptr, [](HostApp& app) {
-        QWidget* window = app.MainWindow();
+        QWidget* window = app.AnnouncedFrame() != nullptr ? app.AnnouncedFrame() : app.MainWindow();
         return reinterpret_cast<HostWindow>(window);
     });
 }
@@ -93,10 +95,14 @@ HostDoc AppGetDocByIndex(int index) {
     });
 }
 
+// While the active document closes, the tab that takes its place counts as active (none when
+// it was the last), so that closing hooks see what remains.
 HostDoc AppGetActiveDoc() {
     return Guarded<HostDoc>(nullptr, [](HostApp& app) -> HostDoc {
         const HostDocument* active = app.Documents().Active();
-        return active != nullptr ? active->Handle() : nullptr;
+        if (active != nullptr && active->IsClosing())
+            active = app.Documents().NeighbourTab(*active);
+        return active != nullptr && !active->IsClosing() ? active->Handle() : nullptr;
     });
 }
 

@@ -1,7 +1,9 @@
 // Host documents: opening (in a tab or hidden), closing, saving, the modified flag, permissions,
 // paths, and the page views of a document.
+#include <QMainWindow>
 #include <iostream>
 
+#include "close_prompt.h"
 #include "tables/host_tables.h"
 #include "tables/table_support.h"
 
@@ -41,10 +43,21 @@ HostDoc DocOpenHidden(const wchar_t* path, const HostOpenHiddenOptions* options)
     });
 }
 
-void DocClose(HostDoc doc, int, int, int) {
+// With `keepOpenCheck`, a document with unsaved changes asks first and may stay open.
+void DocClose(HostDoc doc, int keepOpenCheck, int, int) {
     Guarded([&](HostApp& app) {
-        if (HostDocument* document = FindDocument(app, doc))
-            app.CloseDocument(*document);
+        HostDocument* document = FindDocument(app, doc);
+        if (document == nullptr)
+            return;
+        if (keepOpenCheck != 0) {
+            const int number = document->Number();
+            if (!ConfirmClose(app, *document, app.MainWindow()))
+                return;
+            document = app.Documents().FindByNumber(number);
+            if (document == nullptr)
+                return;
+        }
+        app.CloseDocument(*document);
     });
 }
 
@@ -115,6 +128,17 @@ int DocSave(HostDoc doc, int, int, int, int) {
     });
 }
 
+// Saves in full under a new path, which the document then belongs to; nonzero on success. The
+// options ask for a full save, which every save of this host is.
+int DocSaveAs(HostDoc doc, const wchar_t* path, int, int, const HostSaveAsOptions*) {
+    return Guarded(0, [&](HostApp& app) {
+        HostDocument* document = FindDocument(app, doc);
+        if (document == nullptr || path == nullptr || *path == 0)
+            return 0;
+        return app.SaveDocumentAs(*document, Utf8Of(path));
+    });
+}
+
 int DocGetPageCount(HostDoc doc) {
     return Guarded(0, [&](HostApp& app) {
         const HostDocument* document = FindDocument(app, doc);
@@ -148,6 +172,7 @@ void RegisterDocumentTables(TableManager& tables) {
     tables.Register<Op::HostDocGetFileName>(&DocGetFileName);
     tables.Register<Op::HostDocIsTemporary>(&DocIsTemporary);
     tables.Register<Op::HostDocSave>(&DocSave);
+    tables.Register<Op::HostDocSaveAs>(&DocSaveAs);
     tables.Register<Op::HostDocGetPageCount>(&DocGetPageCount);
     tables.Register<Op::HostDocGetPageView>(&DocGetPageView);
 }

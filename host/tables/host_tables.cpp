@@ -17,6 +17,13 @@ void RegisterHostTables(TableManager& tables) {
     RegisterDialogTables(tables);
     RegisterTextTables(tables);
     RegisterFormTables(tables);
+    RegisterUsageTables(tables);
+    RegisterRibbonTables(tables);
+    RegisterPaneTables(tables);
+    RegisterProgressTables(tables);
+    RegisterBase64Tables(tables);
+    RegisterFileDialogTables(tables);
+    RegisterFlattenerTables(tables);
 }
 
 }  // namespace pdfhost

@@ -167,6 +167,34 @@ void ParseOptionsDestroy(NdxParseOptions options) {
     Guarded([&](HostApp& app) { app.Values().parseOptions.Erase(options); });
 }
 
+// The page's text lines in reading order, each as one string, appended to `out`. The two numbers
+// are the editor's layout tolerances; lines come from the page's structured text, which has
+// tolerances of its own.
+void PageGetTextLines(HostStringArray out, NdxDoc doc, NdxObject pageDict, int, int) {
+    Guarded([&](HostApp& app) {
+        StringArrayValue* lines = app.Values().stringArrays.Find(out);
+        HostDocument* document = FindPdf(app, doc);
+        if (lines == nullptr || document == nullptr)
+            return;
+        pdf_obj* dict = document->Objects().Find(pageDict);
+        if (dict == nullptr)
+            return;
+        const int index = PageIndexOf(document->Engine().fz(), document->Engine().pdf(), dict,
+                                      document->Engine().PageCount());
+        if (index < 0)
+            return;
+        const std::shared_ptr<const engine::PageText> text =
+            document->TextCache().Get(document->Engine(), index);
+        for (const engine::TextLine& line : text->Lines()) {
+            std::wstring characters;
+            characters.reserve(static_cast<std::size_t>(line.count));
+            for (int i = line.first; i < line.first + line.count; ++i)
+                characters += static_cast<wchar_t>(text->Chars()[static_cast<std::size_t>(i)].code);
+            lines->items.push_back(std::move(characters));
+        }
+    });
+}
+
 int PageObjectGetType(NdxPageObject object) {
     return Guarded(0, [&](HostApp& app) {
         const PageObjectRecord* record = app.Pages().FindObject(object);
@@ -192,6 +220,7 @@ void RegisterPageTables(TableManager& tables) {
     tables.Register<Op::NDXParseOptionsNew>(&ParseOptionsNew);
     tables.Register<Op::NDXParseOptionsDestroy>(&ParseOptionsDestroy);
     tables.Register<Op::NDXPageObjectGetType>(&PageObjectGetType);
+    tables.Register<Op::NDXPageGetTextLines>(&PageGetTextLines);
 }
 
 }  // namespace pdfhost

@@ -8,9 +8,12 @@
 #include <QSignalBlocker>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QToolBar>
 
 #include "host_app.h"
+#include "save_command.h"
 #include "ui/document_view.h"
+#include "ui/ribbon_widget.h"
 
 namespace pdfhost::ui {
 
@@ -26,6 +29,9 @@ MainWindow::MainWindow(HostApp& app, QWidget* parent)
     tabs_->tabBar()->setTabButton(0, QTabBar::RightSide, nullptr);
     setCentralWidget(tabs_);
     BuildMenus();
+    QToolBar* ribbon = addToolBar(tr("Ribbon"));
+    ribbon->setMovable(false);
+    ribbon->addWidget(new RibbonWidget(app_, HostApp::FrameHandle(*this)));
 
     connect(tabs_, &QTabWidget::currentChanged, this, &MainWindow::OnTabChanged);
     connect(tabs_, &QTabWidget::tabCloseRequested, this, &MainWindow::OnTabCloseRequested);
@@ -48,10 +54,13 @@ void MainWindow::BuildMenus() {
     });
     file->addAction(tr("&Save"), QKeySequence::Save, this, [this] {
         HostDocument* document = CurrentDocument();
-        if (document != nullptr && app_.SaveDocument(*document) == 0) {
-            QMessageBox::warning(this, tr("Save"),
-                                 tr("%1 could not be saved.").arg(TitleOf(*document)));
-        }
+        if (document == nullptr)
+            return;
+        // A new document asks for a file; a cancelled dialog is no failure to report.
+        const bool asks = document->IsTemporary();
+        const QString title = TitleOf(*document);
+        if (SaveActiveDocument(app_, this) == 0 && !asks)
+            QMessageBox::warning(this, tr("Save"), tr("%1 could not be saved.").arg(title));
     });
     file->addAction(tr("&Close"), QKeySequence::Close, this, [this] {
         if (HostDocument* document = CurrentDocument())

@@ -11,9 +11,14 @@
 #include "curl_download.h"
 #include "curl_http.h"
 #include "host_page_connection.h"
+#include "html_dialog.h"
+#include "info_dialog.h"
+#include "network_reachability.h"
+#include "profile_html_dialog.h"
 #include "qt_file_dialog.h"
 #include "qt_timers.h"
 #include "util/utf.h"
+#include "welcome_dialog.h"
 
 namespace {
 
@@ -63,6 +68,26 @@ class QtPlatformServices final : public PlatformServices {
     std::unique_ptr<FileDialog> MakeFileDialog(const FileDialogSettings& settings) override {
         return std::make_unique<QtFileDialog>(settings);
     }
+
+    int ShowWelcomeDialog(HostWindow parent, bool channelPackage) override {
+        CSablemarkWelcomeDlg dialog(reinterpret_cast<QWidget*>(parent), channelPackage);
+        return dialog.Run();
+    }
+
+    int ShowInfoDialog(HostWindow parent) override {
+        CSablemarkInfoDlg dialog(reinterpret_cast<QWidget*>(parent));
+        return dialog.Run();
+    }
+
+    std::unique_ptr<PageDialog> MakeTaskPaneDialog(Brevan& app, HostWindow parent) override {
+        return std::make_unique<CHtmlDlg>(app, reinterpret_cast<QWidget*>(parent));
+    }
+
+    std::unique_ptr<BatchPageDialog> MakeBatchDialog(Brevan& app, HostWindow parent) override {
+        return std::make_unique<CProfileHtmlDlg>(app, reinterpret_cast<QWidget*>(parent));
+    }
+
+    bool IsConnectedToInternet() override { return SystemReachesInternet(); }
 
     unsigned StartTimer(unsigned periodMs, std::function<void()> tick) override {
         return timers_.Start(periodMs, std::move(tick));

@@ -12,7 +12,7 @@ TEST(CommandLine, DefaultsToADesktopRunWithPlugInsBesideTheExecutable) {
     EXPECT_EQ(line.options.plugins, std::filesystem::path("/opt/build/out/plugins"));
     EXPECT_TRUE(line.options.profile.empty());
     EXPECT_EQ(line.options.language, "en-US");
-    EXPECT_TRUE(line.options.signedIn);
+    EXPECT_FALSE(line.options.signedIn.has_value());
     EXPECT_EQ(line.files, (std::vector<std::string>{"a.pdf", "b.pdf"}));
 }
 
@@ -25,7 +25,7 @@ TEST(CommandLine, ReadsEveryOption) {
     EXPECT_EQ(line.options.profile, std::filesystem::path("/p"));
     EXPECT_EQ(line.options.plugins, std::filesystem::path("/q"));
     EXPECT_EQ(line.options.language, "de-DE");
-    EXPECT_FALSE(line.options.signedIn);
+    EXPECT_EQ(line.options.signedIn, false);
     EXPECT_EQ(line.files, std::vector<std::string>{"x.pdf"});
 }
 

@@ -125,14 +125,14 @@ TEST_F(ValueTables, ArraysGrowAndAnswerNeutrallyOutOfRange) {
 }
 
 TEST_F(ValueTables, ExtensionTablesAreFoundByNameAndVersion) {
-    EXPECT_EQ(CallHost<Op::HostExtensionFind>("login", 103), nullptr);
+    EXPECT_EQ(CallHost<Op::HostExtensionFind>("sample", 7), nullptr);
     EXPECT_EQ(CallHost<Op::HostExtensionFind>(nullptr, 0), nullptr);
 
     const HostFunction zero = reinterpret_cast<HostFunction>(+[] { return 0; });
     const HostFunction one = reinterpret_cast<HostFunction>(+[] { return 1; });
-    const HostExtTable table = app_.Extensions().Add("login", 103, {zero, one});
-    EXPECT_EQ(CallHost<Op::HostExtensionFind>("login", 103), table);
-    EXPECT_EQ(CallHost<Op::HostExtensionFind>("login", 102), nullptr);
+    const HostExtTable table = app_.Extensions().Add("sample", 7, {zero, one});
+    EXPECT_EQ(CallHost<Op::HostExtensionFind>("sample", 7), table);
+    EXPECT_EQ(CallHost<Op::HostExtensionFind>("sample", 6), nullptr);
     EXPECT_EQ(CallHost<Op::HostExtensionGetFunction>(table, 1), one);
     EXPECT_EQ(CallHost<Op::HostExtensionGetFunction>(table, 2), nullptr);
     EXPECT_EQ(CallHost<Op::HostExtensionGetFunction>(nullptr, 0), nullptr);

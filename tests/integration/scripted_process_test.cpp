@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "engine/context.h"
 #include "engine/pdf_factory.h"
@@ -48,7 +49,22 @@ TEST(ScriptedProcessTest, OpenAskAndQuit) {
                          << "\n"
                          << R"({"host":"quit"})"
                          << "\n";
-    const std::string output = RunPdfhost(input, folder / "profile");
+    // Event lines carry fresh ids: their names and order are checked, the rest verbatim.
+    std::istringstream lines(RunPdfhost(input, folder / "profile"));
+    std::string output;
+    std::vector<std::string> eventNames;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind(R"({"event":)", 0) != 0) {
+            output += line + "\n";
+            continue;
+        }
+        const auto name = line.find(R"(\"name\":\")");
+        if (name != std::string::npos)
+            eventNames.push_back(line.substr(name + 11, line.find('\\', name + 11) - name - 11));
+        EXPECT_EQ(output.find(R"({"opened")"), std::string::npos) << "events come before the reply";
+    }
+    EXPECT_EQ(eventNames, (std::vector<std::string>{"ev-doc-before-open", "ev-doc-open-success",
+                                                    "ev-doc-activate"}));
     std::ostringstream expected;
     expected << R"({"reply":"{\"data\":null,\"ret\":300001,\"uuid\":\"a\"}\n"})"
              << "\n"

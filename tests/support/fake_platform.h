@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/platform_services.h"
+#include "fake_page_dialog.h"
 
 class FakeFileDialog final : public FileDialog {
   public:
@@ -61,6 +62,26 @@ class FakePlatform : public PlatformServices {
         return std::make_unique<FakeFileDialog>(settings, std::move(answer));
     }
 
+    int ShowWelcomeDialog(HostWindow parent, bool channelPackage) override {
+        welcomeDialogs.emplace_back(parent, channelPackage);
+        return NextAnswer(welcomeAnswers, 2);
+    }
+    int ShowInfoDialog(HostWindow parent) override {
+        infoDialogs.push_back(parent);
+        return NextAnswer(infoAnswers, 2);
+    }
+
+    // Page dialogs write their calls into `pageDialogLog` as "pane ..." or "batch ...".
+    std::unique_ptr<PageDialog> MakeTaskPaneDialog(Brevan&, HostWindow parent) override {
+        pageDialogParents.push_back(parent);
+        return std::make_unique<FakePageDialog>(pageDialogLog, "pane");
+    }
+    std::unique_ptr<BatchPageDialog> MakeBatchDialog(Brevan&, HostWindow parent) override {
+        pageDialogParents.push_back(parent);
+        return std::make_unique<FakePageDialog>(pageDialogLog, "batch");
+    }
+    bool IsConnectedToInternet() override { return connected; }
+
     unsigned StartTimer(unsigned periodMs, std::function<void()> tick) override {
         timers[++lastTimer] = {periodMs, std::move(tick)};
         return lastTimer;
@@ -101,6 +122,15 @@ class FakePlatform : public PlatformServices {
         return true;
     }
 
+    // The oldest scripted answer, or `cancelled` when none is left.
+    static int NextAnswer(std::deque<int>& answers, int cancelled) {
+        if (answers.empty())
+            return cancelled;
+        const int answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+
     std::wstring tempFolder = L"/tmp/";
     std::vector<std::pair<HostWindow, unsigned>> sentCommands;
     std::function<void(unsigned)> onCommand;
@@ -109,6 +139,14 @@ class FakePlatform : public PlatformServices {
     // One answer per dialog to come: the chosen paths, or nothing for Cancel.
     std::deque<std::optional<std::vector<std::wstring>>> dialogAnswers;
     std::vector<FileDialogSettings> dialogSettings;
+    // Welcome and info dialogs: what was shown, and the answers to give (cancel when none).
+    std::deque<int> welcomeAnswers;
+    std::vector<std::pair<HostWindow, bool>> welcomeDialogs;
+    std::deque<int> infoAnswers;
+    std::vector<HostWindow> infoDialogs;
+    std::vector<std::string> pageDialogLog;
+    std::vector<HostWindow> pageDialogParents;
+    bool connected = true;
     std::map<unsigned, std::pair<unsigned, std::function<void()>>> timers;
     unsigned lastTimer = 0;
     std::map<std::wstring, std::string> httpBodies;

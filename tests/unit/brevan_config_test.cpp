@@ -27,6 +27,7 @@ TEST_F(BrevanConfigTest, WithoutFileTheDefaultsStandAndTheFolderIsMade) {
     auto config = Make();
     EXPECT_FALSE(config->loggerOutput);
     EXPECT_FALSE(config->batchDlgShow);
+    EXPECT_FALSE(config->insecureTls);
     EXPECT_EQ(config->loggerSize, 30);
     EXPECT_EQ(config->loggerPath, L"");
     EXPECT_EQ(config->serverAddress, deployment::kProductionServer);
@@ -48,10 +49,11 @@ TEST_F(BrevanConfigTest, ValuesOfTheFileAndTheirTypes) {
     WriteConfig(R"({
         // comments are allowed
         "logger_output": true, "logger_path": "/var/log/b", "logger_size": 5,
-        "batchdlg_show": true, "custom_url": "https://page.example/x"})");
+        "batchdlg_show": true, "custom_url": "https://page.example/x", "insecure_tls": true})");
     auto config = Make();
     EXPECT_TRUE(config->loggerOutput);
     EXPECT_TRUE(config->batchDlgShow);
+    EXPECT_TRUE(config->insecureTls);
     EXPECT_EQ(config->loggerPath, L"/var/log/b");
     EXPECT_EQ(config->loggerSize, 5);
     std::wstring url = L"unchanged";
@@ -73,7 +75,8 @@ TEST_F(BrevanConfigTest, MismatchedTypesOfTextAndNumberKeysKeepTheDefaults) {
 }
 
 TEST_F(BrevanConfigTest, BooleanKeyOfAnotherTypeStopsTheStartNamingTheKey) {
-    for (const char* key : {"logger_output", "batchdlg_show", "preproduction_env"}) {
+    for (const char* key :
+         {"logger_output", "batchdlg_show", "preproduction_env", "insecure_tls"}) {
         WriteConfig(std::string("{\"") + key + "\": \"yes\"}");
         try {
             Make();

@@ -142,6 +142,66 @@ HostExtTable FakeHost::HostExtensionFind(const char* name, int version) {
 void FakeHost::LoginGetServerAddress(HostExtTable, HostWideString out) {
     W(out) = loginServer;
 }
+int FakeHost::LoginGetToken(HostExtTable, const wchar_t* baseAddress, const wchar_t*,
+                            HostWideString token) {
+    account.tokenRequests.emplace_back(baseAddress);
+    const auto found = account.tokens.find(baseAddress);
+    W(token) = found != account.tokens.end() ? found->second : std::wstring();
+    return found != account.tokens.end() ? 1 : 0;
+}
+int FakeHost::LoginGetUserInfo(HostExtTable, const wchar_t*, HostWideString email,
+                               HostWideString userId, HostWideString firstName,
+                               HostWideString lastName) {
+    if (!account.hasUser)
+        return 0;
+    W(email) = account.email;
+    W(userId) = account.userId;
+    W(firstName) = account.firstName;
+    W(lastName) = account.lastName;
+    return 1;
+}
+int FakeHost::LoginGetState(HostExtTable, const wchar_t* baseAddress) {
+    account.stateRequests.emplace_back(baseAddress);
+    return account.signedIn ? 2 : 0;
+}
+int FakeHost::LoginShowSignIn(HostExtTable, const wchar_t*, int) {
+    if (account.signInAnswer != 0 && account.signInSignsIn)
+        account.signedIn = true;
+    return account.signInAnswer;
+}
+void FakeHost::LoginRegisterDomainCallback(HostExtTable, HostLoginDomainCallback callback) {
+    account.domainCallback = callback;
+}
+void FakeHost::HostAppGetName(HostByteString out) {
+    B(out) = "FakeEditor";
+}
+void FakeHost::HostAppGetType(HostByteString out) {
+    B(out) = "editor";
+}
+void FakeHost::HostPrefGetString(const wchar_t* section, const wchar_t* key, HostWideString out) {
+    const auto found = preferences.find({section, key});
+    W(out) = found != preferences.end() ? found->second : std::wstring();
+}
+void FakeHost::HostPluginSettingSet(const wchar_t* section, const wchar_t* key,
+                                    const wchar_t* value) {
+    pluginSettings[{section, key}] = value;
+}
+void FakeHost::HostPluginSettingGet(const wchar_t* section, const wchar_t* key, HostWideString out,
+                                    const wchar_t* defaultValue) {
+    const auto found = pluginSettings.find({section, key});
+    W(out) = found != pluginSettings.end() ? found->second : std::wstring(defaultValue);
+}
+void FakeHost::HostAppReportUsage(HostWideString name, HostWideString unused1,
+                                  HostWideString unused2, HostWideString type,
+                                  HostWideString unused3, HostWideString unused4,
+                                  HostWideString details, HostWideString module,
+                                  HostWideString version, HostWideString extra1,
+                                  HostWideString extra2, int last) {
+    const bool gapsNull =
+        unused1 == nullptr && unused2 == nullptr && unused3 == nullptr && unused4 == nullptr;
+    usageReports.push_back(FakeUsageReport{W(name), W(type), W(details), W(module), W(version),
+                                           W(extra1), W(extra2), gapsNull, last});
+}
 
 NdxDoc FakeHost::HostDocGetPdfDoc(HostDoc doc) {
     return Doc(doc).hasPdf ? reinterpret_cast<NdxDoc>(doc) : nullptr;

@@ -38,6 +38,27 @@ inline FakeDoc FileDoc(std::wstring path) {
     return doc;
 }
 
+// The host's account behind the "login" table, when FakeHost::loginTable is set.
+struct FakeAccount {
+    bool signedIn = false;  // LoginGetState answers 2 when set, else 0
+    // LoginGetToken's token by base address; an address without one fails with an empty token.
+    std::map<std::wstring, std::wstring> tokens;
+    bool hasUser = true;  // LoginGetUserInfo succeeds
+    std::wstring email, userId, firstName, lastName;
+    int signInAnswer = 0;                     // what LoginShowSignIn returns
+    bool signInSignsIn = true;                // a non-zero answer signs the user in
+    std::vector<std::wstring> stateRequests;  // base addresses asked of LoginGetState
+    std::vector<std::wstring> tokenRequests;  // base addresses asked of LoginGetToken
+    HostLoginDomainCallback domainCallback = nullptr;
+};
+
+// One HostAppReportUsage call: its texts, and whether the unused arguments were null.
+struct FakeUsageReport {
+    std::wstring name, type, details, module, version, extra1, extra2;
+    bool gapsNull = false;
+    int last = -1;
+};
+
 class FakeHost : public HostApiDefaults {
   public:
     FakeHost();
@@ -60,6 +81,11 @@ class FakeHost : public HostApiDefaults {
     int liveResources = 0;
     std::wstring loginServer;  // answered by LoginGetServerAddress when `loginTable` is found
     bool loginTable = false;
+    FakeAccount account;
+    // Host preferences and plug-in settings by (section, key).
+    std::map<std::pair<std::wstring, std::wstring>, std::wstring> preferences;
+    std::map<std::pair<std::wstring, std::wstring>, std::wstring> pluginSettings;
+    std::vector<FakeUsageReport> usageReports;
 
     // Strings
     HostWideString HostWideStringNew() override;
@@ -87,6 +113,25 @@ class FakeHost : public HostApiDefaults {
     void HostMessageShow(const wchar_t* text, int, int, const wchar_t*, int, int) override;
     HostExtTable HostExtensionFind(const char* name, int version) override;
     void LoginGetServerAddress(HostExtTable table, HostWideString out) override;
+    int LoginGetToken(HostExtTable table, const wchar_t* baseAddress, const wchar_t* text,
+                      HostWideString token) override;
+    int LoginGetUserInfo(HostExtTable table, const wchar_t* baseAddress, HostWideString email,
+                         HostWideString userId, HostWideString firstName,
+                         HostWideString lastName) override;
+    int LoginGetState(HostExtTable table, const wchar_t* baseAddress) override;
+    int LoginShowSignIn(HostExtTable table, const wchar_t* text, int flags) override;
+    void LoginRegisterDomainCallback(HostExtTable table, HostLoginDomainCallback callback) override;
+    void HostAppGetName(HostByteString out) override;
+    void HostAppGetType(HostByteString out) override;
+    void HostPrefGetString(const wchar_t* section, const wchar_t* key, HostWideString out) override;
+    void HostPluginSettingSet(const wchar_t* section, const wchar_t* key,
+                              const wchar_t* value) override;
+    void HostPluginSettingGet(const wchar_t* section, const wchar_t* key, HostWideString out,
+                              const wchar_t* defaultValue) override;
+    void HostAppReportUsage(HostWideString name, HostWideString unused1, HostWideString unused2,
+                            HostWideString type, HostWideString unused3, HostWideString unused4,
+                            HostWideString details, HostWideString module, HostWideString version,
+                            HostWideString extra1, HostWideString extra2, int last) override;
 
     // Documents
     NdxDoc HostDocGetPdfDoc(HostDoc doc) override;

@@ -15,6 +15,8 @@ class AppEventRecord {
     const HostAppEventRecord& record() const { return record_; }
 
   private:
+    // The page's address holds the interface language and the accent colour: build it anew.
+    static void OnPageAppearanceChanged(void* client);
     static void Ignore(void* client);
 
     HostAppEventRecord record_;

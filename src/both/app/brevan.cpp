@@ -2,10 +2,19 @@
 
 #include <iostream>
 
+#include "account/account_change.h"
+#include "account/usage_report.h"
 #include "app/app_event_record.h"
 #include "app/doc_event_record.h"
+#include "app/greeting_notifier.h"
+#include "app/progress_bar_host.h"
+#include "app/ribbon_commands.h"
+#include "app/task_pane_host.h"
+#include "bridge/page_dialog.h"
+#include "bridge/page_script.h"
 #include "bridge/web_message_channel.h"
 #include "config/brevan_config.h"
+#include "config/service_config.h"
 #include "document/document_registry.h"
 #include "host/host_string.h"
 #include "logging/async_logger.h"
@@ -26,13 +35,19 @@ void Delete(std::unique_ptr<T>& field) {
 Brevan::Brevan() : logger(AsyncLogger::Instance()) {}
 
 Brevan::~Brevan() {
+    StopListeningToAccountChanges(*this);
+    UnbindRibbonProcedures(*this);
     hostPageChannel_.reset();
     hostPage_.reset();
     Delete(browserExt);
     Delete(cloudLogin);
     Delete(appEvents);
+    Delete(progressBar);
     Delete(documents);
     Delete(docEvents);
+    panes.clear();
+    Delete(greeting);
+    Delete(serviceConfig);
     Delete(config);
     Delete(searchResults);
     interfaceResources_.reset();
@@ -47,6 +62,7 @@ int Brevan::ImportTables() {
     if (!cloudLogin) {
         cloudLogin = std::make_unique<CCloudLogin>(*this);
         cloudLogin->table = FindExtensionTable(host(), hostops::ExtTable::Login);
+        ListenToAccountChanges(*this);
     }
     if (!browserExt) {
         browserExt = std::make_unique<CBrowser>(*this);
@@ -67,12 +83,16 @@ int Brevan::Init() {
         host().HostMessageShow(FromUtf8(e.what()).c_str(), 0, 0, L"", 0, 0);
         return 0;
     }
+    serviceConfig = std::make_unique<ServiceConfig>(*this);
+    greeting = std::make_unique<GreetingNotifier>(*this);
     docEvents = std::make_unique<DocEventRecord>(*this);
     appEvents = std::make_unique<AppEventRecord>(*this);
     searchResults = std::make_unique<SearchResultStore>();
     documents = std::make_unique<DocumentRegistry>();
+    progressBar = std::make_unique<ProgressBarHost>(host(), platform());
     if (config->loggerOutput)
         StartLogger();
+    ReportFirstLoadOfVersion(*this, SystemFacts::OfThisSystem());
     return 1;
 }
 
@@ -82,8 +102,12 @@ void Brevan::StartLogger() {
     logger.Start(ToUtf8(base), kLogRetentionDays, kLogInfo, config->loggerSize);
 }
 
-void Brevan::OnMainFrameCreated(HostFrame) {
+void Brevan::OnMainFrameCreated(HostFrame frame) {
     SetUpInterfaceLanguage();
+    BuildRibbon(host(), frame, RibbonProceduresFor(*this));
+    const HostWindow mainWindow = host().HostAppGetMainWindow();
+    if (!panes.contains(mainWindow))
+        panes.emplace(mainWindow, std::make_unique<TaskPaneHost>(*this, mainWindow));
     if (!hostPage_) {
         hostPage_ = platform().ConnectHostPageChannel();
         if (hostPage_) {
@@ -95,7 +119,9 @@ void Brevan::OnMainFrameCreated(HostFrame) {
     }
 }
 
-void Brevan::OnMainFrameClosing(HostFrame) {}
+void Brevan::OnMainFrameClosing(HostFrame) {
+    panes.erase(host().HostAppGetMainWindow());
+}
 
 void Brevan::SetUpInterfaceLanguage() {
     interfaceResources_.reset();
@@ -108,8 +134,10 @@ void Brevan::SetUpInterfaceLanguage() {
 }
 
 int Brevan::Unload() {
+    Delete(progressBar);
     Delete(docEvents);
     Delete(appEvents);
+    Delete(greeting);
     Delete(config);
     Delete(searchResults);
     Delete(documents);
@@ -131,4 +159,26 @@ bool Brevan::DocOf(const std::wstring& id, HostDoc& doc) const {
 void Brevan::ShowTaskPane(bool show) {
     taskPaneShown = show ? 1 : 0;
     host().HostAppShowPane(kTaskPaneName, taskPaneShown);
+}
+
+void Brevan::SendToTaskPane(const std::wstring& functionName,
+                            const std::vector<std::wstring>& args) {
+    if (hostPage_) {
+        hostPage_->ExecuteScript(DispatchEventScript(args));
+        return;
+    }
+    if (PageDialog* dialog = ActivePaneDialog())
+        dialog->CallScript(functionName, args, nullptr);
+}
+
+PageDialog* Brevan::ActivePaneDialog() const {
+    if (paneDialogs.empty() || !attached())
+        return nullptr;
+    const auto found = paneDialogs.find(host().HostAppGetMainWindow());
+    return found != paneDialogs.end() ? found->second : nullptr;
+}
+
+void Brevan::ReloadPanes(bool rebuild) {
+    if (PageDialog* dialog = ActivePaneDialog())
+        dialog->Reload(rebuild);
 }

@@ -5,9 +5,11 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "app/extension_tables.h"
 #include "app/platform_services.h"
+#include "document/channel_file_stream.h"
 #include "host/host_api.h"
 #include "host/owned_resources.h"
 
@@ -18,11 +20,19 @@ class DocEventRecord;
 class SearchResultStore;
 class AppEventRecord;
 class WebMessageChannel;
+class PageDialog;
+class ProgressBarHost;
+class BatchDocumentSession;
+class ServiceConfig;
+class GreetingNotifier;
+class TaskPaneHost;
 
 class Brevan {
   public:
     static constexpr const wchar_t* kSettingsSection = L"plugins\\Installed\\TarvoSablemark";
     static constexpr const char* kTaskPaneName = "BrevanTaskPane";
+    // The host preferences of the plug-in: "welcome", "lastTime", "Greeting".
+    static constexpr const wchar_t* kPreferencesSection = L"Installed\\TarvoSablemark";
 
     Brevan();
     ~Brevan();
@@ -54,6 +64,18 @@ class Brevan {
     // Shows or hides the task pane and remembers the choice.
     void ShowTaskPane(bool show);
 
+    // Hands a script call of the page's `functionName` to the task pane of the host's current
+    // main window. While the host offers its scripted page channel, that channel is the pane's
+    // page and takes the call, also while the pane is hidden; otherwise the pane's dialog runs
+    // it, and without a dialog nothing happens.
+    void SendToTaskPane(const std::wstring& functionName, const std::vector<std::wstring>& args);
+    // The page dialog of the task pane of the host's current main window, or null.
+    PageDialog* ActivePaneDialog() const;
+    // Reloads the page of the active task pane, if it has a dialog.
+    void ReloadPanes(bool rebuild);
+    // Whether the host's scripted page channel stands in for the pane's page.
+    bool HasHostPageChannel() const { return hostPage_ != nullptr; }
+
     std::unique_ptr<SearchResultStore> searchResults;
     std::unique_ptr<BrevanConfig> config;
     std::unique_ptr<DocEventRecord> docEvents;
@@ -69,6 +91,23 @@ class Brevan {
     HostDoc batchDocument = nullptr;
     bool accountPage = false;
     bool batchMode = false;
+    std::unique_ptr<ServiceConfig> serviceConfig;
+    std::unique_ptr<ProgressBarHost> progressBar;
+    // The batch session's side of the save and close commands, while a session exists.
+    BatchDocumentSession* batchSession = nullptr;
+    // The page dialog of each main window's task pane (keyed by HostAppGetMainWindow's handle);
+    // the pane's host enters its dialog when it makes it and takes it out before deleting it.
+    std::map<HostWindow, PageDialog*> paneDialogs;
+    // The input files of the embedded browser's channel and of the two host web view channels,
+    // one each for the plug-in's whole run.
+    ChannelFileStream browserStream;
+    ChannelFileStream paneViewStream;
+    ChannelFileStream batchViewStream;
+    std::unique_ptr<GreetingNotifier> greeting;
+    // The task pane of each main window, keyed by HostAppGetMainWindow's handle at its creation.
+    std::map<HostWindow, std::unique_ptr<TaskPaneHost>> panes;
+    // The id the host gave this plug-in at the handshake.
+    uint32_t pluginId = 0;
 
   private:
     void SetUpInterfaceLanguage();

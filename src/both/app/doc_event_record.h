@@ -1,5 +1,6 @@
 // DocEventRecord: the document callbacks the plug-in registers with the host. They keep the
-// document registry true to the host's documents and the task pane in step with the active tab.
+// document registry true to the host's documents and the task pane in step with the active tab,
+// and tell the page what happened.
 #pragma once
 
 #include "host/host_abi.h"
@@ -22,11 +23,15 @@ class DocEventRecord {
     static void RegisterDocument(Brevan& app, HostDoc doc);
 
   private:
+    static void OnDocWillOpen(void* client);
     static void OnDocDidOpen(void* client, HostDoc doc);
     static void OnDocActivate(void* client, HostDoc doc);
     static void OnDocDidSave(void* client, HostDoc doc, int result);
     static void OnDocClosing(void* client, HostDoc doc);
+    static void OnDocModified(void* client, HostDoc doc);
     static void OnOtherTabActivate(void* client);
+    static void OnFormFieldChanged(void* client, HostDoc doc, NdxFormField field);
+    static void Ignore(void* client);
 
     Brevan& app_;
     HostDocEventRecord record_;

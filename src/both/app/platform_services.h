@@ -8,7 +8,10 @@
 #include <string_view>
 #include <vector>
 
+#include "bridge/page_dialog.h"
 #include "host/host_abi.h"
+
+class Brevan;
 
 // The page side of a bridge channel: replies go back as strings, events run as scripts.
 class PageEndpoint {
@@ -74,6 +77,19 @@ class PlatformServices {
     // Opens an address in the user's default browser; false when the platform refuses.
     virtual bool OpenUrlExternally(const std::wstring& url) = 0;
     virtual std::unique_ptr<FileDialog> MakeFileDialog(const FileDialogSettings& settings) = 0;
+    // The welcome dialog before a first use, modal over `parent`: 0 the user chose to sign in,
+    // 1 to sign up, 2 not now (also when the dialog was closed). `channelPackage` picks the
+    // description for a host of a channel package.
+    virtual int ShowWelcomeDialog(HostWindow parent, bool channelPackage) = 0;
+    // The info dialog, modal over `parent`: 3 the user goes on, 2 not now.
+    virtual int ShowInfoDialog(HostWindow parent) = 0;
+
+    // The page dialog that fills a main window's task pane, made as a child of `parent`.
+    virtual std::unique_ptr<PageDialog> MakeTaskPaneDialog(Brevan& app, HostWindow parent) = 0;
+    // The modal page dialog of a batch run, over `parent`.
+    virtual std::unique_ptr<BatchPageDialog> MakeBatchDialog(Brevan& app, HostWindow parent) = 0;
+    // Whether the machine can reach the internet, as far as the platform can tell.
+    virtual bool IsConnectedToInternet() = 0;
 
     // A repeating timer on the user-interface thread; the id is never 0. Killing an unknown id
     // does nothing.

@@ -90,6 +90,7 @@ int Handshake(uint32_t hostVersion, HostHandshake* data) {
     });
     g_platform = CreatePlatformServices();
     g_app.Attach(*g_host, *g_platform);
+    g_app.pluginId = g_pluginId;
     return 1;
 }
 

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string>
 
+class ProgressBarHost;
+
 class BaseDispatcher {
   public:
     // A null parameter text counts as empty.
@@ -28,8 +30,15 @@ class BaseDispatcher {
 
     std::wstring params;
     std::wstring uuid;
+    // The progress bar host whose watchdog counts every request as a sign of life of the page;
+    // null when there is none.
+    ProgressBarHost* progressBar = nullptr;
 
   protected:
     // MakeResult with a null `data`.
     Json::Value Fail(int32_t code) { return MakeResult(code, Json::Value()); }
+
+    // The reply of Run as compact JSON text. A command with a bulky reply may write the text
+    // itself, byte for byte as the writer would.
+    virtual std::string ReplyText();
 };

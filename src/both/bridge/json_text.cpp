@@ -16,4 +16,9 @@ std::string WriteJson(const Json::Value& value) {
     Json::FastWriter writer;
     return writer.write(value);
 }
+
+std::string WriteStyledJson(const Json::Value& value) {
+    Json::StyledWriter writer;
+    return writer.write(value);
+}
 #pragma GCC diagnostic pop

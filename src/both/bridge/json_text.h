@@ -14,3 +14,6 @@ bool ParseJson(std::string_view text, Json::Value& out);
 
 // Compact JSON text, keys in order, ending in one line feed.
 std::string WriteJson(const Json::Value& value);
+
+// Indented JSON text for log lines.
+std::string WriteStyledJson(const Json::Value& value);

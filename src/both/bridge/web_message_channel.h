@@ -15,7 +15,11 @@ class WebMessageChannel {
     // The plain-text answer to an envelope that is not a four-element array.
     static constexpr const wchar_t* kBadEnvelopeReply = L"Error Message Parma";
 
-    WebMessageChannel(Brevan& app, PageEndpoint& endpoint) : app_(app), endpoint_(endpoint) {}
+    WebMessageChannel(Brevan& app, PageEndpoint& endpoint)
+        : app_(app), endpoint_(endpoint), fileStream_(ownStream_) {}
+    // A channel whose file stream outlives it, for a channel that several pages share in turn.
+    WebMessageChannel(Brevan& app, PageEndpoint& endpoint, ChannelFileStream& stream)
+        : app_(app), endpoint_(endpoint), fileStream_(stream) {}
 
     // Serves one message of the page (UTF-8 text).
     void OnWebMessage(std::string_view text);
@@ -25,5 +29,6 @@ class WebMessageChannel {
   private:
     Brevan& app_;
     PageEndpoint& endpoint_;
-    ChannelFileStream fileStream_;
+    ChannelFileStream ownStream_;
+    ChannelFileStream& fileStream_;
 };

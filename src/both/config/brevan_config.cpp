@@ -20,7 +20,8 @@ namespace {
 HostResources g_resources = nullptr;
 
 // The boolean keys the plug-in reads; a value of another type stops the start.
-constexpr const char* kBooleanKeys[] = {"preproduction_env", "logger_output", "batchdlg_show"};
+constexpr const char* kBooleanKeys[] = {"preproduction_env", "logger_output", "batchdlg_show",
+                                        "insecure_tls"};
 
 bool IsInteger(const Json::Value& v) {
     return v.type() == Json::intValue || v.type() == Json::uintValue;
@@ -80,6 +81,7 @@ BrevanConfig::BrevanConfig(HostApi& host, HostExtTable loginTable, const std::ws
 
     loggerOutput = ReadBool("logger_output", false);
     batchDlgShow = ReadBool("batchdlg_show", false);
+    insecureTls = ReadBool("insecure_tls", false);
     if (root.isObject()) {
         const Json::Value& path = root["logger_path"];
         if (path.isString())

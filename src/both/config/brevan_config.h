@@ -65,6 +65,8 @@ class BrevanConfig {
     bool preproduction = false;
     bool loggerOutput = false;
     bool batchDlgShow = false;
+    // `insecure_tls`: HTTP requests accept any server certificate (pre-production servers).
+    bool insecureTls = false;
     Json::Value root;
     std::wstring loggerPath;
     std::wstring pluginVersion;

@@ -202,17 +202,48 @@ enum HostUiWord : std::size_t {
 };
 typedef void (*HostFrameHook)(HostFrame frame);
 
-// Task pane record: 19 words.
+// Task pane record: 19 words. Word 1 is the client data handed back to every callback.
 using HostPaneRecord = HostCallbackRecord<19>;
+enum HostPaneWord : std::size_t {
+    kPaneClientData = 1,
+    kPaneGetName = 2,        // const char*(void* client): the pane's name
+    kPaneGetTitle = 3,       // HostWideString(void* client): title text, or null
+    kPaneGetCaption = 4,     // HostWideString(void* client): caption text, or null
+    kPaneCreateWindow = 6,   // HostWindow(void* client, HostWindow parent): the pane's window
+    kPaneDestroyWindow = 7,  // void(void* client): the host takes the pane's window down
+    kPaneClosed = 13,        // int(void* client): the user closed the pane
+};
+typedef const char* (*HostPaneNameFn)(void* client);
+typedef HostWideString (*HostPaneTextFn)(void* client);
+typedef HostWindow (*HostPaneCreateFn)(void* client, HostWindow parent);
+typedef void (*HostPaneDestroyFn)(void* client);
+typedef int (*HostPaneClosedFn)(void* client);
 
 // Record a plug-in hands to BrowserExtOpenUrl for a tab: 19 words.
 using HostBrowserTabRecord = HostCallbackRecord<19>;
 
-// Record a plug-in hands to BrowserExtOpenWebPage.
+// Record a plug-in hands to BrowserExtOpenWebPage. The host's web view calls word 4 with the
+// client data of word 1 when its page runs window.external.DispatchFun(module, command, params);
+// the callback sets the reply text into `result`, which becomes the call's result.
 using HostWebPageRecord = HostCallbackRecord<19>;
+enum HostWebPageWord : std::size_t {
+    kWebPageClientData = 1,
+    kWebPageDispatch = 4,
+};
+typedef void (*HostWebPageDispatchFn)(void* client, const wchar_t* module, const wchar_t* command,
+                                      const wchar_t* params, HostWideString result);
 
-// Record of HostBubbleRegister.
+// Record of HostBubbleRegister. Word 1 repeats the size the editor documents (24 bytes); the
+// host calls word 3 with the client data of word 2 when its notification surface is ready
+// (argument non-zero) or goes (zero).
 using HostBubbleRecord = HostCallbackRecord<8>;
+enum HostBubbleWord : std::size_t {
+    kBubbleDeclaredSize = 1,
+    kBubbleClientData = 2,
+    kBubbleNotify = 3,  // void(void* client, int ready)
+};
+constexpr uintptr_t kHostBubbleRecordSize = 24;
+typedef void (*HostBubbleNotifyFn)(void* client, int ready);
 
 // Options record handed to the OCR extension.
 struct HostOcrOptions {
@@ -225,6 +256,9 @@ struct HostOcrDialogCallback {
     void (*confirmed)(void* client, const wchar_t* language, uint8_t flag);
 };
 
+// Procedures of a ribbon entry; the host passes the entry's own handle as `client`. The ribbon's
+// property operations (tooltip, images, key tip, procedures) take the handle of an element or of
+// an entry, in either form.
 typedef int (*HostRibbonExecuteProc)(void* client);
 typedef int (*HostRibbonEnableProc)(void* client);
 typedef void (*HostLoginDomainCallback)(const wchar_t* domain);

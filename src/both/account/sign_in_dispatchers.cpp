@@ -1,0 +1,143 @@
+#include "sign_in_dispatchers.h"
+
+#include "account/sign_in_table.h"
+#include "account/url_template.h"
+#include "app/brevan.h"
+#include "bridge/command_params.h"
+#include "bridge/error_codes.h"
+#include "bridge/json_text.h"
+#include "config/brevan_config.h"
+#include "config/service_config.h"
+#include "host/host_string.h"
+#include "logging/async_logger.h"
+#include "util/utf.h"
+
+namespace {
+
+constexpr const wchar_t* kAccountServerKey = L"url@qvd_domain";
+constexpr const wchar_t* kUserTokenServiceKey = L"url@qvd_brevan_user_jwt";
+constexpr const wchar_t* kTenantSection = L"TXDFServer";
+constexpr const wchar_t* kTenantKey = L"EnterpriseTenantID";
+// How much of a token a log line may show.
+constexpr std::size_t kShownTokenCharacters = 4;
+
+int ServiceValue(Brevan& app, const wchar_t* key, std::wstring& out) {
+    return app.serviceConfig ? app.serviceConfig->GetValue(key, out) : ServiceConfig::kMissing;
+}
+
+std::wstring BaseAddress(const Brevan& app) {
+    return app.config ? app.config->serverAddress : std::wstring();
+}
+
+Json::Value AccountServerData(const std::wstring& domain) {
+    Json::Value data(Json::objectValue);
+    data["qvd_domain"] = ToUtf8(domain);
+    return data;
+}
+
+std::string MaskedToken(const std::wstring& token) {
+    return ToUtf8(token.substr(0, kShownTokenCharacters)) + "...";
+}
+
+bool IsIntegerZero(const Json::Value& value) {
+    return (value.type() == Json::intValue || value.type() == Json::uintValue) &&
+           value.asLargestInt() == 0;
+}
+
+HttpSettings HttpSettingsOf(const Brevan& app) {
+    HttpSettings settings;
+    if (app.config)
+        settings.verifyCertificates = !app.config->insecureTls;
+    return settings;
+}
+
+}  // namespace
+
+Json::Value LoginInDispatcher::Run() {
+    const SignInTable login = SignInTable::Of(app_);
+    if (!login.ShowSignIn())
+        return Fail(err::kSigninFails);
+    if (!login.IsSignedIn(BaseAddress(app_)))
+        return Fail(err::kSigninFails);
+    return MakeResult(err::kOk, Json::Value());
+}
+
+Json::Value GetUserDispatcher::Run() {
+    std::wstring domain;
+    if (ServiceValue(app_, kAccountServerKey, domain) != ServiceConfig::kFound)
+        return MakeResult(err::kNoAccountServer, AccountServerData(L""));
+
+    const SignInTable login = SignInTable::Of(app_);
+    AccountUser user;
+    if (!login.GetUserInfo(domain, user)) {
+        Json::Value data = AccountServerData(domain);
+        data["message"] = "GetUserInfo error";
+        return MakeResult(err::kNoUserInfo, data);
+    }
+    std::wstring token;
+    login.GetToken(domain, token);
+    if (token.empty())
+        return MakeResult(err::kNoToken, AccountServerData(domain));
+
+    HostWide tenant(app_.host());
+    app_.host().HostPrefGetString(kTenantSection, kTenantKey, tenant);
+
+    Json::Value info(Json::objectValue);
+    info["enterpriseTenantID"] = ToUtf8(tenant.Text());
+    info["email"] = ToUtf8(user.email);
+    info["username"] = ToUtf8(user.firstName + user.lastName);
+    info["firstname"] = ToUtf8(user.firstName);
+    info["lastname"] = ToUtf8(user.lastName);
+    info["userid"] = ToUtf8(user.userId);
+    info["token"] = ToUtf8(token);
+    Json::Value data(Json::objectValue);
+    data["info"] = info;
+    return MakeResult(err::kOk, data);
+}
+
+Json::Value GetUserJWTDispatcher::Run() {
+    std::wstring domain;
+    if (ServiceValue(app_, kAccountServerKey, domain) != ServiceConfig::kFound)
+        return MakeResult(err::kNoAccountServer, AccountServerData(L""));
+
+    std::wstring token;
+    SignInTable::Of(app_).GetToken(domain, token);
+    if (token.empty()) {
+        Json::Value data = AccountServerData(L"");
+        data["message"] = "get Token result is empty";
+        return MakeResult(err::kNoToken, data);
+    }
+    // The token is a secret: the log shows only its start.
+    app_.logger.Log(kLogInfo, "Get GetUserEmailAndToken : token%  ", MaskedToken(token));
+
+    std::wstring pattern;
+    if (ServiceValue(app_, kUserTokenServiceKey, pattern) != ServiceConfig::kFound) {
+        Json::Value data(Json::objectValue);
+        data["message"] = "get qvd_brevan_user_jwt from webservice error";
+        return MakeResult(err::kNoTokenService, data);
+    }
+    const std::wstring url = FillTemplate(pattern, {token, L""});
+
+    std::string body;
+    if (app_.platform().HttpGet(url, body, HttpSettingsOf(app_)) != 0) {
+        Json::Value data(Json::objectValue);
+        data["url"] = ToUtf8(url);
+        return MakeResult(err::kTokenRequestFailed, data);
+    }
+    Json::Value response;
+    if (!ParseJson(body, response))
+        return Fail(err::kNoJson);
+
+    const Json::Value& ret = Member(response, "ret");
+    app_.logger.Log(kLogInfo, "GetPlatform()->SendRequest  response  value: %  ", WriteJson(ret));
+    const Json::Value& jwt = Member(Member(response, "data"), "jwtResult");
+    if (IsIntegerZero(ret) && jwt.isString() && !jwt.asString().empty()) {
+        Json::Value data(Json::objectValue);
+        data["jwtResult"] = jwt;
+        return MakeResult(err::kOk, data);
+    }
+    Json::Value data(Json::objectValue);
+    data["url"] = ToUtf8(url);
+    data["jwtResult"] = WriteJson(response);
+    return MakeResult(err::kEmptyToken, data);
+}

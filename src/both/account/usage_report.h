@@ -1,0 +1,29 @@
+// The plug-in's one usage event, "Sable Mark Load": it has been loaded for the first time at this
+// version. It goes out through the host's own reporting function, its details as a JSON text.
+#pragma once
+
+#include <json/value.h>
+
+#include <string>
+
+class Brevan;
+
+// What the report says of the running system.
+struct SystemFacts {
+    std::string name;      // "osVersion"
+    std::string language;  // "osLang"
+
+    // The facts of the system this process runs on.
+    static SystemFacts OfThisSystem();
+};
+
+// The details: the host's name, version and type, the system's name and language, the fixed
+// "os", and "userID" when a user is signed in to the account server of the service document.
+Json::Value LoadUsageDetails(Brevan& app, const SystemFacts& system);
+
+// Sends the load event through HostAppReportUsage.
+void ReportLoadUsage(Brevan& app, const SystemFacts& system);
+
+// Sends the load event unless the plug-in setting "bLoad" already holds this version, then stores
+// the version there: one report per installed version and user.
+void ReportFirstLoadOfVersion(Brevan& app, const SystemFacts& system);

@@ -1,0 +1,32 @@
+// The one-time tip for a new user: once the host's notification surface is ready it shows how to
+// start, on the host's bubble, unless the preference "Greeting" says it was shown before.
+#pragma once
+
+#include <string>
+
+#include "host/host_api.h"
+
+class Brevan;
+
+class GreetingNotifier {
+  public:
+    static constexpr int kDisplayMilliseconds = 10000;
+    static constexpr int kBubbleStyle = 2;
+
+    // Registers with a new notification source of the host.
+    explicit GreetingNotifier(Brevan& app);
+    // Unregisters.
+    ~GreetingNotifier();
+    GreetingNotifier(const GreetingNotifier&) = delete;
+    GreetingNotifier& operator=(const GreetingNotifier&) = delete;
+
+    const HostBubbleRecord& record() const { return record_; }
+
+  private:
+    static void OnNotify(void* client, int ready);
+
+    Brevan& app_;
+    HostBubbleSource source_;
+    HostBubbleRecord record_;
+    std::wstring text_;
+};

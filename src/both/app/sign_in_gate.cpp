@@ -1,0 +1,103 @@
+#include "sign_in_gate.h"
+
+#include <iomanip>
+#include <sstream>
+
+#include "account/sign_in_table.h"
+#include "app/brevan.h"
+#include "config/brevan_config.h"
+#include "host/host_string.h"
+#include "logging/local_time.h"
+#include "util/utf.h"
+
+namespace {
+
+constexpr const char* kStampFormat = "%Y-%m-%d %H:%M:%S";
+constexpr const wchar_t* kWelcomeKey = L"welcome";
+constexpr const wchar_t* kLastTimeKey = L"lastTime";
+constexpr std::time_t kSecondsPerDay = 86400;
+
+// The local time of a stamp written with kStampFormat; false when it is not one.
+bool ParseStamp(const std::wstring& stamp, std::time_t& time) {
+    std::tm parts{};
+    std::istringstream in(ToUtf8(stamp));
+    in >> std::get_time(&parts, kStampFormat);
+    if (in.fail())
+        return false;
+    parts.tm_isdst = -1;
+    time = std::mktime(&parts);
+    return time != static_cast<std::time_t>(-1);
+}
+
+}  // namespace
+
+SignInGate::SignInGate(Brevan& app, Clock now) : app_(app), now_(std::move(now)) {}
+
+bool SignInGate::IsSignedIn() const {
+    const std::wstring base = app_.config ? app_.config->serverAddress : std::wstring();
+    return SignInTable::Of(app_).IsSignedIn(base);
+}
+
+bool SignInGate::SignIn(bool signedIn) const {
+    return SignInTable::Of(app_).ShowSignIn() ? IsSignedIn() : signedIn;
+}
+
+bool SignInGate::Pass() {
+    bool signedIn = IsSignedIn();
+    bool passed = false;
+    switch (ShowWelcome(true, -1)) {
+        case kSignIn:
+            signedIn = SignIn(signedIn);
+            passed = signedIn;
+            break;
+        case kSignUp: {
+            const HostExtTable table = app_.cloudLogin ? app_.cloudLogin->table : nullptr;
+            passed = table != nullptr &&
+                     app_.host().LoginHasWindow(table, app_.host().HostAppGetMainWindow()) != 0;
+            break;
+        }
+        case kCancel:
+            passed = false;
+            break;
+        default:
+            passed = true;
+            break;
+    }
+    if (passed && !signedIn)
+        passed = SignIn(signedIn);
+    return passed;
+}
+
+int SignInGate::ShowWelcome(bool welcomeStep, int minDays) {
+    HostApi& host = app_.host();
+    const bool signedIn = IsSignedIn();
+    const std::time_t now = now_();
+    const std::wstring nowText = FromUtf8(FormatTime(LocalTime(now), kStampFormat));
+    const wchar_t* section = Brevan::kPreferencesSection;
+    const wchar_t* stampKey = welcomeStep ? kWelcomeKey : kLastTimeKey;
+
+    if (!signedIn && welcomeStep) {
+        host.HostPrefSetString(section, kWelcomeKey, nowText.c_str());
+    } else {
+        HostWide stored(host);
+        if (!welcomeStep) {
+            host.HostPrefGetString(section, kWelcomeKey, stored);
+            if (!stored.Text().empty())
+                return kNothingShown;
+        }
+        host.HostPrefGetString(section, stampKey, stored);
+        const std::wstring stamp = stored.Text();
+        if (!stamp.empty()) {
+            if (minDays < 1)
+                return kNothingShown;
+            std::time_t last = 0;
+            if (ParseStamp(stamp, last) && (now - last) / kSecondsPerDay < minDays)
+                return kNothingShown;
+        }
+        host.HostPrefSetString(section, stampKey, nowText.c_str());
+    }
+    const HostWindow parent = host.HostAppGetMainWindow();
+    if (welcomeStep)
+        return app_.platform().ShowWelcomeDialog(parent, host.HostAppIsChannelPackage() != 0);
+    return app_.platform().ShowInfoDialog(parent);
+}

@@ -1,0 +1,49 @@
+// TaskPaneHost: the plug-in's side of the task pane of one main window. It hands the host the
+// pane record (name, title, caption and the callbacks that make, take down and close the pane's
+// window) and owns the page dialog that fills the pane, made the first time the host shows the
+// pane while the user asked for it.
+#pragma once
+
+#include <memory>
+
+#include "host/host_string.h"
+
+class Brevan;
+class PageDialog;
+
+class TaskPaneHost {
+  public:
+    // Registers the pane record with the host. `mainWindow` is the key of this pane in the
+    // application's maps.
+    TaskPaneHost(Brevan& app, HostWindow mainWindow);
+    // Deletes the dialog, if the host has not taken it down.
+    ~TaskPaneHost();
+    TaskPaneHost(const TaskPaneHost&) = delete;
+    TaskPaneHost& operator=(const TaskPaneHost&) = delete;
+
+    const HostPaneRecord& record() const { return block_.record; }
+    PageDialog* dialog() const { return dialog_.get(); }
+
+  private:
+    // The record goes first, so that the record handed to the callbacks leads to its host.
+    struct RecordBlock {
+        HostPaneRecord record;
+        TaskPaneHost* owner;
+    };
+    static TaskPaneHost& OwnerOf(void* client);
+
+    static const char* GetPaneName(void* client);
+    static HostWideString GetPaneTitle(void* client);
+    static HostWideString GetPaneCaption(void* client);
+    static HostWindow CreatePaneWindow(void* client, HostWindow parent);
+    static void DestroyPaneWindow(void* client);
+    static int OnPaneClosed(void* client);
+
+    void DeleteDialog();
+
+    Brevan& app_;
+    HostWindow mainWindow_;
+    RecordBlock block_;
+    HostWide title_;
+    std::unique_ptr<PageDialog> dialog_;
+};

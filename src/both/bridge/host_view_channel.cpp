@@ -1,0 +1,33 @@
+#include "host_view_channel.h"
+
+#include <string>
+
+#include "app/brevan.h"
+#include "bridge/create_dispatcher.h"
+#include "bridge/page_dialog.h"
+
+namespace {
+
+std::wstring TextOf(const wchar_t* text) {
+    return text != nullptr ? std::wstring(text) : std::wstring();
+}
+
+}  // namespace
+
+HostViewChannel::HostViewChannel(Brevan& app, PageDialog& dialog, ChannelFileStream& stream)
+    : app_(app), dialog_(dialog), stream_(stream) {
+    record_.setWord(kWebPageClientData, this);
+    record_.setWord(kWebPageDispatch, reinterpret_cast<void*>(&HostViewChannel::Dispatch));
+}
+
+void HostViewChannel::Dispatch(void* client, const wchar_t* module, const wchar_t* command,
+                               const wchar_t* params, HostWideString result) {
+    if (client == nullptr)
+        return;
+    HostViewChannel& self = *static_cast<HostViewChannel*>(client);
+    const std::wstring commandName = TextOf(command);
+    auto dispatcher = CreateDispatcher(self.app_, static_cast<void*>(&self.dialog_), commandName,
+                                       TextOf(module), TextOf(params), self.stream_);
+    const std::wstring reply = dispatcher->Dispatch(commandName.c_str());
+    self.app_.host().HostWideStringSet(result, reply.c_str());
+}

@@ -1,0 +1,78 @@
+#include "page_address.h"
+
+#include <cstdio>
+
+#include "app/brevan.h"
+#include "config/brevan_config.h"
+#include "config/service_config.h"
+
+namespace {
+
+// The service value for `key`, or `fallback` when the document doesn't give it.
+std::wstring ServiceValueOr(ServiceConfig& service, const wchar_t* key, std::wstring fallback) {
+    std::wstring value;
+    return service.GetValue(key, value) == ServiceConfig::kFound ? value : fallback;
+}
+
+// The lower 24 bits as six lower-case hexadecimal digits.
+std::wstring ColourText(uint32_t colour) {
+    wchar_t text[8] = {};
+    std::swprintf(text, 8, L"%06x", static_cast<unsigned>(colour & 0xFFFFFFu));
+    return text;
+}
+
+}  // namespace
+
+bool FillPlaceholder(std::wstring& url, const std::wstring& key, const std::wstring& value) {
+    const std::wstring placeholder = key + L"=%s";
+    const std::wstring filled = key + L"=" + value;
+    bool found = false;
+    for (std::size_t at = url.find(placeholder); at != std::wstring::npos;
+         at = url.find(placeholder, at + filled.size())) {
+        url.replace(at, placeholder.size(), filled);
+        found = true;
+    }
+    return found;
+}
+
+void BuildPageUrl(Brevan& app, PageDialogKind kind, std::wstring& url) {
+    if (!app.config || !app.serviceConfig)
+        return;
+    const BrevanConfig& config = *app.config;
+    ServiceConfig& service = *app.serviceConfig;
+    HostApi& host = app.host();
+
+    std::wstring address;
+    const wchar_t* templateKey = config.preproduction ? ServiceConfig::kPreproductionPageTemplate
+                                                      : ServiceConfig::kPageTemplate;
+    if (service.GetValue(templateKey, address) != ServiceConfig::kFound)
+        return;
+
+    FillPlaceholder(address, L"platform", config.platformName);
+    FillPlaceholder(address, L"version", config.hostVersion);
+    FillPlaceholder(address, L"language", config.language);
+    if (address.find(L"ai_domain") != std::wstring::npos) {
+        FillPlaceholder(
+            address, L"ai_domain",
+            ServiceValueOr(service, ServiceConfig::kServiceDomain, config.serverAddress));
+    }
+    if (address.find(L"ai_engine") != std::wstring::npos)
+        FillPlaceholder(address, L"ai_engine",
+                        ServiceValueOr(service, ServiceConfig::kEngine, L""));
+    if (address.find(L"ai_key") != std::wstring::npos)
+        FillPlaceholder(address, L"ai_key",
+                        ServiceValueOr(service, ServiceConfig::kEngineKey, L""));
+
+    address += L"&pluginversion=" + config.pluginVersion;
+    address += L"&ThemeColor=" +
+               ColourText(host.HostThemeGetColor(host.HostThemeGetCurrent(), L"Accent_color", 0));
+    if (kind == PageDialogKind::Batch)
+        address += L"&batchRedaction=true&theme=win_native";
+    address += L"&isChannelPackage=";
+    address += host.HostAppIsChannelPackage() != 0 ? L"true" : L"false";
+    if (kind == PageDialogKind::TaskPane && app.accountPage)
+        address += L"&defaultPage=MyPlan";
+
+    config.GetCustomUrl(address);
+    url = address;
+}

@@ -1,0 +1,80 @@
+#include "document/download_job.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "app/brevan.h"
+#include "app/progress_bar_host.h"
+#include "bridge/error_codes.h"
+#include "config/brevan_config.h"
+#include "document/document_registry.h"
+#include "document/download_status.h"
+#include "util/utf.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A name that stands for a file of its own inside a folder.
+bool IsPlainName(const std::wstring& name) {
+    return !name.empty() && name != L"." && name != L".." &&
+           name.find_first_of(L"/\\") == std::wstring::npos;
+}
+
+// Empties the download folder of `aiFileId`, or makes it. The id must be a plain name, so that
+// the folder lies inside the temporary folder.
+bool PrepareFolder(const fs::path& folder) {
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(folder, error))) {
+        fs::remove_all(folder, error);
+        if (error)
+            return false;
+    }
+    return fs::create_directory(folder, error) && !error;
+}
+
+}  // namespace
+
+std::wstring LastNameComponent(const std::wstring& fileName) {
+    const auto separator = fileName.find_last_of(L"/\\");
+    return separator == std::wstring::npos ? fileName : fileName.substr(separator + 1);
+}
+
+int32_t DownloadJob::Run(HostDoc& doc) {
+    if (!IsPlainName(aiFileId_))
+        return err::kDownloadFolderFailed;
+    const fs::path folder = fs::path(ToUtf8(app_.platform().TempFolder())) / ToUtf8(aiFileId_);
+    if (!PrepareFolder(folder))
+        return err::kDownloadFolderFailed;
+
+    const std::wstring name = LastNameComponent(fileName_);
+    if (!IsPlainName(name))
+        return err::kDownloadFailed;
+    const fs::path target = folder / ToUtf8(name);
+    const std::wstring path = FromUtf8(target.string());
+
+    HttpSettings settings;
+    settings.verifyCertificates = !(app_.config && app_.config->insecureTls);
+    DownloadStatus status(app_.progressBar.get());
+    const bool downloaded = app_.platform().DownloadToFile(fileUrl_, path, status, settings);
+    std::error_code error;
+    if (!downloaded || !fs::exists(target, error) || fs::is_directory(target, error)) {
+        if (app_.progressBar)
+            app_.progressBar->close();
+        return err::kDownloadFailed;
+    }
+
+    // The copy is a scratch file: it goes when the plug-in unloads.
+    DocumentRegistry& registry = *app_.documents;
+    const std::wstring id = registry.newIdForPath(path);
+    registry.bindPath(id, path, true);
+    registry.bindAiFileId(id, aiFileId_);
+
+    doc = app_.host().HostDocOpen(path.c_str(), L"", 1, 0);
+    if (doc == nullptr) {
+        registry.erase(id);
+        return err::kDownloadOpenFailed;
+    }
+    registry.bindDoc(id, doc);
+    return err::kOk;
+}

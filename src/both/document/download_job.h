@@ -1,0 +1,32 @@
+// DownloadJob: openFile's work for one file — download into a folder of its own under the
+// temporary folder, register the file as a scratch copy and open it in the editor.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "host/host_abi.h"
+
+class Brevan;
+
+class DownloadJob {
+  public:
+    DownloadJob(Brevan& app, std::wstring fileUrl, std::wstring fileName, std::wstring aiFileId)
+        : app_(app),
+          fileUrl_(std::move(fileUrl)),
+          fileName_(std::move(fileName)),
+          aiFileId_(std::move(aiFileId)) {}
+
+    // 0 with the opened document in `doc`, or the code of the step that failed: 400019 (the
+    // folder), 300006 (the download), 300007 (the editor's open).
+    int32_t Run(HostDoc& doc);
+
+  private:
+    Brevan& app_;
+    std::wstring fileUrl_;
+    std::wstring fileName_;
+    std::wstring aiFileId_;
+};
+
+// The part of a file name after its last "/" or "\", so that no name leads out of its folder.
+std::wstring LastNameComponent(const std::wstring& fileName);

@@ -1,0 +1,83 @@
+#include "flattened_copy.h"
+
+#include "app/brevan.h"
+#include "bridge/error_codes.h"
+#include "host/host_string.h"
+#include "util/utf.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Read-only and quiet, kept hidden.
+HostOpenHiddenOptions HiddenCopyOptions() {
+    HostOpenHiddenOptions options{};
+    options.readOnly = 1;
+    options.quiet = 1;
+    options.password = L"";
+    options.keepHidden = 1;
+    return options;
+}
+
+}  // namespace
+
+FlattenedCopy::~FlattenedCopy() {
+    if (copy_ != nullptr)
+        app_.host().HostDocClose(copy_, 0, 0, 0);
+    if (!scratch_.empty()) {
+        std::error_code ignored;
+        fs::remove(scratch_, ignored);
+    }
+    if (copy_ != nullptr && !app_.batchMode)
+        app_.ShowTaskPane(true);
+}
+
+bool FlattenedCopy::CopyFile(const fs::path& from, fs::path to) {
+    std::error_code error;
+    if (from.empty() || !fs::exists(from, error))
+        return false;
+    // A document that lives in the temporary folder itself gets a copy of another name, so the
+    // clean-up never deletes the user's own file.
+    if (fs::exists(to, error) && fs::equivalent(from, to, error))
+        to.replace_filename("text-of-" + to.filename().string());
+    fs::remove(to, error);
+    if (!fs::copy_file(from, to, error))
+        return false;
+    scratch_ = to;
+    fs::permissions(to, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::add,
+                    error);
+    return true;
+}
+
+int32_t FlattenedCopy::Make(HostDoc source, int firstPage, int endPage) {
+    HostApi& host = app_.host();
+    HostWide sourcePath(host);
+    host.HostDocGetFilePath(source, sourcePath);
+    HostWide fileName(host);
+    host.HostDocGetFileName(source, fileName);
+    if (fileName.Text().empty() ||
+        !CopyFile(ToUtf8(sourcePath.Text()),
+                  ToUtf8(app_.platform().TempFolder() + fileName.Text())))
+        return err::kClosedDoc;
+
+    const std::wstring scratch = FromUtf8(scratch_.string());
+    const HostOpenHiddenOptions options = HiddenCopyOptions();
+    copy_ = host.HostDocOpenHidden(scratch.c_str(), &options);
+    if (copy_ == nullptr)
+        return err::kClosedDoc;
+    pdf_ = host.HostDocGetPdfDoc(copy_);
+    if (pdf_ == nullptr)
+        return err::kNoNdxDoc;
+    NdxFlattener flattener = host.NDXFlattenerNew(pdf_);
+    if (flattener == nullptr)
+        return err::kClosedDoc;
+    for (int index = firstPage; index < endPage; ++index) {
+        HostPageView view = host.HostDocGetPageView(copy_, index);
+        NdxPage page = view != nullptr ? host.HostPageViewGetPage(view) : nullptr;
+        if (page != nullptr)
+            host.NDXFlattenerAddPage(flattener, page, 1, 0);
+    }
+    host.NDXFlattenerDone(flattener);
+    host.NDXDocSaveToFile(pdf_, scratch_.string().c_str(), 0, 1);
+    return err::kOk;
+}

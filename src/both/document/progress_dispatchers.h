@@ -1,0 +1,48 @@
+// The page's progress bar: createProgressBar, updateProgressBar, destroyProgressBar. Every reply
+// carries null data; a bar the host cannot make is silently absent.
+#pragma once
+
+#include "bridge/base_dispatcher.h"
+
+class Brevan;
+
+// A bar with `title` and a watchdog of `timeout` seconds; a bar already up stays as it is.
+class CreateProgressBarDispatcher : public BaseDispatcher {
+  public:
+    CreateProgressBarDispatcher(Brevan& app, const wchar_t* params)
+        : BaseDispatcher(params), app_(app) {}
+    Json::Value Run() override;
+
+  private:
+    Brevan& app_;
+};
+
+// Moves the bar to `currentPos` (0 to 100); a string `title` replaces its text.
+class UpdateProgressBarDispatcher : public BaseDispatcher {
+  public:
+    UpdateProgressBarDispatcher(Brevan& app, const wchar_t* params)
+        : BaseDispatcher(params), app_(app) {}
+    Json::Value Run() override;
+
+  private:
+    Brevan& app_;
+};
+
+class DestroyProgressBarDispatcher : public BaseDispatcher {
+  public:
+    explicit DestroyProgressBarDispatcher(Brevan& app) : app_(app) {}
+    Json::Value Run() override;
+
+  private:
+    Brevan& app_;
+};
+
+// A message command the page cannot reach: no command name builds it, and it answers that it
+// does nothing.
+class ShowMessageDispatcher : public BaseDispatcher {
+  public:
+    static constexpr int32_t kNotServed = 500000;
+
+    explicit ShowMessageDispatcher(const wchar_t* params) : BaseDispatcher(params) {}
+    Json::Value Run() override { return Fail(kNotServed); }
+};

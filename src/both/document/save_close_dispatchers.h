@@ -1,0 +1,45 @@
+// The commands that end a piece of work on a document: saveDocument writes it in place or under a
+// new name, reload shows the page again, closeCurrentFile closes the batch's document.
+#pragma once
+
+#include "bridge/base_dispatcher.h"
+#include "host/host_abi.h"
+
+class Brevan;
+
+// Saves the current document through the host's own Save command, or with `isSaveAs` under a
+// name the user picks (offered with `suffix`). During a batch the batch session saves instead.
+class SaveDocumentDispatcher : public BaseDispatcher {
+  public:
+    SaveDocumentDispatcher(Brevan& app, const wchar_t* params)
+        : BaseDispatcher(params), app_(app) {}
+    Json::Value Run() override;
+
+  private:
+    Json::Value SaveInPlace(HostDoc doc, bool temporary);
+    Json::Value SaveAs(HostDoc doc, const Json::Value& root);
+
+    Brevan& app_;
+};
+
+// Reloads the page of the channel's page dialog (`owner`); on a channel without one it only
+// answers. The reply never carries the request's identifier.
+class ReloadDispatcher : public BaseDispatcher {
+  public:
+    explicit ReloadDispatcher(void* owner) : owner_(owner) {}
+    Json::Value Run() override;
+
+  private:
+    void* owner_;
+};
+
+// Closes the batch's current document unless the user had it open before the batch, and lets the
+// current document fall back to the active one. Without a batch document it does nothing.
+class CloseCurrentFileDispatcher : public BaseDispatcher {
+  public:
+    explicit CloseCurrentFileDispatcher(Brevan& app) : app_(app) {}
+    Json::Value Run() override;
+
+  private:
+    Brevan& app_;
+};

@@ -1,0 +1,73 @@
+// The host's base64 encoder.
+#include <QByteArray>
+#include <random>
+
+#include "base64_encoder.h"
+#include "host_test_support.h"
+
+namespace pdfhost {
+namespace {
+
+using hostops::Op;
+using testing::CallHost;
+
+std::string Encode(char padding, const std::string& bytes) {
+    std::string out = "left over";
+    Base64Encoder(padding).EncodeInto(bytes.data(), bytes.size(), out);
+    return out;
+}
+
+TEST(Base64Encoder, StandardVectorsWithAndWithoutPadding) {
+    const std::pair<std::string, std::string> vectors[] = {
+        {"", ""},
+        {"f", "Zg=="},
+        {"fo", "Zm8="},
+        {"foo", "Zm9v"},
+        {"foob", "Zm9vYg=="},
+        {"fooba", "Zm9vYmE="},
+        {"foobar", "Zm9vYmFy"},
+    };
+    for (const auto& [plain, encoded] : vectors) {
+        EXPECT_EQ(Encode('=', plain), encoded) << plain;
+        std::string bare = encoded;
+        bare.erase(bare.find_last_not_of('=') + 1);
+        EXPECT_EQ(Encode(0, plain), bare) << plain;
+    }
+    EXPECT_EQ(Encode('.', "f"), "Zg..");
+}
+
+TEST(Base64Encoder, EveryByteValueAndLengthMatchesAnIndependentEncoder) {
+    std::mt19937 random(7);
+    for (std::size_t length : {1u, 2u, 3u, 255u, 256u, 257u, 65537u}) {
+        std::string bytes(length, '\0');
+        for (char& byte : bytes)
+            byte = static_cast<char>(random());
+        const QByteArray expected =
+            QByteArray(bytes.data(), static_cast<qsizetype>(length)).toBase64();
+        EXPECT_EQ(Encode('=', bytes), expected.toStdString()) << length;
+    }
+}
+
+class Base64TablesTest : public testing::HostFixture {};
+
+TEST_F(Base64TablesTest, EncodingReplacesTheByteString) {
+    const HostBase64Encoder encoder = CallHost<Op::HostBase64EncoderNew>('=');
+    ASSERT_NE(encoder, nullptr);
+    const HostByteString out = CallHost<Op::HostByteStringNew>();
+    CallHost<Op::HostByteStringSet>(out, "old text");
+    const std::string data("PDF\x00\xff bytes", 11);
+    CallHost<Op::HostBase64Encode>(encoder, data.data(), static_cast<int64_t>(data.size()), out);
+    EXPECT_EQ(testing::ByteText(out), QByteArray(data.data(), 11).toBase64().toStdString());
+    CallHost<Op::HostBase64Encode>(encoder, data.data(), 0, out);
+    EXPECT_EQ(testing::ByteText(out), "");
+    CallHost<Op::HostBase64Encode>(encoder, data.data(), -5, out);
+    EXPECT_EQ(testing::ByteText(out), "");
+    CallHost<Op::HostBase64EncoderDestroy>(encoder);
+    CallHost<Op::HostByteStringSet>(out, "kept");
+    CallHost<Op::HostBase64Encode>(encoder, data.data(), 3, out);
+    EXPECT_EQ(testing::ByteText(out), "kept") << "a destroyed encoder encodes nothing";
+    CallHost<Op::HostByteStringDelete>(out);
+}
+
+}  // namespace
+}  // namespace pdfhost

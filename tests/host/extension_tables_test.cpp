@@ -1,0 +1,131 @@
+// The extension tables pdfhost offers itself: the outside browser and text recognition.
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <sstream>
+
+#include "automation/script_session.h"
+#include "engine/ocr_recognizer.h"
+#include "host_test_support.h"
+#include "script_lines.h"
+#include "wide_text.h"
+
+namespace pdfhost {
+namespace {
+
+using hostops::ExtOp;
+using hostops::Op;
+using testing::CallHost;
+using testing::Compact;
+using ::testing::HasSubstr;
+
+// Function of an extension table, found as a plug-in finds it.
+template <ExtOp op>
+auto* ExtensionFunction() {
+    using Traits = hostops::ExtOpTraits<op>;
+    const hostops::ExtTableInfo& info = hostops::InfoOf(Traits::table);
+    const HostExtTable table = CallHost<Op::HostExtensionFind>(info.name, info.version);
+    EXPECT_NE(table, nullptr) << info.name;
+    return reinterpret_cast<typename Traits::Fn*>(
+        CallHost<Op::HostExtensionGetFunction>(table, Traits::index));
+}
+
+class ExtensionTablesTest : public testing::HostFixture {
+  protected:
+    ExtensionTablesTest() { app_.LoadPlugins(); }
+
+    std::ostringstream out_;
+    ScriptSession session_{app_, out_};
+};
+
+TEST_F(ExtensionTablesTest, AnAddressOpensOutsideAndHeadlessOnlyPrintsIt) {
+    auto* open = ExtensionFunction<ExtOp::BrowserExtOpenUrl>();
+    ASSERT_NE(open, nullptr);
+    HostBrowserTabRecord record;
+    void* tab = nullptr;
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(open(L"https://example.com/help?page=2", 0, 0, &record, &tab), 1);
+    const std::string printed = ::testing::internal::GetCapturedStderr();
+    EXPECT_NE(tab, nullptr);
+    EXPECT_THAT(printed, HasSubstr("pdfhost: open https://example.com/help?page=2"));
+
+    void* none = nullptr;
+    EXPECT_EQ(open(L"", 0, 0, &record, &none), 0);
+    EXPECT_EQ(open(L"http://[broken", 0, 0, &record, &none), 0);
+    EXPECT_EQ(none, nullptr);
+}
+
+TEST_F(ExtensionTablesTest, TheRecognitionDialogIsAnsweredLikeOtherDialogs) {
+    auto* show = ExtensionFunction<ExtOp::OcrShowDialog>();
+    ASSERT_NE(show, nullptr);
+    struct Confirmed {
+        std::wstring language;
+        int flag = -1;
+        int calls = 0;
+    } confirmed;
+    HostOcrDialogCallback callback{&confirmed,
+                                   [](void* client, const wchar_t* language, uint8_t flag) {
+                                       auto* seen = static_cast<Confirmed*>(client);
+                                       seen->language = language;
+                                       seen->flag = flag;
+                                       ++seen->calls;
+                                   }};
+    HostOcrOptions options{L"English", 1};
+    const HostWindow window = CallHost<Op::HostAppGetMainWindow>();
+
+    app_.Answers().Queue("ocr", true);
+    EXPECT_EQ(show(window, &options, &callback), 1);
+    EXPECT_EQ(confirmed.calls, 1);
+    EXPECT_EQ(confirmed.language, L"English");
+    EXPECT_EQ(confirmed.flag, 1);
+
+    app_.Answers().Queue("ocr", false);
+    EXPECT_EQ(show(window, &options, &callback), 0);
+    EXPECT_EQ(show(window, &options, &callback), 0);
+    EXPECT_EQ(confirmed.calls, 1);
+    const auto lines = testing::TakeScriptLines(out_);
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(Compact(lines[0]), R"({"answer":true,"dialog":"ocr","language":"English"})");
+    EXPECT_EQ(Compact(lines[1]), R"({"answer":false,"dialog":"ocr","language":"English"})");
+    EXPECT_EQ(Compact(lines[3]), R"({"unanswered":"ocr"})");
+}
+
+TEST_F(ExtensionTablesTest, RecognitionMakesAScannedPageSearchable) {
+    if (!engine::OcrRecognizer::FindDataFolder("eng").has_value())
+        GTEST_SKIP() << "no English recognition data installed";
+    // A page that shows its text only as a picture.
+    engine::Context context;
+    engine::PageDescription typed;
+    typed.Add(engine::TextItem{.x = 72, .y = 700, .size = 24, .text = "ACCOUNT 55120 CLOSED"});
+    auto picture = std::make_shared<engine::RgbImage>(
+        engine::PdfFactory(context).Build(engine::PdfDescription{.pages = {typed}}).Render(0, 150));
+    engine::PageDescription scan;
+    scan.Add(engine::ImageItem{.placement = {0, 0, 612, 792}, .picture = std::move(picture)});
+    const std::string path =
+        testing::WritePdf(files_, "scan.pdf", engine::PdfDescription{.pages = {scan}});
+    const HostDoc doc = app_.OpenDocument(path).document->Handle();
+
+    auto* recognize = ExtensionFunction<ExtOp::OcrRecognizePage>();
+    ASSERT_NE(recognize, nullptr);
+    HostOcrOptions options{L"English", 1};
+    const NdxPage page =
+        CallHost<Op::HostPageViewGetPage>(CallHost<Op::HostDocGetPageView>(doc, 0));
+    EXPECT_EQ(recognize(page, &options, 0), 1);
+    EXPECT_EQ(CallHost<Op::HostDocIsModified>(doc), 1);
+    // A page with text keeps it as it is: a second run doubles nothing.
+    EXPECT_EQ(recognize(page, &options, 0), 1);
+    EXPECT_EQ(recognize(nullptr, &options, 0), 0);
+
+    const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(doc);
+    const HostStringArray lines = CallHost<Op::HostStringArrayNew>();
+    CallHost<Op::NDXPageGetTextLines>(lines, pdf, CallHost<Op::NDXDocGetPage>(pdf, 0), 10, 15);
+    ASSERT_EQ(CallHost<Op::HostStringArrayCount>(lines), 1);
+    const HostWideString line = CallHost<Op::HostWideStringNew>();
+    CallHost<Op::HostStringArrayGet>(lines, 0, line);
+    EXPECT_EQ(testing::WideText(line), L"ACCOUNT 55120 CLOSED");
+    CallHost<Op::HostWideStringDelete>(line);
+    CallHost<Op::HostStringArrayDestroy>(lines);
+}
+
+}  // namespace
+}  // namespace pdfhost

@@ -1,0 +1,216 @@
+// The page's address and the service document it is built from: the acceptance rules of the
+// document, every placeholder and appended parameter, and the developers' overrides.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/brevan.h"
+#include "config/brevan_config.h"
+#include "config/internet_connection.h"
+#include "config/page_address.h"
+#include "config/service_config.h"
+#include "fake_host.h"
+
+namespace {
+
+const HostTheme kTheme = reinterpret_cast<HostTheme>(0x7e);
+
+class ThemedHost : public FakeHost {
+  public:
+    HostTheme HostThemeGetCurrent() override { return kTheme; }
+    uint32_t HostThemeGetColor(HostTheme theme, const wchar_t* name, int) override {
+        colourNames.emplace_back(name);
+        return theme == kTheme ? accent : 0xFFFFFFFFu;
+    }
+    int HostAppIsChannelPackage() override { return channelPackage ? 1 : 0; }
+
+    uint32_t accent = 0x00336699;
+    bool channelPackage = false;
+    std::vector<std::wstring> colourNames;
+};
+
+class PageAddressTest : public testing::Test {
+  protected:
+    PageAddressTest() {
+        app.Attach(host, platform);
+        app.ImportTables();
+        EXPECT_EQ(app.Init(), 1);
+        documentAddress = app.serviceConfig->DocumentAddress();
+        platform.httpRequests.clear();  // what the start asked of the service is not counted
+    }
+    ~PageAddressTest() override { app.Unload(); }
+
+    // The service document with these `url` members, its `size` right and `dsvConfig` set.
+    void Publish(const std::string& urlMembers, int memberCount) {
+        platform.httpBodies[documentAddress] = "{\"url\":{" + urlMembers +
+                                               "},\"size\":" + std::to_string(memberCount) +
+                                               ",\"dsvConfig\":{\"on\":true}}";
+    }
+
+    std::wstring Build(PageDialogKind kind = PageDialogKind::TaskPane) {
+        std::wstring url = L"unchanged";
+        BuildPageUrl(app, kind, url);
+        return url;
+    }
+
+    std::size_t Fetches() const {
+        std::size_t count = 0;
+        for (const std::wstring& request : platform.httpRequests)
+            count += request == documentAddress ? 1 : 0;
+        return count;
+    }
+
+    ThemedHost host;
+    FakePlatform platform;
+    Brevan app;
+    std::wstring documentAddress;
+};
+
+// The parameters every load appends, for the fixture's host.
+const std::wstring kTail = L"&pluginversion=2026.1.0.0&ThemeColor=336699&isChannelPackage=false";
+
+TEST_F(PageAddressTest, TheDocumentIsAskedOfTheAccountServerByApiPlatformVersionAndLanguage) {
+    EXPECT_EQ(documentAddress,
+              app.config->serverAddress + L"/2.0.0.0/Win%20PDF%20Editor/1.2.3/en-US/txdfApi.json");
+    app.config->SetServerAddress(L"https://other.example");
+    EXPECT_EQ(app.serviceConfig->DocumentAddress(),
+              L"https://other.example/2.0.0.0/Win%20PDF%20Editor/1.2.3/en-US/txdfApi.json");
+}
+
+TEST_F(PageAddressTest, AnAcceptedDocumentIsFetchedOnceAndAnswersItsKeys) {
+    Publish(R"("qvd_brevan_domain":"https://svc.example","qvd_brevan_aig":7)", 2);
+    ServiceConfig& service = *app.serviceConfig;
+    std::wstring value = L"before";
+    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kFound);
+    EXPECT_EQ(value, L"https://svc.example");
+    EXPECT_EQ(service.GetValue(ServiceConfig::kEngine, value), ServiceConfig::kFound);
+    EXPECT_EQ(value, L"7");
+    value = L"before";
+    EXPECT_EQ(service.GetValue(ServiceConfig::kEngineKey, value), ServiceConfig::kMissing);
+    EXPECT_EQ(value, L"before");
+    EXPECT_EQ(Fetches(), 1u);
+
+    // A forced load fetches again, for a new account server.
+    EXPECT_EQ(service.Load(), 0);
+    EXPECT_EQ(Fetches(), 2u);
+}
+
+TEST_F(PageAddressTest, ARefusedOrMissingDocumentIsFetchedAgainAtEveryNeed) {
+    ServiceConfig& service = *app.serviceConfig;
+    std::wstring value = L"before";
+    // No answer from the server: its status.
+    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), 3);
+    // Not JSON, or JSON that isn't an object.
+    platform.httpBodies[documentAddress] = "<html>maintenance</html>";
+    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
+    platform.httpBodies[documentAddress] = "[1,2]";
+    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
+    // A size that doesn't count the members; a missing or null dsvConfig.
+    platform.httpBodies[documentAddress] =
+        R"({"url":{"qvd_brevan_domain":"d","qvd_brevan_aig":"e"},"size":3,"dsvConfig":{}})";
+    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
+    EXPECT_EQ(service.entries().size(), 2u);  // kept, though not accepted
+    platform.httpBodies[documentAddress] = R"({"url":{"qvd_brevan_domain":"d"},"size":"1",)"
+                                           R"("dsvConfig":{}})";
+    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
+    platform.httpBodies[documentAddress] = R"({"url":{"qvd_brevan_domain":"d"},"size":1})";
+    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
+    platform.httpBodies[documentAddress] =
+        R"({"url":{"qvd_brevan_domain":"d"},"size":1,"dsvConfig":null})";
+    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
+    EXPECT_EQ(value, L"before");
+    EXPECT_FALSE(service.loaded());
+    EXPECT_EQ(Fetches(), 7u);
+}
+
+TEST_F(PageAddressTest, EveryPlaceholderIsFilledAndTheTailIsAppended) {
+    Publish(R"("qvd_brevan_plugin_domain":"https://page.example/app?platform=%s&version=%s)"
+            R"(&language=%s&ai_domain=%s&ai_engine=%s&ai_key=%s",)"
+            R"("qvd_brevan_domain":"https://svc.example","qvd_brevan_aig":"https://aig.example",)"
+            R"("qvd_brevan_aig_key":"k-1")",
+            4);
+    EXPECT_EQ(Build(),
+              L"https://page.example/app?platform=Win%20PDF%20Editor&version=1.2.3"
+              L"&language=en-US&ai_domain=https://svc.example"
+              L"&ai_engine=https://aig.example&ai_key=k-1" +
+                  kTail);
+    EXPECT_EQ(host.colourNames, std::vector<std::wstring>{L"Accent_color"});
+}
+
+TEST_F(PageAddressTest, MissingValuesFallBackToTheServerOrToEmpty) {
+    Publish(R"("qvd_brevan_plugin_domain":"https://p/?ai_key=%s&ai_domain=%s&ai_engine=%s")", 1);
+    EXPECT_EQ(Build(), L"https://p/?ai_key=&ai_domain=" + app.config->serverAddress +
+                           L"&ai_engine=" + kTail);
+}
+
+TEST_F(PageAddressTest, ATemplateWithoutAPlaceholderKeepsItsTextAndLaterStepsStillWork) {
+    // "platform" without "=%s" is left alone; "version=%s" twice is filled twice; a name that
+    // merely ends like a placeholder key is filled as well, as a text search finds it.
+    Publish(R"("qvd_brevan_plugin_domain":"https://p/platform/x?version=%s&v2=1&version=%s)"
+            R"(&ai_domain&myai_key=%s")",
+            1);
+    EXPECT_EQ(Build(),
+              L"https://p/platform/x?version=1.2.3&v2=1&version=1.2.3&ai_domain"
+              L"&myai_key=" +
+                  kTail);
+}
+
+TEST_F(PageAddressTest, FilledTextIsNotSearchedAgain) {
+    std::wstring url = L"a=%s&a=%s";
+    EXPECT_TRUE(FillPlaceholder(url, L"a", L"a=%s"));
+    EXPECT_EQ(url, L"a=a=%s&a=a=%s");
+    EXPECT_FALSE(FillPlaceholder(url, L"b", L"x"));
+    EXPECT_EQ(url, L"a=a=%s&a=a=%s");
+}
+
+TEST_F(PageAddressTest, TheDialogDecidesTheBatchParametersAndTheAccountPage) {
+    Publish(R"("qvd_brevan_plugin_domain":"https://p/?x=1")", 1);
+    host.channelPackage = true;
+    host.accent = 0xFF0000FF;  // only the lower 24 bits count
+    app.accountPage = true;
+    const std::wstring tail = L"&pluginversion=2026.1.0.0&ThemeColor=0000ff";
+    EXPECT_EQ(Build(PageDialogKind::TaskPane),
+              L"https://p/?x=1" + tail + L"&isChannelPackage=true&defaultPage=MyPlan");
+    EXPECT_EQ(Build(PageDialogKind::Batch), L"https://p/?x=1" + tail +
+                                                L"&batchRedaction=true&theme=win_native" +
+                                                L"&isChannelPackage=true");
+    app.accountPage = false;
+    EXPECT_EQ(Build(PageDialogKind::TaskPane),
+              L"https://p/?x=1" + tail + L"&isChannelPackage=true");
+}
+
+TEST_F(PageAddressTest, ThePreproductionEnvironmentHasATemplateOfItsOwn) {
+    Publish(R"("qvd_brevan_plugin_domain":"https://live/?",)"
+            R"("qvd_brevan_plugin_domain_preproduction":"https://pre/?")",
+            2);
+    app.config->preproduction = true;
+    EXPECT_EQ(Build(), L"https://pre/?" + kTail);
+    app.config->preproduction = false;
+    EXPECT_EQ(Build(), L"https://live/?" + kTail);
+}
+
+TEST_F(PageAddressTest, ACustomUrlReplacesEverythingButOnlyOnceATemplateWasHad) {
+    app.config->root["custom_url"] = "file:///work/web/index.html";
+    EXPECT_EQ(Build(), L"unchanged");  // no document: the address stays as it was
+    Publish(R"("qvd_brevan_plugin_domain":"https://p/?language=%s")", 1);
+    EXPECT_EQ(Build(), L"file:///work/web/index.html");
+    app.config->root["custom_url"] = "";
+    EXPECT_EQ(Build(), L"https://p/?language=en-US" + kTail);
+}
+
+TEST_F(PageAddressTest, TheDevelopersFileMayFixTheAnswerOfTheConnectivityTest) {
+    platform.connected = false;
+    EXPECT_FALSE(IsConnectedToInternet(app));
+    platform.connected = true;
+    EXPECT_TRUE(IsConnectedToInternet(app));
+    app.config->root[kInternetConnectionKey] = false;
+    EXPECT_FALSE(IsConnectedToInternet(app));
+    platform.connected = false;
+    app.config->root[kInternetConnectionKey] = true;
+    EXPECT_TRUE(IsConnectedToInternet(app));
+    app.config->root[kInternetConnectionKey] = "yes";  // not a boolean: the platform decides
+    EXPECT_FALSE(IsConnectedToInternet(app));
+}
+
+}  // namespace

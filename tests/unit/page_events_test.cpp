@@ -1,0 +1,187 @@
+// Events to the page: their exact texts, the file id they carry, and which page receives them.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/brevan.h"
+#include "bridge/page_events.h"
+#include "bridge/page_script.h"
+#include "document/document_registry.h"
+#include "fake_host.h"
+#include "fake_page_dialog.h"
+
+namespace {
+
+class WindowedHost : public FakeHost {
+  public:
+    HostWindow HostAppGetMainWindow() override { return mainWindow; }
+    HostWindow mainWindow = reinterpret_cast<HostWindow>(0x1000);
+};
+
+// The host's scripted page channel, writing what it is given into the test's log.
+class LoggingConnection final : public PageConnection {
+  public:
+    explicit LoggingConnection(std::vector<std::string>& log) : log_(log) {}
+    void SetMessageHandler(MessageHandler) override {}
+    void PostWebMessageAsString(const std::wstring& text) override {
+        log_.push_back("channel reply " + ToUtf8(text));
+    }
+    void ExecuteScript(const std::wstring& script) override {
+        log_.push_back("channel script " + ToUtf8(script));
+    }
+
+  private:
+    std::vector<std::string>& log_;
+};
+
+class ChannelPlatform : public FakePlatform {
+  public:
+    explicit ChannelPlatform(std::vector<std::string>& log) : log_(log) {}
+    std::unique_ptr<PageConnection> ConnectHostPageChannel() override {
+        return offerChannel ? std::make_unique<LoggingConnection>(log_) : nullptr;
+    }
+    bool offerChannel = false;
+
+  private:
+    std::vector<std::string>& log_;
+};
+
+class PageEventsTest : public testing::Test {
+  protected:
+    PageEventsTest() {
+        app.Attach(host, platform);
+        app.ImportTables();
+        EXPECT_EQ(app.Init(), 1);
+    }
+    ~PageEventsTest() override {
+        app.paneDialogs.clear();
+        app.Unload();
+    }
+
+    // Gives the current main window a pane dialog and forgets what happened so far.
+    void AddPane() {
+        app.paneDialogs[host.mainWindow] = &pane;
+        log.clear();
+    }
+
+    // What the pane's page received, as the JSON argument of each call.
+    std::vector<std::string> PaneEvents() const {
+        const std::string prefix = "pane CallScript __dispatchEvent ";
+        std::vector<std::string> events;
+        for (const std::string& line : log) {
+            if (line.starts_with(prefix))
+                events.push_back(line.substr(prefix.size()));
+        }
+        return events;
+    }
+
+    std::string IdOf(HostDoc doc) {
+        std::wstring id;
+        EXPECT_TRUE(app.documents->findIdByDoc(doc, id));
+        return ToUtf8(id);
+    }
+
+    std::vector<std::string> log;
+    WindowedHost host;
+    ChannelPlatform platform{log};
+    Brevan app;
+    FakePageDialog pane{log, "pane"};
+};
+
+TEST_F(PageEventsTest, EveryEventGoesOutInItsExactText) {
+    const HostDoc doc = host.Open(FileDoc(L"/docs/a.pdf"));
+    const std::string id = IdOf(doc);
+    AddPane();
+
+    DocBeforeOpenEvent(app).Send();
+    DocOpenSuccessEvent(app, doc).Send();
+    DocOpenFailedEvent(app).Send();
+    DocActivateEvent(app, doc).Send();
+    OtherDocActivateEvent(app).Send();
+    DocModifiedEvent(app, doc).Send();
+    DocSavedEvent(app, doc).Send();
+    DocClosedEvent(app, doc).Send();
+    DocFormFieldChangedEvent(app, doc, L"Name", L"J\u00f6rg \"J\"").Send();
+    UserSignOutEvent(app).Send();
+
+    const std::vector<std::string> expected{
+        "{\"data\":null,\"name\":\"ev-doc-before-open\"}\n",
+        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-open-success\"}\n",
+        "{\"name\":\"ev-doc-open-failed\"}\n",
+        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-activate\"}\n",
+        "{\"data\":{\"id\":\"0\"},\"name\":\"ev-doc-activate\"}\n",
+        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-modified\"}\n",
+        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-saved\"}\n",
+        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-closed\"}\n",
+        "{\"data\":{\"fieldName\":\"Name\",\"id\":\"" + id +
+            "\",\"value\":\"J\\u00f6rg \\\"J\\\"\"},\"name\":\"ev-doc-form-field-changed\"}\n",
+        "{\"name\":\"ev-user-sign-out\"}\n",
+    };
+    EXPECT_EQ(PaneEvents(), expected);
+}
+
+TEST_F(PageEventsTest, ChangePageNamesTheAccountPageOnlyWhenAskedFor) {
+    AddPane();
+    app.accountPage = true;
+    ChangePageEvent(app).Send();
+    app.accountPage = false;
+    ChangePageEvent(app).Send();
+    EXPECT_EQ(PaneEvents(),
+              (std::vector<std::string>{
+                  "{\"data\":{\"page\":\"my-plan\"},\"name\":\"ev-user-change-page\"}\n",
+                  "{\"data\":{\"page\":\"home\"},\"name\":\"ev-user-change-page\"}\n"}));
+}
+
+TEST_F(PageEventsTest, FileIdComesFromTheHandleThenFromThePathAndIsNeverMade) {
+    const HostDoc known = host.Open(FileDoc(L"/docs/known.pdf"));
+    const HostDoc byPath = host.Open(FileDoc(L"/docs/by-path.pdf"));
+    const std::string pathId = IdOf(byPath);
+    app.documents->forgetDoc(FromUtf8(pathId));
+    const HostDoc stranger = host.Open(FileDoc(L"/docs/stranger.pdf"));
+    std::wstring strangerId;
+    ASSERT_TRUE(app.documents->findIdByDoc(stranger, strangerId));
+    app.documents->erase(strangerId);
+    const std::size_t records = app.documents->records().size();
+
+    EXPECT_EQ(ToUtf8(DocClosedEvent(app, known).fileId()), IdOf(known));
+    EXPECT_EQ(ToUtf8(DocClosedEvent(app, byPath).fileId()), pathId);
+    EXPECT_EQ(DocClosedEvent(app, stranger).fileId(), L"");
+    EXPECT_EQ(app.documents->records().size(), records);
+
+    AddPane();
+    DocSavedEvent(app, stranger).Send();
+    EXPECT_EQ(PaneEvents(),
+              std::vector<std::string>{"{\"data\":{\"id\":\"\"},\"name\":\"ev-doc-saved\"}\n"});
+}
+
+TEST_F(PageEventsTest, OnlyThePaneOfTheCurrentMainWindowReceivesEvents) {
+    UserSignOutEvent(app).Send();  // no pane at all: dropped
+    FakePageDialog other(log, "other");
+    app.paneDialogs[reinterpret_cast<HostWindow>(0x2000)] = &other;
+    UserSignOutEvent(app).Send();  // the current window has no pane: dropped
+    EXPECT_TRUE(log.empty());
+
+    AddPane();
+    UserSignOutEvent(app).Send();
+    EXPECT_EQ(log, std::vector<std::string>{
+                       "pane CallScript __dispatchEvent {\"name\":\"ev-user-sign-out\"}\n"});
+}
+
+TEST_F(PageEventsTest, TheHostsScriptedChannelTakesEventsAsScriptsInsteadOfThePane) {
+    platform.offerChannel = true;
+    app.OnMainFrameCreated(reinterpret_cast<HostFrame>(host.mainWindow));
+    AddPane();
+    DocBeforeOpenEvent(app).Send();
+    EXPECT_EQ(log, std::vector<std::string>{"channel script  window.__dispatchEvent({\"data\":null,"
+                                            "\"name\":\"ev-doc-before-open\"}\n);"});
+}
+
+TEST(DispatchEventScriptTest, ArgumentsGoInFromTheLastToTheFirstWithNothingBetween) {
+    EXPECT_EQ(DispatchEventScript({L"{\"a\":1}\n"}), L" window.__dispatchEvent({\"a\":1}\n);");
+    EXPECT_EQ(DispatchEventScript({L"1", L"2", L"3"}), L" window.__dispatchEvent(321);");
+    EXPECT_EQ(DispatchEventScript({}), L" window.__dispatchEvent();");
+}
+
+}  // namespace

@@ -1,0 +1,154 @@
+// The task pane record's callbacks, and the host's document and application hooks: which event
+// each sends, in which order, and how they keep the pane in step.
+#include "app/extension_tables.h"
+#include "app/task_pane_host.h"
+#include "document/document_registry.h"
+#include "shell_fixture.h"
+#include "util/utf.h"
+
+namespace {
+
+class PaneAndHooksTest : public ShellFixture {
+  protected:
+    HostPaneRecord& Record() { return *host.paneRecords.at(0).second; }
+    void* Client() { return Record().word(kPaneClientData); }
+
+    template <typename Fn>
+    Fn Word(std::size_t word) {
+        return reinterpret_cast<Fn>(Record().word(word));
+    }
+    template <typename Hook>
+    Hook DocHook(std::size_t word) {
+        return reinterpret_cast<Hook>(host.docEventRecords.at(0)->word(word));
+    }
+    void* DocClient() { return host.docEventRecords.at(0)->word(kDocEventClientData); }
+
+    // The pane open with its dialog, so that events reach the page.
+    void OpenPane() {
+        app.taskPaneShown = 1;
+        host.HostAppShowPane("BrevanTaskPane", 1);
+        TakeEvents();
+    }
+
+    std::vector<std::string> Names(const std::vector<Json::Value>& events) {
+        std::vector<std::string> names;
+        for (const Json::Value& event : events)
+            names.push_back(event["name"].asString());
+        return names;
+    }
+};
+
+TEST_F(PaneAndHooksTest, ThePaneWindowIsMadeOnceAndOnlyWhileTheUserWantsThePane) {
+    const auto create = Word<HostPaneCreateFn>(kPaneCreateWindow);
+    EXPECT_EQ(Word<HostPaneNameFn>(kPaneGetName)(Client()), std::string("BrevanTaskPane"));
+    EXPECT_EQ(create(Client(), host.paneParent), nullptr);
+    EXPECT_TRUE(platform.pageDialogParents.empty());
+
+    app.taskPaneShown = 1;
+    EXPECT_EQ(create(Client(), nullptr), nullptr);
+    const HostWindow window = create(Client(), host.paneParent);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(platform.pageDialogLog, (std::vector<std::string>{"pane Reload 0", "pane Show"}));
+    EXPECT_EQ(create(Client(), host.paneParent), window);
+    EXPECT_EQ(platform.pageDialogParents.size(), 1u);
+    EXPECT_EQ(app.ActivePaneDialog(), app.panes.at(host.mainWindow)->dialog());
+
+    Word<HostPaneDestroyFn>(kPaneDestroyWindow)(Client());
+    EXPECT_EQ(app.ActivePaneDialog(), nullptr);
+    EXPECT_EQ(app.panes.at(host.mainWindow)->dialog(), nullptr);
+}
+
+TEST_F(PaneAndHooksTest, TitleAndCaptionShowOnceThePaneIsOpenOnAHostWithItsBrowserTable) {
+    const auto title = Word<HostPaneTextFn>(kPaneGetTitle);
+    const auto caption = Word<HostPaneTextFn>(kPaneGetCaption);
+    const HostExtTable saved = g_browserExtTable;
+    g_browserExtTable = reinterpret_cast<HostExtTable>(0x77);
+    EXPECT_EQ(title(Client()), nullptr);
+    EXPECT_EQ(caption(Client()), nullptr);
+    app.taskPaneShown = 1;
+    ASSERT_NE(title(Client()), nullptr);
+    EXPECT_EQ(host.HostWideStringData(title(Client())), std::wstring(L"Sable Mark"));
+    EXPECT_EQ(caption(Client()), title(Client()));
+    g_browserExtTable = nullptr;
+    EXPECT_EQ(title(Client()), nullptr);
+    g_browserExtTable = saved;
+}
+
+TEST_F(PaneAndHooksTest, ClosingThePaneForgetsItUnlessThePluginHidesItItself) {
+    const auto closed = Word<HostPaneClosedFn>(kPaneClosed);
+    app.taskPaneShown = 1;
+    app.hidingPane = 1;
+    EXPECT_EQ(closed(Client()), 1);
+    EXPECT_EQ(app.taskPaneShown, 1);
+    app.hidingPane = 0;
+    EXPECT_EQ(closed(Client()), 1);
+    EXPECT_EQ(app.taskPaneShown, 0);
+}
+
+TEST_F(PaneAndHooksTest, OpeningActivatingSavingAndClosingTellThePageInOrder) {
+    OpenPane();
+    DocHook<HostDocHookNoDoc>(kDocEventWillOpen)(DocClient());
+    HostDoc doc = host.Open(FileDoc(L"/d/a.pdf"));
+    std::wstring id;
+    ASSERT_TRUE(app.documents->findIdByDoc(doc, id));
+    auto events = TakeEvents();
+    ASSERT_EQ(Names(events), (std::vector<std::string>{"ev-doc-before-open", "ev-doc-open-success",
+                                                       "ev-doc-activate"}));
+    EXPECT_TRUE(events[0].isMember("data"));
+    EXPECT_TRUE(events[0]["data"].isNull());
+    EXPECT_EQ(events[1]["data"]["id"].asString(), ToUtf8(id));
+    EXPECT_EQ(events[2]["data"]["id"].asString(), ToUtf8(id));
+
+    DocHook<HostDocHook>(kDocEventModified)(DocClient(), doc);
+    app.batchMode = true;
+    DocHook<HostDocHook>(kDocEventModified)(DocClient(), doc);
+    app.batchMode = false;
+    DocHook<HostDocSaveHook>(kDocEventDidSave)(DocClient(), doc, 1);
+    FakeFormField field{L"form.name", L"Jane"};
+    DocHook<HostDocFieldHook>(kDocEventFieldChanged)(DocClient(), doc,
+                                                     reinterpret_cast<NdxFormField>(&field));
+    events = TakeEvents();
+    ASSERT_EQ(Names(events), (std::vector<std::string>{"ev-doc-modified", "ev-doc-saved",
+                                                       "ev-doc-form-field-changed"}));
+    EXPECT_EQ(events[2]["data"]["id"].asString(), ToUtf8(id));
+    EXPECT_EQ(events[2]["data"]["fieldName"].asString(), "form.name");
+    EXPECT_EQ(events[2]["data"]["value"].asString(), "Jane");
+
+    // The closed event still carries the id; the registry forgets it afterwards.
+    host.Close(doc);
+    events = TakeEvents();
+    ASSERT_EQ(Names(events), std::vector<std::string>{"ev-doc-closed"});
+    EXPECT_EQ(events[0]["data"]["id"].asString(), ToUtf8(id));
+    EXPECT_FALSE(app.documents->findIdByDoc(doc, id));
+    EXPECT_EQ(app.taskPaneShown, 0);
+}
+
+TEST_F(PaneAndHooksTest, AStartPageHidesThePaneAndTheNextPdfTabLeavesItHidden) {
+    HostDoc doc = host.Open(FileDoc(L"/d/a.pdf"));
+    OpenPane();
+    host.paneCalls.clear();
+    DocHook<HostDocHookNoDoc>(kDocEventOtherTab)(DocClient());
+    auto events = TakeEvents();
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0]["name"].asString(), "ev-doc-activate");
+    EXPECT_EQ(events[0]["data"]["id"].asString(), "0");
+    EXPECT_EQ(host.paneCalls, (std::vector<std::pair<std::string, int>>{{"BrevanTaskPane", 0}}));
+    EXPECT_EQ(app.taskPaneShown, 0);
+    EXPECT_EQ(app.hidingPane, 0);
+
+    DocHook<HostDocHook>(kDocEventActivate)(DocClient(), doc);
+    EXPECT_EQ(host.paneCalls.back(), std::make_pair(std::string("BrevanTaskPane"), 0));
+}
+
+TEST_F(PaneAndHooksTest, AChangedAppearanceReloadsTheActivePanesPageWithANewAddress) {
+    const auto& record = *host.appEventRecords.at(0);
+    const auto changed = reinterpret_cast<HostAppHook>(record.word(kAppEventPageAppearanceChanged));
+    ASSERT_NE(changed, nullptr);
+    changed(record.word(kAppEventClientData));  // no dialog yet: nothing to reload
+    EXPECT_TRUE(platform.pageDialogLog.empty());
+    OpenPane();
+    changed(record.word(kAppEventClientData));
+    EXPECT_EQ(platform.pageDialogLog, std::vector<std::string>{"pane Reload 1"});
+}
+
+}  // namespace

@@ -1,0 +1,286 @@
+// The ribbon items the plug-in adds, their enable rules, the sign-in gate in front of every
+// entry, what the entries then do, and the one-time greeting.
+#include "app/sign_in_gate.h"
+#include "shell_fixture.h"
+
+namespace {
+
+using RibbonTest = ShellFixture;
+
+FakeRibbonNode* Entry(ShellFakeHost& host, HostFrame frame, const std::wstring& name) {
+    return host.Find(frame,
+                     {L"Ribbon_Category_Protect", L"Protect_Panel_Redaction", L"Sablemark", name});
+}
+
+TEST_F(RibbonTest, TheDropDownAndItsEntriesAreBuiltOnceAndEachWindowGetsAPane) {
+    const FakeRibbonNode* category = host.Find(frame, {L"Ribbon_Category_Protect"});
+    ASSERT_NE(category, nullptr);
+    EXPECT_EQ(category->title, L"Protect");
+    EXPECT_EQ(host.Find(frame, {L"Ribbon_Category_Protect", L"Protect_Panel_Redaction"})->title,
+              L"Redaction");
+    const FakeRibbonNode* button =
+        host.Find(frame, {L"Ribbon_Category_Protect", L"Protect_Panel_Redaction", L"Sablemark"});
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->type, 8);
+    EXPECT_EQ(button->title, L"Sable Mark");
+    EXPECT_EQ(button->tooltip, L"Let \"Tarvo Sable Mark\" redact your documents automatically.");
+    EXPECT_EQ(button->largeImage, L"Ribbon_Protect_Sable_Mark_32");
+    EXPECT_EQ(button->smallImage, L"Ribbon_Protect_Sable_Mark_16");
+    EXPECT_EQ(button->keyTip, L"B4");
+
+    struct Expected {
+        const wchar_t* name;
+        const wchar_t* title;
+        const wchar_t* tooltip;
+        const wchar_t* largeImage;
+        const wchar_t* keyTip;
+        bool hasEnable;
+    };
+    const Expected expected[] = {
+        {L"AutoRedaction", L"Auto Redaction", L"Find && Remove confidential content automatically",
+         L"Ribbon_Protect_Auto Redaction_32", L"A", true},
+        {L"BatchRedact", L"Batch Redaction",
+         L"Find && Remove confidential content in multiple documents in a batch",
+         L"Ribbon_Protect_Batch Redaction_32", L"B", true},
+        {L"Profile", L"Profile", L"View usage and pricing plan", L"Ribbon_Protect_Profile_32", L"C",
+         false},
+    };
+    ASSERT_EQ(button->children.size(), 3u);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const FakeRibbonNode& entry = *button->children[i];
+        SCOPED_TRACE(testing::Message() << "entry " << i);
+        EXPECT_EQ(entry.name, expected[i].name);
+        EXPECT_EQ(entry.position, static_cast<int>(i));
+        EXPECT_EQ(entry.title, expected[i].title);
+        EXPECT_EQ(entry.tooltip, expected[i].tooltip);
+        EXPECT_EQ(entry.largeImage, expected[i].largeImage);
+        EXPECT_EQ(entry.keyTip, expected[i].keyTip);
+        EXPECT_NE(entry.execute, nullptr);
+        EXPECT_EQ(entry.enable != nullptr, expected[i].hasEnable);
+    }
+    EXPECT_EQ(host.categoriesAdded, 1);
+    EXPECT_EQ(host.elementsAdded, 1);
+    ASSERT_EQ(host.paneRecords.size(), 1u);
+    EXPECT_EQ(host.paneRecords[0].second->size, sizeof(HostPaneRecord));
+
+    // A second window of the same ribbon: no second drop-down, but a pane host of its own.
+    host.ribbons[reinterpret_cast<HostFrame>(0x600)] = std::move(host.ribbons[frame]);
+    host.mainWindow = reinterpret_cast<HostWindow>(0x1001);
+    app.OnMainFrameCreated(reinterpret_cast<HostFrame>(0x600));
+    EXPECT_EQ(host.categoriesAdded, 1);
+    EXPECT_EQ(host.elementsAdded, 1);
+    EXPECT_EQ(app.panes.size(), 2u);
+    EXPECT_EQ(host.paneRecords.size(), 2u);
+
+    app.OnMainFrameClosing(reinterpret_cast<HostFrame>(0x600));
+    EXPECT_EQ(app.panes.size(), 1u);
+    EXPECT_TRUE(app.panes.contains(reinterpret_cast<HostWindow>(0x1000)));
+}
+
+TEST_F(RibbonTest, TheHostsCategoryAndPanelAreReusedAndNoBarMeansNoItems) {
+    const HostFrame second = reinterpret_cast<HostFrame>(0x600);
+    host.Make(second, {L"Ribbon_Category_Protect", L"Protect_Panel_Redaction", L"HostTool"});
+    host.categoriesAdded = 0;
+    host.panelsAdded = 0;
+    host.mainWindow = reinterpret_cast<HostWindow>(0x1001);
+    app.OnMainFrameCreated(second);
+    EXPECT_EQ(host.categoriesAdded, 0);
+    EXPECT_EQ(host.panelsAdded, 0);
+    const FakeRibbonNode* panel =
+        host.Find(second, {L"Ribbon_Category_Protect", L"Protect_Panel_Redaction"});
+    ASSERT_EQ(panel->children.size(), 2u);
+    EXPECT_EQ(panel->children[1]->name, L"Sablemark");
+
+    host.noRibbon = true;
+    host.mainWindow = reinterpret_cast<HostWindow>(0x1002);
+    app.OnMainFrameCreated(reinterpret_cast<HostFrame>(0x700));
+    EXPECT_EQ(host.ribbons.count(reinterpret_cast<HostFrame>(0x700)), 0u);
+    EXPECT_EQ(app.panes.size(), 3u);
+}
+
+TEST_F(RibbonTest, AutoRedactionNeedsADocumentAndBatchRedactionNeedsNone) {
+    FakeRibbonNode* autoRedaction = Entry(host, frame, L"AutoRedaction");
+    FakeRibbonNode* batch = Entry(host, frame, L"BatchRedact");
+    EXPECT_EQ(autoRedaction->enable(autoRedaction), 0);
+    EXPECT_EQ(batch->enable(batch), 1);
+    host.Open(FileDoc(L"/d/a.pdf"));
+    EXPECT_EQ(autoRedaction->enable(autoRedaction), 1);
+    EXPECT_EQ(batch->enable(batch), 0);
+}
+
+TEST_F(RibbonTest, ASignedOutUserMeetsTheWelcomeAtEveryPressAndNotNowStops) {
+    host.Open(FileDoc(L"/d/a.pdf"));
+    platform.welcomeAnswers = {SignInGate::kCancel, SignInGate::kCancel};
+    EXPECT_TRUE(Press(L"AutoRedaction"));
+    EXPECT_EQ(platform.welcomeDialogs.size(), 1u);
+    EXPECT_EQ(platform.welcomeDialogs[0].first, host.mainWindow);
+    EXPECT_FALSE(Pref(L"welcome").empty());
+    SetWelcomeStamp(L"stale");
+    EXPECT_TRUE(Press(L"Profile"));
+    EXPECT_EQ(platform.welcomeDialogs.size(), 2u);
+    EXPECT_NE(Pref(L"welcome"), L"stale");
+    EXPECT_EQ(app.taskPaneShown, 0);
+    EXPECT_FALSE(app.accountPage);
+    EXPECT_TRUE(host.signInTexts.empty());
+    EXPECT_TRUE(platform.pageDialogParents.empty());
+}
+
+TEST_F(RibbonTest, ASignedInUserMeetsTheWelcomeOnceAndThenGoesStraightOn) {
+    host.Open(FileDoc(L"/d/a.pdf"));
+    host.signedIn = true;
+    platform.welcomeAnswers = {SignInGate::kSignIn};
+    EXPECT_TRUE(Press(L"AutoRedaction"));
+    ASSERT_EQ(platform.welcomeDialogs.size(), 1u);
+    EXPECT_EQ(host.signInTexts, std::vector<std::wstring>{L""});
+    EXPECT_EQ(app.taskPaneShown, 1);
+    EXPECT_TRUE(Press(L"AutoRedaction"));
+    EXPECT_EQ(platform.welcomeDialogs.size(), 1u);
+    EXPECT_EQ(host.signInTexts.size(), 1u);
+}
+
+TEST_F(RibbonTest, TheWelcomeAnswersDecideTheSignIn) {
+    struct Case {
+        const char* what;
+        int answer;
+        bool signInShows;
+        bool signInSignsIn;
+        int hasWindow;
+        bool opens;
+        std::size_t signIns;
+    };
+    const Case cases[] = {
+        {"sign in", SignInGate::kSignIn, true, true, 0, true, 1},
+        {"sign in refused", SignInGate::kSignIn, true, false, 0, false, 1},
+        {"sign in window not shown", SignInGate::kSignIn, false, false, 0, false, 1},
+        // Sign-up in the host's window, then the sign-in that a signed-out user still needs.
+        {"sign up", SignInGate::kSignUp, true, true, 1, true, 1},
+        {"sign up refused", SignInGate::kSignUp, true, true, 0, false, 0},
+        {"not now", SignInGate::kCancel, true, true, 0, false, 0},
+    };
+    host.Open(FileDoc(L"/d/a.pdf"));
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        host.signedIn = false;
+        host.signInShows = c.signInShows;
+        host.signInSignsIn = c.signInSignsIn;
+        host.hasWindow = c.hasWindow;
+        host.signInTexts.clear();
+        host.hasWindowCalls.clear();
+        app.taskPaneShown = 0;
+        platform.welcomeAnswers = {c.answer};
+        Press(L"AutoRedaction");
+        EXPECT_EQ(app.taskPaneShown, c.opens ? 1 : 0);
+        EXPECT_EQ(host.signInTexts.size(), c.signIns);
+        if (c.answer == SignInGate::kSignUp) {
+            EXPECT_EQ(host.hasWindowCalls, std::vector<HostWindow>{host.mainWindow});
+        }
+    }
+}
+
+TEST_F(RibbonTest, WithoutTheSignInTableTheCommandsStopAtSignIn) {
+    ShellFakeHost bare;
+    bare.loginTable = false;
+    FakePlatform platform2;
+    Brevan app2;
+    app2.Attach(bare, platform2);
+    app2.ImportTables();
+    ASSERT_EQ(app2.Init(), 1);
+    app2.OnMainFrameCreated(frame);
+    bare.Open(FileDoc(L"/d/a.pdf"));
+    bare.paneCalls.clear();
+    platform2.welcomeAnswers = {SignInGate::kSignIn};
+    FakeRibbonNode* entry = Entry(bare, frame, L"AutoRedaction");
+    ASSERT_NE(entry, nullptr);
+    entry->execute(entry);
+    EXPECT_EQ(platform2.welcomeDialogs.size(), 1u);
+    EXPECT_EQ(app2.taskPaneShown, 0);
+    EXPECT_TRUE(bare.paneCalls.empty());
+    app2.Unload();
+}
+
+TEST_F(RibbonTest, AutoRedactionOpensThePaneOnHomeAndProfileOnTheAccountPage) {
+    host.Open(FileDoc(L"/d/a.pdf"));
+    host.signedIn = true;
+    SetWelcomeStamp(L"2026-01-01 10:00:00");
+    host.paneCalls.clear();
+    app.accountPage = true;
+    EXPECT_TRUE(Press(L"AutoRedaction"));
+    EXPECT_EQ(host.paneCalls, (std::vector<std::pair<std::string, int>>{{"BrevanTaskPane", 1}}));
+    EXPECT_EQ(app.taskPaneShown, 1);
+    EXPECT_FALSE(app.accountPage);
+    // The pane's dialog was made by the showing, over the host's parent, and loaded once.
+    EXPECT_EQ(platform.pageDialogParents, std::vector<HostWindow>{host.paneParent});
+    auto events = TakeEvents();
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0]["name"].asString(), "ev-user-change-page");
+    EXPECT_EQ(events[0]["data"]["page"].asString(), "home");
+
+    // Pressed again with the pane open: the page hears it again.
+    EXPECT_TRUE(Press(L"AutoRedaction"));
+    events = TakeEvents();
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0]["data"]["page"].asString(), "home");
+
+    EXPECT_TRUE(Press(L"Profile"));
+    EXPECT_TRUE(app.accountPage);
+    events = TakeEvents();
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0]["data"]["page"].asString(), "my-plan");
+    EXPECT_EQ(platform.pageDialogParents.size(), 1u);
+}
+
+TEST_F(RibbonTest, TheInfoStepIsDueOnlyWithoutAWelcomeAndAfterItsDays) {
+    host.signedIn = true;
+    std::time_t now = 0;
+    SignInGate gate(app, [&now] { return now; });
+    std::tm day{};
+    day.tm_year = 126;
+    day.tm_mon = 2;
+    day.tm_mday = 10;
+    day.tm_hour = 12;
+    day.tm_isdst = -1;
+    now = std::mktime(&day);
+
+    EXPECT_EQ(gate.ShowWelcome(false, 3), 2);  // no stamp yet: shown, the fake cancels
+    EXPECT_EQ(platform.infoDialogs.size(), 1u);
+    EXPECT_EQ(Pref(L"lastTime"), L"2026-03-10 12:00:00");
+
+    now += 2 * 86400;
+    platform.infoAnswers = {3};
+    EXPECT_EQ(gate.ShowWelcome(false, 3), SignInGate::kNothingShown);
+    now += 86400;
+    EXPECT_EQ(gate.ShowWelcome(false, 3), 3);
+    EXPECT_EQ(platform.infoDialogs.size(), 2u);
+    EXPECT_EQ(Pref(L"lastTime"), L"2026-03-13 12:00:00");
+    // Without a day count an existing stamp is enough to stay quiet.
+    now += 30 * 86400;
+    EXPECT_EQ(gate.ShowWelcome(false, -1), SignInGate::kNothingShown);
+
+    SetWelcomeStamp(L"2026-01-01 10:00:00");
+    host.stringPrefs.erase({kSection, L"lastTime"});
+    EXPECT_EQ(gate.ShowWelcome(false, 3), SignInGate::kNothingShown);
+    EXPECT_EQ(platform.infoDialogs.size(), 2u);
+    EXPECT_TRUE(platform.welcomeDialogs.empty());
+}
+
+TEST_F(RibbonTest, TheGreetingShowsOnceWhenTheSurfaceIsReady) {
+    ASSERT_EQ(host.bubbleRecords.size(), 1u);
+    EXPECT_EQ(reinterpret_cast<uintptr_t>(host.bubbleRecords[0].second->word(1)), 24u);
+    host.NotifyBubbles(0);
+    EXPECT_TRUE(host.bubbles.empty());
+    app.pluginId = 7;
+    host.NotifyBubbles(1);
+    ASSERT_EQ(host.bubbles.size(), 1u);
+    EXPECT_NE(host.bubbles[0].text.find(L"<b>\"Auto Redaction\"</b>"), std::wstring::npos);
+    EXPECT_EQ(host.bubbles[0].pluginId, 7u);
+    EXPECT_EQ(host.bubbles[0].milliseconds, 10000);
+    EXPECT_EQ(host.bubbles[0].style, 2);
+    EXPECT_EQ((host.intPrefs[{kSection, L"Greeting"}]), 1);
+    host.NotifyBubbles(1);
+    EXPECT_EQ(host.bubbles.size(), 1u);
+
+    app.Unload();
+    EXPECT_TRUE(host.bubbleRecords.empty());
+}
+
+}  // namespace
