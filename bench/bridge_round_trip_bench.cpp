@@ -5,6 +5,7 @@
 #include "app/brevan.h"
 #include "bridge/json_text.h"
 #include "bridge/web_message_channel.h"
+#include "fake_platform.h"  // tests/support
 #include "host_api_defaults.h"
 
 namespace {
@@ -21,12 +22,6 @@ class OneDocumentHost : public HostApiDefaults {
     int HostDocIsModified(HostDoc) override { return 0; }
 };
 
-class NoPage : public PlatformServices {
-  public:
-    std::wstring ModulePath() override { return {}; }
-    std::unique_ptr<PageConnection> ConnectHostPageChannel() override { return nullptr; }
-};
-
 class LastReply : public PageEndpoint {
   public:
     void PostWebMessageAsString(const std::wstring& text) override { reply = text; }
@@ -36,7 +31,7 @@ class LastReply : public PageEndpoint {
 
 void RoundTrip(benchmark::State& state, const char* envelope) {
     OneDocumentHost host;
-    NoPage platform;
+    FakePlatform platform;
     Brevan app;
     app.Attach(host, platform);
     LastReply endpoint;
