@@ -6,7 +6,7 @@ namespace pdfhost {
 
 const char* const kUsage =
     "usage: pdfhost [--headless] [--script] [--profile DIR] [--plugins DIR] [--lang TAG]\n"
-    "               [--signed-in | --signed-out] [FILE.pdf ...]\n";
+    "               [--signed-in | --signed-out] [--browser-pane] [FILE.pdf ...]\n";
 
 CommandLine ParseCommandLine(const std::vector<std::string>& args,
                              const std::filesystem::path& executableFolder) {
@@ -35,6 +35,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args,
             line.options.signedIn = true;
         } else if (arg == "--signed-out") {
             line.options.signedIn = false;
+        } else if (arg == "--browser-pane") {
+            line.browserPane = true;
         } else if (arg.starts_with("--")) {
             throw std::invalid_argument("unknown option " + arg);
         } else {

@@ -19,10 +19,10 @@ std::filesystem::path ExecutableFolder() {
     return error ? std::filesystem::current_path() : self.parent_path();
 }
 
-int RunScripted(pdfhost::HostApp& app, const std::vector<std::string>& files) {
-    pdfhost::ScriptSession session(app, std::cout);
+int RunScripted(pdfhost::HostApp& app, const pdfhost::CommandLine& line) {
+    pdfhost::ScriptSession session(app, std::cout, !line.browserPane);
     app.LoadPlugins();
-    for (const auto& file : files)
+    for (const auto& file : line.files)
         session.OpenFile(file);
     session.Run(std::cin);
     return 0;
@@ -73,7 +73,7 @@ int main(int argc, char** argv) {
     try {
         pdfhost::HostApp app(line.options);
         if (line.script)
-            return RunScripted(app, line.files);
+            return RunScripted(app, line);
         if (line.options.headless)
             return RunHeadless(app, line.files);
         return RunDesktop(app, line.files);

@@ -1,37 +1,138 @@
 #!/usr/bin/env python3
-"""Runs pdfhost headless in its scripted mode with the plug-in loaded, opens each PDF given, and
-prints what the bridge answers the page for the document queries."""
+"""Auto Redaction, headless: pdfhost runs in its scripted mode with the plug-in's task pane showing
+the reference page in the embedded browser. For each PDF the user's part is played through the
+script: the file is opened, Auto Redaction is pressed, the editor's prompt before applying is
+answered OK and the save dialog is given "<name>_redacted.pdf" in the output folder. The page
+finds, marks, applies and saves on its own and writes one summary line on its console, which
+pdfhost prints on its standard error; this driver prints it per document."""
 import argparse
+import http.server
 import json
+import pathlib
+import queue
 import subprocess
 import sys
+import tempfile
+import threading
+import time
+
+SUMMARY_TAG = "page: SABLEMARK-SUMMARY "
+ERROR_TAG = "page: SABLEMARK-ERROR "
+SERVICE_DOCUMENT = "txdfApi.json"
 
 
-class ScriptedHost:
-    def __init__(self, pdfhost, plugins):
+class AccountServer:
+    """The account server on 127.0.0.1: it publishes the service document the plug-in asks for
+    before it shows its page. The page's address comes from the developers' custom_url, so the
+    template here only has to be accepted."""
+
+    def __init__(self):
+        document = json.dumps({
+            "url": {"qvd_brevan_plugin_domain": "http://127.0.0.1/page?platform=%s"},
+            "size": 1,
+            "dsvConfig": {},
+        }).encode()
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                found = self.path.rsplit("/", 1)[-1] == SERVICE_DOCUMENT
+                self.send_response(200 if found else 404)
+                self.send_header("Content-Type", "application/json")
+                self.send_header("Content-Length", str(len(document) if found else 0))
+                self.end_headers()
+                if found:
+                    self.wfile.write(document)
+
+            def log_message(self, *args):
+                pass
+
+        self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        self.thread = threading.Thread(target=self.server.serve_forever, daemon=True)
+        self.thread.start()
+
+    @property
+    def address(self):
+        return "http://127.0.0.1:%d" % self.server.server_address[1]
+
+    def close(self):
+        self.server.shutdown()
+        self.server.server_close()
+
+
+def write_profile(profile, page_url):
+    """The developers' file of the plug-in in the host's user data: the page is the local
+    reference page in automatic mode, and the network counts as reachable (the account server is
+    local)."""
+    folder = profile / "userdata" / "sblm.io"
+    folder.mkdir(parents=True, exist_ok=True)
+    config = {"custom_url": page_url, "internet_connection": True}
+    (folder / "brevan.config").write_text(json.dumps(config, indent=2) + "\n", encoding="utf-8")
+
+
+def page_address(web_folder, terms):
+    address = (web_folder / "index.html").resolve().as_uri() + "?auto=1"
+    if terms:
+        from urllib.parse import quote
+        address += "&terms=" + quote(terms)
+    return address
+
+
+class BrowserPaneHost:
+    """pdfhost in scripted mode with the page in the browser. Its standard output (JSON lines)
+    and standard error (where the page's console lines arrive) are read on threads of their own
+    into one queue."""
+
+    def __init__(self, pdfhost, plugins, profile, verbose):
         self.proc = subprocess.Popen(
-            [pdfhost, "--headless", "--script", "--plugins", plugins],
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8")
+            [pdfhost, "--headless", "--script", "--browser-pane", "--signed-in",
+             "--profile", str(profile), "--plugins", str(plugins)],
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+            text=True, encoding="utf-8", errors="replace")
+        self.lines = queue.Queue()
+        self.verbose = verbose
+        for stream, name in ((self.proc.stdout, "out"), (self.proc.stderr, "err")):
+            threading.Thread(target=self._pump, args=(stream, name), daemon=True).start()
+
+    def _pump(self, stream, name):
+        for text in stream:
+            self.lines.put((name, text.rstrip("\n")))
+        self.lines.put((name, None))
 
     def send(self, line):
         self.proc.stdin.write(json.dumps(line) + "\n")
         self.proc.stdin.flush()
 
-    def read_until(self, key):
-        """Reads output lines until one carries `key`; returns that line's object."""
-        while True:
-            text = self.proc.stdout.readline()
-            if not text:
-                raise RuntimeError("pdfhost ended early (exit %s)" % self.proc.wait())
-            line = json.loads(text)
-            if "error" in line:
-                raise RuntimeError("pdfhost: " + line["error"])
-            if key in line:
-                return line
+    def next_line(self, timeout):
+        try:
+            return self.lines.get(timeout=timeout)
+        except queue.Empty:
+            return None, None
 
-    def call(self, command, params=None, uuid="main"):
-        self.send({"post": json.dumps(["base", command, params or {}, uuid])})
-        return self.read_until("reply")["reply"]
+    def run_until_page_reports(self, deadline):
+        """Lets the host's event loop run until the page writes its summary or error line.
+        Returns ("summary" | "error", object); raises on a time-out or when pdfhost ends."""
+        self.send({"host": "wait", "ms": 200})
+        while time.monotonic() < deadline:
+            name, text = self.next_line(timeout=0.5)
+            if name is None:
+                self.send({"host": "wait", "ms": 200})
+                continue
+            if text is None:
+                raise RuntimeError("pdfhost ended early (exit %s)" % self.proc.wait())
+            if self.verbose:
+                print("  [%s] %s" % (name, text), file=sys.stderr)
+            if name == "err" and text.startswith(SUMMARY_TAG):
+                return "summary", json.loads(text[len(SUMMARY_TAG):])
+            if name == "err" and text.startswith(ERROR_TAG):
+                return "error", json.loads(text[len(ERROR_TAG):])
+            if name == "out":
+                line = json.loads(text)
+                if "error" in line or "unanswered" in line:
+                    raise RuntimeError("pdfhost: " + text)
+                if "opened" in line or "dialog" in line:
+                    # The host is idle after a line it answered: keep its event loop going.
+                    self.send({"host": "wait", "ms": 200})
+        raise RuntimeError("the page reported nothing in time")
 
     def quit(self):
         self.send({"host": "quit"})
@@ -39,26 +140,59 @@ class ScriptedHost:
         return self.proc.wait(timeout=60)
 
 
+def print_summary(summary):
+    findings = summary.get("findings") or {}
+    kinds = ", ".join("%s %d" % (kind, count) for kind, count in sorted(findings.items()))
+    print("%s" % summary.get("file"))
+    print("  pages:    %s" % summary.get("pages"))
+    print("  findings: %s (%s)" % (summary.get("total"), kinds or "none"))
+    print("  output:   %s" % summary.get("output"))
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--pdfhost", required=True)
     parser.add_argument("--plugins", required=True)
+    parser.add_argument("--web", required=True, help="the reference page's folder")
+    parser.add_argument("--out", required=True, help="folder of the redacted copies")
+    parser.add_argument("--terms", default="", help="the user's own terms, comma-separated")
+    parser.add_argument("--timeout", type=float, default=180, help="seconds per document")
+    parser.add_argument("--verbose", action="store_true", help="echo pdfhost's lines")
     parser.add_argument("files", nargs="+")
     args = parser.parse_args()
 
-    host = ScriptedHost(args.pdfhost, args.plugins)
-    for path in args.files:
-        host.send({"host": "open", "path": path})
-        opened = host.read_until("opened")
-        print("Document %d: %s" % (opened["opened"], opened["path"]))
-        current = host.call("getCurrentDoc")
-        print("  getCurrentDoc        ", current, end="")
-        file_id = json.loads(current)["data"][0]["id"]
-        for command, params in (("getFilePageCount", None), ("checkFilePermission", None),
-                                ("getDocMetadata", {"file": {"id": file_id}}),
-                                ("getFileImagesType", None)):
-            print("  %-21s" % command, host.call(command, params), end="")
-    return host.quit()
+    out = pathlib.Path(args.out).resolve()
+    out.mkdir(parents=True, exist_ok=True)
+    server = AccountServer()
+    failures = 0
+    with tempfile.TemporaryDirectory(prefix="sablemark-profile-") as profile_dir:
+        profile = pathlib.Path(profile_dir)
+        write_profile(profile, page_address(pathlib.Path(args.web), args.terms))
+        host = BrowserPaneHost(args.pdfhost, args.plugins, profile, args.verbose)
+        try:
+            host.send({"host": "signIn", "server": server.address})
+            for index, file in enumerate(args.files):
+                source = pathlib.Path(file).resolve()
+                target = out / (source.stem + "_redacted.pdf")
+                target.unlink(missing_ok=True)
+                host.send({"host": "answer", "dialog": "messageBox", "value": 1})
+                host.send({"host": "answer", "dialog": "fileSave", "value": str(target)})
+                host.send({"host": "open", "path": str(source)})
+                if index == 0:
+                    # A first use greets the user, who chooses to sign in, and signs in.
+                    host.send({"host": "answer", "dialog": "welcome", "value": 0})
+                    host.send({"host": "answer", "dialog": "signIn", "value": True})
+                    host.send({"host": "ribbon", "item": "AutoRedaction"})
+                kind, report = host.run_until_page_reports(time.monotonic() + args.timeout)
+                if kind == "summary":
+                    print_summary(report)
+                else:
+                    failures += 1
+                    print("%s\n  failed: %s" % (source, json.dumps(report)))
+        finally:
+            status = host.quit()
+            server.close()
+    return 1 if failures or status != 0 else 0
 
 
 if __name__ == "__main__":

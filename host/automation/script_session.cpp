@@ -57,9 +57,10 @@ bool IsBlank(const std::string& line) {
 
 }  // namespace
 
-ScriptSession::ScriptSession(HostApp& app, std::ostream& out)
+ScriptSession::ScriptSession(HostApp& app, std::ostream& out, bool pageChannel)
     : app_(app), out_(out), channel_(out_) {
-    channel_.Publish();
+    if (pageChannel)
+        channel_.Publish();
     app_.SetScriptWriter(&out_);
 }
 

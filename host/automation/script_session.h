@@ -20,9 +20,10 @@ class ScriptSession {
   public:
     enum class Outcome { kContinue, kQuit };
 
-    // Publishes the page channel and takes the host's dialog output. Make the session before
+    // Publishes the page channel (unless `pageChannel` is false: then plug-ins show their pages
+    // in their own browsers) and takes the host's dialog output. Make the session before
     // HostApp::LoadPlugins, so that plug-ins find the channel while they initialise.
-    ScriptSession(HostApp& app, std::ostream& out);
+    ScriptSession(HostApp& app, std::ostream& out, bool pageChannel = true);
     ~ScriptSession();
     ScriptSession(const ScriptSession&) = delete;
     ScriptSession& operator=(const ScriptSession&) = delete;

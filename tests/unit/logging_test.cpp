@@ -147,6 +147,31 @@ TEST_F(AsyncLoggerTest, KeepsOnlyTheNewestEntriesBeforeStart) {
     EXPECT_EQ(lines.back(), "2026-03-15 10:20:30 [INFO] " + std::to_string(total - 1));
 }
 
+TEST_F(AsyncLoggerTest, LongLinesBeforeStartAreCappedByBytesAndDiscardDropsEverything) {
+    // Three lines of 600 KiB and a short one: two long lines pass the 1 MiB cap, so the older go.
+    const std::string long_text(600 * 1024, 'x');
+    for (int i = 0; i < 3; ++i)
+        logger_.Log(kLogInfo, "% %", i, long_text);
+    logger_.Log(kLogInfo, "short");
+    Start();
+    logger_.Stop();
+    std::vector<std::string> lines = ReadLines(DayFile("15.txt"));
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].substr(0, 29), "2026-03-15 10:20:30 [INFO] 2 ");
+    EXPECT_EQ(lines[1], "2026-03-15 10:20:30 [INFO] short");
+
+    logger_.Log(kLogInfo, "queued then dropped");
+    logger_.Discard();
+    EXPECT_FALSE(logger_.Enabled(kLogError));
+    logger_.Log(kLogError, "never queued");
+    Start();
+    logger_.Log(kLogInfo, "after start");
+    logger_.Stop();
+    lines = ReadLines(DayFile("15.txt"));
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[2], "2026-03-15 10:20:30 [INFO] after start");
+}
+
 TEST_F(AsyncLoggerTest, FullFileContinuesInRotatedNameForTheRestOfTheDay) {
     Start(kLogInfo, 1);
     // Each line is 19 bytes of time, " [INFO] ", a 1,000-byte message and a line end: 1,028

@@ -44,12 +44,13 @@
   }
 
   // Phone numbers: international (+ or 00 and a country code), North American (area code and
-  // exchange start with 2-9), and national numbers with a trunk 0 written in groups.
+  // exchange start with 2-9; an area code in brackets marks a phone number whatever the
+  // exchange), and national numbers with a trunk 0 written in groups.
   const PHONE_INTERNATIONAL = pattern(
     '(?:\\+|00)[1-9]\\d{0,2}(?:[ .\\-]?(?:\\(\\d{1,4}\\)|\\d{1,5})){1,6}'
   );
   const PHONE_NORTH_AMERICA = pattern(
-    '(?:\\( ?[2-9]\\d{2} ?\\)[ .\\-]?|[2-9]\\d{2}[ .\\-])[2-9]\\d{2}[ .\\-]\\d{4}'
+    '(?:\\( ?[2-9]\\d{2} ?\\)[ .\\-]?\\d{3}|[2-9]\\d{2}[ .\\-][2-9]\\d{2})[ .\\-]\\d{4}'
   );
   const PHONE_NATIONAL = pattern('0\\d{1,4}(?:[ /.\\-]\\d{2,8})(?:[ .\\-]\\d{2,4}){0,3}');
   const DATE_SHAPE = /^\d{1,4}([./-])\d{1,2}\1\d{1,4}$/;
@@ -181,7 +182,9 @@
     const body = term
       .trim()
       .split(/\s+/)
-      .map((w) => w.replace(/[.*+?^${}()|[\]\\\/-]/g, '\\$&'))
+      // The characters that mean something in a pattern; "-" does not outside a class, and the
+      // Unicode mode refuses an escape that means nothing.
+      .map((w) => w.replace(/[.*+?^${}()|[\]\\\/]/g, '\\$&'))
       .join('\\s+');
     return wholeWord ? pattern(body, WORD_BEFORE, WORD_AFTER) : new RegExp(body, 'gu');
   }

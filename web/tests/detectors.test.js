@@ -19,6 +19,7 @@ test('e-mail addresses, as written, without trailing punctuation', () => {
 test('phone numbers in international and national forms', () => {
   assert.deepEqual(found('Call +1 555 0134 2287 or +44 20 7946 0958 today', 'phone'),
     ['+1 555 0134 2287', '+44 20 7946 0958']);
+  assert.deepEqual(found('(555) 014-2290', 'phone'), ['(555) 014-2290']);
   assert.deepEqual(found('(555) 201-7788; 555-303-4412; 0044 20 7946 0958', 'phone'),
     ['(555) 201-7788', '555-303-4412', '0044 20 7946 0958']);
   assert.deepEqual(found('Tel. 020 7946 0958, 06 12 34 56 78, 030/12345678', 'phone'),
@@ -80,6 +81,9 @@ test('user terms: any case, whole words when asked, across line breaks', () => {
   assert.deepEqual(found(text, 'term', { terms: ['nightjar'] }),
     ['Nightjar', 'nightjar', 'nightjar']);
   assert.deepEqual(parseTerms(' Ana Lind, ana   lind;\nNightjar,, '), ['Ana Lind', 'Nightjar']);
+  // Pattern characters in a term are plain text.
+  assert.deepEqual(found('Orchard-Lane (A+B) 1.5', 'term', { terms: ['orchard-lane', '(a+b)', '1.5'] }),
+    ['Orchard-Lane', '(A+B)', '1.5']);
 });
 
 test('kinds can be left out, and overlaps go to the stronger kind', () => {

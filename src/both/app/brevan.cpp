@@ -92,6 +92,8 @@ int Brevan::Init() {
     progressBar = std::make_unique<ProgressBarHost>(host(), platform());
     if (config->loggerOutput)
         StartLogger();
+    else
+        logger.Discard();  // nothing will write the lines: stop queueing them
     ReportFirstLoadOfVersion(*this, SystemFacts::OfThisSystem());
     return 1;
 }

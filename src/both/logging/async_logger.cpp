@@ -37,6 +37,7 @@ void AsyncLogger::Start(std::string basePath, int retentionDays, int level, int 
     retentionDays_ = retentionDays;
     level_.store(level, std::memory_order_relaxed);
     maxFileSizeMb_ = maxFileSizeMb;
+    discarding_.store(false, std::memory_order_relaxed);
     {
         std::lock_guard lock(queueMutex_);
         exitFlag_ = false;
@@ -63,6 +64,14 @@ void AsyncLogger::Stop() {
     workerRunning_ = false;
 }
 
+void AsyncLogger::Discard() {
+    Stop();
+    discarding_.store(true, std::memory_order_relaxed);
+    std::lock_guard lock(queueMutex_);
+    queue_.clear();
+    queuedBytes_ = 0;
+}
+
 void AsyncLogger::SetClockForTesting(std::function<std::time_t()> now) {
     std::lock_guard lock(clockMutex_);
     clock_ = std::move(now);
@@ -76,9 +85,15 @@ std::time_t AsyncLogger::Now() {
 void AsyncLogger::Enqueue(int level, std::string message) {
     {
         std::lock_guard lock(queueMutex_);
-        if (!workerRunning_ && queue_.size() >= kPendingLimit)
-            queue_.pop_front();
+        queuedBytes_ += message.size();
         queue_.push_back(Entry{level, std::move(message)});
+        // Nobody writes yet: keep the newest lines only, so that a logger never started stays
+        // small however long the replies it is handed.
+        while (!workerRunning_ && queue_.size() > 1 &&
+               (queue_.size() > kPendingLimit || queuedBytes_ > kPendingBytesLimit)) {
+            queuedBytes_ -= queue_.front().message.size();
+            queue_.pop_front();
+        }
     }
     queueSignal_.notify_one();
 }
@@ -91,6 +106,7 @@ void AsyncLogger::WorkerLoop() {
             return;  // asked to end, and everything is written
         const Entry entry = std::move(queue_.front());
         queue_.pop_front();
+        queuedBytes_ -= entry.message.size();
         lock.unlock();
         try {
             WriteEntry(entry);

@@ -1,10 +1,11 @@
 // The process-wide logger: callers queue finished lines, a worker thread of its own appends them
 // to dated files under a base folder, so that no command waits for the disk.
 //
-// Until Start, calls are filtered by level and queued (only the newest kPendingLimit are kept);
-// Start writes them. Files are "<base>/<YYYY>/<MM>/<DD>.txt" by local date; a file that reached
-// the size limit is continued in "<DD>_1.txt", "<DD>_2.txt" ..., and the rotated name is kept for
-// the rest of the day.
+// Until Start, calls are filtered by level and queued (only the newest kPendingLimit lines, and
+// no more than kPendingBytesLimit bytes of them beside the newest line, are kept); Start writes
+// them. After Discard nothing is queued until Start. Files are "<base>/<YYYY>/<MM>/<DD>.txt" by
+// local date; a file that reached the size limit is continued in "<DD>_1.txt", "<DD>_2.txt" ...,
+// and the rotated name is kept for the rest of the day.
 #pragma once
 
 #include <atomic>
@@ -25,6 +26,7 @@
 class AsyncLogger {
   public:
     static constexpr std::size_t kPendingLimit = 4096;
+    static constexpr std::size_t kPendingBytesLimit = 1u << 20;
 
     // The one logger of the process, made at first use with the defaults.
     static AsyncLogger& Instance();
@@ -40,9 +42,15 @@ class AsyncLogger {
     void Start(std::string basePath, int retentionDays, int level, int maxFileSizeMb);
     // Writes what is queued and ends the worker; Start may be called again.
     void Stop();
+    // For a process that will not write a log: drops what is queued, and later calls cost only
+    // the test of Enabled, until Start.
+    void Discard();
 
     // Whether a call at this level would be written. Callers that build long texts test it first.
-    bool Enabled(int level) const { return level >= level_.load(std::memory_order_relaxed); }
+    bool Enabled(int level) const {
+        return level >= level_.load(std::memory_order_relaxed) &&
+               !discarding_.load(std::memory_order_relaxed);
+    }
 
     template <typename... Args>
     void Log(int level, std::string_view format, const Args&... args) {
@@ -73,11 +81,13 @@ class AsyncLogger {
 
     std::string basePath_;
     std::atomic<int> level_{kLogInfo};
+    std::atomic<bool> discarding_{false};
     int retentionDays_ = 30;
     int maxFileSizeMb_ = 30;
 
     std::deque<Entry> queue_;
-    bool workerRunning_ = false;  // guarded by queueMutex_: entries are capped while it is false
+    std::size_t queuedBytes_ = 0;  // guarded by queueMutex_: the message bytes in queue_
+    bool workerRunning_ = false;   // guarded by queueMutex_: entries are capped while it is false
     std::mutex queueMutex_;
     std::condition_variable queueSignal_;
     std::atomic<bool> exitFlag_{false};
