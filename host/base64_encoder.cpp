@@ -1,7 +1,9 @@
 #include "base64_encoder.h"
 
 #include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 
 namespace pdfhost {
 namespace {
@@ -41,6 +43,19 @@ void Base64Encoder::EncodeInto(const void* data, std::size_t size, std::string& 
     const auto* in = static_cast<const unsigned char*>(data);
     char* to = out.data();
     std::size_t i = 0;
+    // Six bytes at a time from one 8-byte load, eight characters stored at once.
+    for (; i + 8 <= size; i += 6, to += 8) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, in + i, sizeof word);
+        if constexpr (std::endian::native == std::endian::little)
+            word = __builtin_bswap64(word);  // the first byte is the most significant
+        char chars[8];
+        PutPair(chars, static_cast<std::uint32_t>(word >> 52));
+        PutPair(chars + 2, static_cast<std::uint32_t>(word >> 40) & 0xFFF);
+        PutPair(chars + 4, static_cast<std::uint32_t>(word >> 28) & 0xFFF);
+        PutPair(chars + 6, static_cast<std::uint32_t>(word >> 16) & 0xFFF);
+        std::memcpy(to, chars, sizeof chars);
+    }
     for (; i + 3 <= size; i += 3, to += 4) {
         const std::uint32_t group = (std::uint32_t{in[i]} << 16) | (std::uint32_t{in[i + 1]} << 8) |
                                     std::uint32_t{in[i + 2]};

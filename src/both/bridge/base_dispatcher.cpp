@@ -10,23 +10,36 @@
 
 namespace {
 
-// The reply as wide text. The writer escapes every character beyond ASCII, and a file block can be
-// megabytes of base64, so the ASCII run at the front is widened directly and only what follows it
-// goes through the UTF-8 decoder. An ASCII byte never belongs to a longer sequence, so the split
-// changes nothing in the result.
-std::wstring WideReply(const std::string& utf8) {
-    constexpr uint64_t kHighBits = 0x8080808080808080u;
-    std::size_t ascii = 0;
-    for (uint64_t word = 0; ascii + sizeof word <= utf8.size(); ascii += sizeof word) {
-        std::memcpy(&word, utf8.data() + ascii, sizeof word);
-        if ((word & kHighBits) != 0)
-            break;
+constexpr std::size_t kWidenChunk = 1024;
+
+// Widens one chunk; false when it holds a byte beyond ASCII. A fixed count over buffers that
+// cannot overlap, so the compiler does it in vectors.
+bool WidenAsciiChunk(const unsigned char* __restrict from, wchar_t* __restrict to) {
+    unsigned char seen = 0;
+    for (std::size_t i = 0; i < kWidenChunk; ++i) {
+        seen |= from[i];
+        to[i] = static_cast<wchar_t>(from[i]);
     }
-    while (ascii < utf8.size() && static_cast<unsigned char>(utf8[ascii]) < 0x80)
-        ++ascii;
-    std::wstring wide(utf8.begin(), utf8.begin() + static_cast<std::ptrdiff_t>(ascii));
-    if (ascii < utf8.size())
-        wide += FromUtf8(std::string_view(utf8).substr(ascii));
+    return seen < 0x80;
+}
+
+// The reply as wide text. The writer escapes every character beyond ASCII, and a file block can be
+// megabytes of base64, so the ASCII run at the front is widened directly, through a small buffer
+// that stays in the cache, and only what follows it goes through the UTF-8 decoder. An ASCII byte
+// never belongs to a longer sequence, so the split changes nothing in the result.
+std::wstring WideReply(const std::string& utf8) {
+    std::wstring wide;
+    wide.reserve(utf8.size());
+    const auto* bytes = reinterpret_cast<const unsigned char*>(utf8.data());
+    wchar_t chunk[kWidenChunk];
+    std::size_t done = 0;
+    for (; done + kWidenChunk <= utf8.size() && WidenAsciiChunk(bytes + done, chunk);
+         done += kWidenChunk)
+        wide.append(chunk, kWidenChunk);
+    for (; done < utf8.size() && bytes[done] < 0x80; ++done)
+        wide.push_back(static_cast<wchar_t>(bytes[done]));
+    if (done < utf8.size())
+        wide += FromUtf8(std::string_view(utf8).substr(done));
     return wide;
 }
 
