@@ -6,7 +6,8 @@ namespace pdfhost {
 
 const char* const kUsage =
     "usage: pdfhost [--headless] [--script] [--profile DIR] [--plugins DIR] [--lang TAG]\n"
-    "               [--signed-in | --signed-out] [--browser-pane] [FILE.pdf ...]\n";
+    "               [--signed-in | --signed-out] [--account-server URL] [--browser-pane]\n"
+    "               [FILE.pdf ...]\n";
 
 CommandLine ParseCommandLine(const std::vector<std::string>& args,
                              const std::filesystem::path& executableFolder) {
@@ -35,6 +36,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args,
             line.options.signedIn = true;
         } else if (arg == "--signed-out") {
             line.options.signedIn = false;
+        } else if (arg == "--account-server") {
+            line.options.accountServer = value();
         } else if (arg == "--browser-pane") {
             line.browserPane = true;
         } else if (arg.starts_with("--")) {

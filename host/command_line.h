@@ -20,8 +20,8 @@ struct CommandLine {
 
 // Parses the arguments after the program name. Options: --headless, --script, --profile DIR,
 // --plugins DIR (default: "../plugins" beside the executable's folder), --lang TAG,
-// --signed-in, --signed-out, --browser-pane; the rest are files to open. Throws
-// std::invalid_argument for an unknown option or a missing value.
+// --signed-in, --signed-out, --account-server URL, --browser-pane; the rest are files to open.
+// Throws std::invalid_argument for an unknown option or a missing value.
 CommandLine ParseCommandLine(const std::vector<std::string>& args,
                              const std::filesystem::path& executableFolder);
 

@@ -20,6 +20,9 @@ struct HostOptions {
     // Whether the local account starts signed in (--signed-in, --signed-out). Without a word,
     // headless runs start signed in and the desktop keeps the state it had.
     std::optional<bool> signedIn;
+    // The account server of the local account (--account-server), as if signed in to it last;
+    // empty: the one the profile names.
+    std::string accountServer;
 };
 
 }  // namespace pdfhost

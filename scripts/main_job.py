@@ -6,7 +6,6 @@ answered OK and the save dialog is given "<name>_redacted.pdf" in the output fol
 finds, marks, applies and saves on its own and writes one summary line on its console, which
 pdfhost prints on its standard error; this driver prints it per document."""
 import argparse
-import http.server
 import json
 import pathlib
 import queue
@@ -16,65 +15,10 @@ import tempfile
 import threading
 import time
 
+from local_service import AccountServer, page_address, write_profile
+
 SUMMARY_TAG = "page: SABLEMARK-SUMMARY "
 ERROR_TAG = "page: SABLEMARK-ERROR "
-SERVICE_DOCUMENT = "txdfApi.json"
-
-
-class AccountServer:
-    """The account server on 127.0.0.1: it publishes the service document the plug-in asks for
-    before it shows its page. The page's address comes from the developers' custom_url, so the
-    template here only has to be accepted."""
-
-    def __init__(self):
-        document = json.dumps({
-            "url": {"qvd_brevan_plugin_domain": "http://127.0.0.1/page?platform=%s"},
-            "size": 1,
-            "dsvConfig": {},
-        }).encode()
-
-        class Handler(http.server.BaseHTTPRequestHandler):
-            def do_GET(self):
-                found = self.path.rsplit("/", 1)[-1] == SERVICE_DOCUMENT
-                self.send_response(200 if found else 404)
-                self.send_header("Content-Type", "application/json")
-                self.send_header("Content-Length", str(len(document) if found else 0))
-                self.end_headers()
-                if found:
-                    self.wfile.write(document)
-
-            def log_message(self, *args):
-                pass
-
-        self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-        self.thread = threading.Thread(target=self.server.serve_forever, daemon=True)
-        self.thread.start()
-
-    @property
-    def address(self):
-        return "http://127.0.0.1:%d" % self.server.server_address[1]
-
-    def close(self):
-        self.server.shutdown()
-        self.server.server_close()
-
-
-def write_profile(profile, page_url):
-    """The developers' file of the plug-in in the host's user data: the page is the local
-    reference page in automatic mode, and the network counts as reachable (the account server is
-    local)."""
-    folder = profile / "userdata" / "sblm.io"
-    folder.mkdir(parents=True, exist_ok=True)
-    config = {"custom_url": page_url, "internet_connection": True}
-    (folder / "brevan.config").write_text(json.dumps(config, indent=2) + "\n", encoding="utf-8")
-
-
-def page_address(web_folder, terms):
-    address = (web_folder / "index.html").resolve().as_uri() + "?auto=1"
-    if terms:
-        from urllib.parse import quote
-        address += "&terms=" + quote(terms)
-    return address
 
 
 class BrowserPaneHost:
@@ -167,7 +111,7 @@ def main():
     failures = 0
     with tempfile.TemporaryDirectory(prefix="sablemark-profile-") as profile_dir:
         profile = pathlib.Path(profile_dir)
-        write_profile(profile, page_address(pathlib.Path(args.web), args.terms))
+        write_profile(profile, page_address(pathlib.Path(args.web), True, args.terms))
         host = BrowserPaneHost(args.pdfhost, args.plugins, profile, args.verbose)
         try:
             host.send({"host": "signIn", "server": server.address})

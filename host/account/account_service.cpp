@@ -9,6 +9,13 @@ namespace pdfhost {
 
 AccountService::AccountService(std::filesystem::path file, const HostOptions& options)
     : account_(std::move(file)) {
+    if (!options.accountServer.empty()) {
+        // Naming the server goes through a sign-in; the state the profile had is kept.
+        const bool wasSignedIn = account_.SignedIn();
+        account_.SignIn(options.accountServer);
+        if (!wasSignedIn)
+            account_.SignOut();
+    }
     const std::optional<bool> signedIn =
         options.signedIn.has_value() || !options.headless ? options.signedIn : true;
     if (signedIn.has_value() && *signedIn)

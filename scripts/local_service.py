@@ -1,0 +1,65 @@
+"""What the plug-in needs around pdfhost on one machine: an account server on 127.0.0.1 that
+publishes the service document, and the developers' file that points the task pane at the
+reference page."""
+import http.server
+import json
+import pathlib
+import threading
+from urllib.parse import quote
+
+SERVICE_DOCUMENT = "txdfApi.json"
+
+
+class AccountServer:
+    """The account server on 127.0.0.1: it publishes the service document the plug-in asks for
+    before it shows its page. The page's address comes from the developers' custom_url, so the
+    template here only has to be accepted."""
+
+    def __init__(self):
+        document = json.dumps({
+            "url": {"qvd_brevan_plugin_domain": "http://127.0.0.1/page?platform=%s"},
+            "size": 1,
+            "dsvConfig": {},
+        }).encode()
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                found = self.path.rsplit("/", 1)[-1] == SERVICE_DOCUMENT
+                self.send_response(200 if found else 404)
+                self.send_header("Content-Type", "application/json")
+                self.send_header("Content-Length", str(len(document) if found else 0))
+                self.end_headers()
+                if found:
+                    self.wfile.write(document)
+
+            def log_message(self, *args):
+                pass
+
+        self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        self.thread = threading.Thread(target=self.server.serve_forever, daemon=True)
+        self.thread.start()
+
+    @property
+    def address(self):
+        return "http://127.0.0.1:%d" % self.server.server_address[1]
+
+    def close(self):
+        self.server.shutdown()
+        self.server.server_close()
+
+
+def write_profile(profile, page_url):
+    """The developers' file of the plug-in in the host's user data: the page is the local
+    reference page in automatic mode, and the network counts as reachable (the account server is
+    local)."""
+    folder = pathlib.Path(profile) / "userdata" / "sblm.io"
+    folder.mkdir(parents=True, exist_ok=True)
+    config = {"custom_url": page_url, "internet_connection": True}
+    (folder / "brevan.config").write_text(json.dumps(config, indent=2) + "\n", encoding="utf-8")
+
+
+def page_address(web_folder, auto, terms=""):
+    """The reference page's file address; `auto` runs the whole job on each document unasked."""
+    address = (web_folder / "index.html").resolve().as_uri()
+    query = (["auto=1"] if auto else []) + (["terms=" + quote(terms)] if terms else [])
+    return address + ("?" + "&".join(query) if query else "")
