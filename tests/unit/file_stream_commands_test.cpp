@@ -1,9 +1,12 @@
 // getFileStream and releaseFileStream: blocks of a file in base64, the end of the file and the
 // failed state it leaves, the checks in order, the save of a modified document, the channel's own
 // stream and the upload bar.
+#include <filesystem>
+
 #include "bridge/create_dispatcher.h"
 #include "document/file_stream_dispatchers.h"
 #include "file_commands_fixture.h"
+#include "logging/async_logger.h"
 
 namespace {
 
@@ -164,7 +167,15 @@ TEST_F(FileStreamTest, WrittenReplyIsTheWritersTextOfTheReply) {
     const Json::Value reply = viaRun->Run();
     EXPECT_EQ(reply["data"]["name"].asString(), "r\u00e9sum\u00e9 \"1\".bin");
     EXPECT_EQ(reply["data"]["content"].asString().size(), 5464u);
+    // Unlogged, the reply is widened from its pieces; logged, from the joined text.
+    AsyncLogger& logger = AsyncLogger::Instance();
+    logger.Discard();
     EXPECT_EQ(viaDispatch->Dispatch(L"getFileStream"), FromUtf8(WriteJson(reply)));
+    const auto logs = std::filesystem::path(testing::TempDir()) / "stream-reply-log";
+    logger.Start(logs.string(), 30, kLogInfo, 30);
+    EXPECT_EQ(viaDispatch->Dispatch(L"getFileStream"), FromUtf8(WriteJson(reply)));
+    logger.Discard();
+    std::filesystem::remove_all(logs);
 }
 
 TEST_F(FileStreamTest, APageBarKeepsItsTitleDuringAnUpload) {

@@ -41,4 +41,7 @@ class BaseDispatcher {
     // The reply of Run as compact JSON text. A command with a bulky reply may write the text
     // itself, byte for byte as the writer would.
     virtual std::string ReplyText();
+    // The reply as wide text, for when nobody logs its UTF-8 text. A command with a bulky reply may
+    // widen its parts without joining them first.
+    virtual std::wstring WideReplyText();
 };

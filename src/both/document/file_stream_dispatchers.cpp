@@ -12,6 +12,7 @@
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "bridge/json_text.h"
+#include "bridge/wide_reply.h"
 #include "document/document_registry.h"
 #include "document/file_descriptor.h"
 #include "host/host_string.h"
@@ -177,19 +178,29 @@ Json::Value GetFileStreamDispatcher::Run() {
     return reply;
 }
 
-std::string GetFileStreamDispatcher::ReplyText() {
+template <typename Use>
+auto GetFileStreamDispatcher::WithReplyPieces(Use use) {
     HostBytes encoded(app_.host());
-    const Json::Value reply = Serve(encoded);
-    const std::string text = WriteJson(reply);
+    const std::string text = WriteJson(Serve(encoded));
     // The writer puts keys in order, so a block's reply opens with its empty content.
     static constexpr std::string_view kOpening = R"({"data":{"content":")";
     const std::string_view content = ContentOf(app_.host(), encoded);
-    if (content.empty() || text.compare(0, kOpening.size(), kOpening) != 0)
-        return text;
-    std::string spliced;
-    spliced.reserve(text.size() + content.size());
-    spliced.append(kOpening).append(content).append(text, kOpening.size());
-    return spliced;
+    if (content.empty() || !text.starts_with(kOpening))
+        return use({std::string_view(text)});
+    return use({kOpening, content, std::string_view(text).substr(kOpening.size())});
+}
+
+std::string GetFileStreamDispatcher::ReplyText() {
+    return WithReplyPieces([](std::initializer_list<std::string_view> pieces) {
+        std::string joined;
+        for (std::string_view piece : pieces)
+            joined.append(piece);
+        return joined;
+    });
+}
+
+std::wstring GetFileStreamDispatcher::WideReplyText() {
+    return WithReplyPieces(&WidenReply);
 }
 
 Json::Value ReleaseFileStreamDispatcher::Run() {

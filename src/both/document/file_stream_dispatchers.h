@@ -22,10 +22,15 @@ class GetFileStreamDispatcher : public BaseDispatcher {
 
   protected:
     // The base64 text of a block goes into the written reply once, instead of through a JSON
-    // value and the writer.
+    // value and the writer; the wide reply reads it where the host's encoder put it.
     std::string ReplyText() override;
+    std::wstring WideReplyText() override;
 
   private:
+    // Serves the request and hands the reply's text to `use` as pieces: the block's base64 text
+    // stays a piece of its own.
+    template <typename Use>
+    auto WithReplyPieces(Use use);
     // Serves the request; the reply's `content` is left empty and the base64 text of the block
     // is put in `encoded`.
     Json::Value Serve(HostBytes& encoded);
