@@ -17,15 +17,18 @@ TEST(CommandLine, DefaultsToADesktopRunWithPlugInsBesideTheExecutable) {
 }
 
 TEST(CommandLine, ReadsEveryOption) {
-    const CommandLine line = ParseCommandLine({"--script", "--profile", "/p", "--plugins", "/q",
-                                               "--lang", "de-DE", "--signed-out", "x.pdf"},
-                                              "/bin");
+    const CommandLine line = ParseCommandLine(
+        {"--script", "--profile", "/p", "--plugins", "/q", "--lang", "de-DE", "--signed-out",
+         "--account-server", "http://s", "--browser-pane", "x.pdf"},
+        "/bin");
     EXPECT_TRUE(line.script);
     EXPECT_TRUE(line.options.headless);
     EXPECT_EQ(line.options.profile, std::filesystem::path("/p"));
     EXPECT_EQ(line.options.plugins, std::filesystem::path("/q"));
     EXPECT_EQ(line.options.language, "de-DE");
     EXPECT_EQ(line.options.signedIn, false);
+    EXPECT_EQ(line.options.accountServer, "http://s");
+    EXPECT_TRUE(line.browserPane);
     EXPECT_EQ(line.files, std::vector<std::string>{"x.pdf"});
 }
 

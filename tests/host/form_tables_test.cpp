@@ -4,11 +4,10 @@
 
 #include <sstream>
 
-#include <json/reader.h>
-
 #include "automation/script_session.h"
 #include "form_sample.h"
 #include "host_test_support.h"
+#include "script_lines.h"
 #include "wide_text.h"
 
 namespace pdfhost {
@@ -230,15 +229,9 @@ TEST_F(FormTables, TheScriptedUserTypesIntoAField) {
     session.HandleLine(R"({"host":"setField","doc":1,"name":"size","value":"XL"})");
     session.HandleLine(R"({"host":"setField","doc":1,"name":"ssn"})");
     session.HandleLine(R"({"host":"setField","doc":7,"name":"ssn","value":"x"})");
-    std::istringstream lines(out.str());
     std::vector<std::string> errors;
-    Json::CharReaderBuilder builder;
-    for (std::string line; std::getline(lines, line);) {
-        Json::Value value;
-        std::istringstream one(line);
-        ASSERT_TRUE(Json::parseFromStream(builder, one, &value, nullptr)) << line;
-        errors.push_back(value["error"].asString());
-    }
+    for (const Json::Value& line : testing::ParseScriptLines(out.str()))
+        errors.push_back(line["error"].asString());
     EXPECT_THAT(errors, ElementsAre("no field nobody in document 1",
                                     "field size does not take the value XL",
                                     "\"setField\" needs a \"value\" string", "no document 7"));

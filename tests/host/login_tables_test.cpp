@@ -6,6 +6,7 @@
 
 #include "automation/script_session.h"
 #include "host_test_support.h"
+#include "script_lines.h"
 
 namespace pdfhost {
 namespace {
@@ -57,14 +58,6 @@ Json::Value Parsed(const std::string& text) {
     return value;
 }
 
-std::vector<Json::Value> Lines(const std::string& text) {
-    std::vector<Json::Value> lines;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(Parsed(line));
-    return lines;
-}
-
 class LoginTablesTest : public testing::HostFixture {
   protected:
     LoginTablesTest() {
@@ -109,6 +102,11 @@ TEST_F(LoginTablesTest, TheAccountAnswersWhileSignedInAndKeepsItsTokens) {
     EXPECT_EQ(again.Local().TokenFor("https://a.test"), std::string(first.begin(), first.end()));
     desktop.signedIn = false;
     EXPECT_FALSE(AccountService(again.Local().File(), desktop).Local().SignedIn());
+    // Naming the server on the command line keeps the state: signed out stays signed out.
+    desktop.accountServer = "http://127.0.0.1:8";
+    const AccountService named(again.Local().File(), desktop);
+    EXPECT_FALSE(named.Local().SignedIn());
+    EXPECT_EQ(named.Local().Server(), "http://127.0.0.1:8");
 }
 
 TEST_F(LoginTablesTest, DomainCallbacksHearEveryChangeUntilThePluginGoes) {
@@ -138,7 +136,7 @@ TEST_F(LoginTablesTest, TheSignInWindowAndTheScriptedLinesTakeTheirAnswers) {
     EXPECT_EQ(CallLogin<ExtOp::LoginGetState>(L""), 2);
     EXPECT_EQ(g_heard, (std::vector<std::wstring>{L"https://d.test", L"", L"https://d.test"}));
 
-    const std::vector<Json::Value> lines = Lines(out.str());
+    const std::vector<Json::Value> lines = testing::ParseScriptLines(out.str());
     ASSERT_EQ(lines.size(), 4u) << out.str();
     EXPECT_TRUE(lines[0].isMember("error")) << "a server that is no text";
     EXPECT_EQ(lines[1], Parsed(R"({"answer":false,"dialog":"signIn","server":"https://d.test"})"));

@@ -7,10 +7,9 @@
 #include <QToolButton>
 #include <sstream>
 
-#include <json/reader.h>
-
 #include "automation/script_session.h"
 #include "host_test_support.h"
+#include "script_lines.h"
 #include "ui/ribbon_widget.h"
 #include "ui/task_pane_dock.h"
 
@@ -79,20 +78,6 @@ HostRibbonItem AsItem(Handle handle) {
     return reinterpret_cast<HostRibbonItem>(handle);
 }
 
-std::vector<Json::Value> ParseLines(const std::string& text) {
-    std::vector<Json::Value> lines;
-    std::istringstream in(text);
-    Json::CharReaderBuilder builder;
-    for (std::string line; std::getline(in, line);) {
-        Json::Value value;
-        std::istringstream one(line);
-        std::string errors;
-        EXPECT_TRUE(Json::parseFromStream(builder, one, &value, &errors)) << line;
-        lines.push_back(value);
-    }
-    return lines;
-}
-
 class RibbonAndPanes : public testing::HostFixture {
   protected:
     RibbonAndPanes() {
@@ -106,7 +91,7 @@ class RibbonAndPanes : public testing::HostFixture {
     std::vector<Json::Value> Run(const std::string& line) {
         out_.str("");
         session_.HandleLine(line);
-        return ParseLines(out_.str());
+        return testing::ParseScriptLines(out_.str());
     }
 
     bool PaneShownInState() {
@@ -170,16 +155,9 @@ TEST_F(RibbonAndPanes, BarsHoldTheProtectCategoryAndTakeElementsAndEntries) {
         CallHost<Op::HostRibbonAddElement>(panel, 8, L"Sablemark", L"Sable Mark", 0);
     ASSERT_NE(element, nullptr);
     EXPECT_EQ(CallHost<Op::HostRibbonFindElement>(panel, L"Sablemark"), element);
-    CallHost<Op::HostRibbonSetTooltip>(AsItem(element), L"Redact automatically");
-    CallHost<Op::HostRibbonSetImages>(AsItem(element), L"Ribbon_Protect_Sable_Mark_32",
-                                      L"Ribbon_Protect_Sable_Mark_16");
-    CallHost<Op::HostRibbonSetKeyTip>(AsItem(element), L"B4");
     const RibbonNode* shown = app_.Ribbons().FindButton(reinterpret_cast<uintptr_t>(element));
     ASSERT_NE(shown, nullptr);
     EXPECT_EQ(shown->elementType, 8);
-    EXPECT_EQ(shown->tooltip, L"Redact automatically");
-    EXPECT_EQ(shown->largeImage, L"Ribbon_Protect_Sable_Mark_32");
-    EXPECT_EQ(shown->keyTip, L"B4");
 
     const HostRibbonItem second =
         CallHost<Op::HostRibbonAddSubItem>(element, 0, L"Second", L"Second", 1, 0, 0, 0);
@@ -349,7 +327,7 @@ TEST_F(RibbonAndPanes, QueuedWelcomeAnswersPressTheirButtonOrCancel) {
         WelcomeLike dialog;
         EXPECT_EQ(dialog.exec(), 11);
     }
-    auto lines = ParseLines(out_.str());
+    auto lines = testing::ParseScriptLines(out_.str());
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ(lines[0]["dialog"].asString(), "welcome");
     EXPECT_EQ(lines[0]["title"].asString(), "Welcome");
@@ -360,7 +338,7 @@ TEST_F(RibbonAndPanes, QueuedWelcomeAnswersPressTheirButtonOrCancel) {
         WelcomeLike dialog;
         EXPECT_EQ(dialog.exec(), 12);
     }
-    lines = ParseLines(out_.str());
+    lines = testing::ParseScriptLines(out_.str());
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0]["answer"].asInt(), 2);
     EXPECT_EQ(lines[1]["unanswered"].asString(), "welcome");

@@ -6,32 +6,15 @@
 #include <QVariant>
 #include <sstream>
 
-#include <json/reader.h>
-
 #include "automation/script_session.h"
 #include "host_test_support.h"
+#include "script_lines.h"
 
 namespace pdfhost {
 namespace {
 
 using hostops::Op;
 using testing::CallHost;
-
-// The output lines, each parsed.
-std::vector<Json::Value> ParseLines(const std::string& text) {
-    std::vector<Json::Value> lines;
-    std::istringstream in(text);
-    std::string line;
-    Json::CharReaderBuilder builder;
-    while (std::getline(in, line)) {
-        Json::Value value;
-        std::string errors;
-        std::istringstream one(line);
-        EXPECT_TRUE(Json::parseFromStream(builder, one, &value, &errors)) << line << errors;
-        lines.push_back(value);
-    }
-    return lines;
-}
 
 class ScriptSessionTest : public testing::HostFixture {
   protected:
@@ -40,19 +23,13 @@ class ScriptSessionTest : public testing::HostFixture {
         out_.str("");
         for (const auto& line : lines)
             session_.HandleLine(line);
-        return ParseLines(out_.str());
+        return testing::ParseScriptLines(out_.str());
     }
 
     std::string Raw(const std::string& line) {
         out_.str("");
         session_.HandleLine(line);
         return out_.str();
-    }
-
-    static std::string Line(const Json::Value& value) {
-        Json::StreamWriterBuilder builder;
-        builder["indentation"] = "";
-        return Json::writeString(builder, value);
     }
 
     std::ostringstream out_;
@@ -64,7 +41,7 @@ TEST_F(ScriptSessionTest, OpenNewAndStateDescribeTheTabs) {
     Json::Value open(Json::objectValue);
     open["host"] = "open";
     open["path"] = path;
-    const auto lines = Run({Line(open), R"({"host":"new"})", R"({"host":"state"})"});
+    const auto lines = Run({testing::Compact(open), R"({"host":"new"})", R"({"host":"state"})"});
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0]["opened"].asInt(), 1);
     EXPECT_EQ(lines[0]["path"].asString(), path);
@@ -110,13 +87,13 @@ TEST_F(ScriptSessionTest, BadLinesAnswerWithAnErrorAndChangeNothing) {
     open["host"] = "open";
     open["path"] = missing;
     const auto lines =
-        Run({Line(open), "not json", "[1,2]", R"({"host":"open"})",
+        Run({testing::Compact(open), "not json", "[1,2]", R"({"host":"open"})",
              R"({"host":"activate","doc":9})", R"({"host":"close","doc":"1"})",
              R"({"host":"wait","ms":-1})", R"({"host":"fly"})", R"({"post":3})", R"({"other":1})",
              R"({"host":"setField","doc":1})", R"({"host":"answer","value":1})"});
     ASSERT_EQ(lines.size(), 12u);
     for (const auto& line : lines)
-        EXPECT_TRUE(line["error"].isString()) << Line(line);
+        EXPECT_TRUE(line["error"].isString()) << testing::Compact(line);
     EXPECT_EQ(lines[0]["error"].asString(), "cannot open " + missing + ": no such file");
     EXPECT_TRUE(lines[1]["error"].asString().starts_with("malformed line: Line 1, Column 1"));
     EXPECT_EQ(lines[4]["error"].asString(), "no document 9");
@@ -145,7 +122,7 @@ TEST_F(ScriptSessionTest, ThePageChannelCarriesPostsRepliesAndEvents) {
 
 TEST_F(ScriptSessionTest, MessagesOfPlugInsBecomeDialogLines) {
     CallHost<Op::HostMessageShow>(L"Cannot start: bad key", 0, 0, L"", 0, 0);
-    const auto lines = ParseLines(out_.str());
+    const auto lines = testing::ParseScriptLines(out_.str());
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ(lines[0]["dialog"].asString(), "message");
     EXPECT_EQ(lines[0]["text"].asString(), "Cannot start: bad key");
@@ -183,7 +160,7 @@ TEST(PdfhostProcess, AnswersScriptLinesOnStdout) {
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 0);
 
-    const auto lines = ParseLines(process.readAllStandardOutput().toStdString());
+    const auto lines = testing::ParseScriptLines(process.readAllStandardOutput().toStdString());
     ASSERT_EQ(lines.size(), 3u) << process.readAllStandardError().toStdString();
     EXPECT_EQ(lines[0]["opened"].asInt(), 1);
     EXPECT_EQ(lines[0]["path"].asString(), path);

@@ -102,10 +102,8 @@ TEST_F(ValueTables, ArraysGrowAndAnswerNeutrallyOutOfRange) {
     CallHost<Op::NDXRectArrayAdd>(rects, 1.f, 2.f, 3.f, 4.f);
     EXPECT_EQ(CallHost<Op::NDXRectArrayGetCount>(rects), 1);
     const NdxRect rect = CallHost<Op::NDXRectArrayGetAt>(rects, 0);
-    EXPECT_EQ(rect.left, 1.f);
-    EXPECT_EQ(rect.bottom, 2.f);
-    EXPECT_EQ(rect.right, 3.f);
-    EXPECT_EQ(rect.top, 4.f);
+    EXPECT_EQ(std::vector<float>({rect.left, rect.bottom, rect.right, rect.top}),
+              std::vector<float>({1.f, 2.f, 3.f, 4.f}));
     EXPECT_EQ(CallHost<Op::NDXRectArrayGetAt>(rects, 1).right, 0.f);
     CallHost<Op::NDXRectArrayDestroy>(rects);
 
@@ -117,11 +115,6 @@ TEST_F(ValueTables, ArraysGrowAndAnswerNeutrallyOutOfRange) {
     EXPECT_EQ(WideText(out), L"");
     CallHost<Op::HostStringArrayDestroy>(strings);
     CallHost<Op::HostWideStringDelete>(out);
-
-    HostMap map = CallHost<Op::HostMapNew>(4);
-    ASSERT_NE(map, nullptr);
-    CallHost<Op::HostMapSet>(map, &first, &second);
-    CallHost<Op::HostMapDestroy>(map);
 }
 
 TEST_F(ValueTables, ExtensionTablesAreFoundByNameAndVersion) {
@@ -156,7 +149,6 @@ TEST_F(ValueTables, ApplicationFactsComeFromTheOptions) {
     EXPECT_EQ(CallHost<Op::HostResourcesGetLanguage>(), 0x0409);
     HostResources resources = CallHost<Op::HostResourcesNew>(L"/some/module.tpi");
     EXPECT_NE(resources, nullptr);
-    CallHost<Op::HostResourcesSetLanguage>(resources, 0x0409);
     CallHost<Op::HostResourcesDestroy>(resources);
 }
 

@@ -4,11 +4,10 @@
 
 #include <sstream>
 
-#include <json/reader.h>
-
 #include "annot_calls.h"
 #include "annotation_editor.h"
 #include "automation/script_session.h"
+#include "script_lines.h"
 
 namespace pdfhost {
 namespace {
@@ -24,18 +23,7 @@ class ViewTablesTest : public AnnotationTablesTest {
         out_.str("");
         for (const std::string& line : lines)
             session_.HandleLine(line);
-        std::vector<Json::Value> parsed;
-        std::istringstream in(out_.str());
-        std::string text;
-        while (std::getline(in, text)) {
-            Json::Value value;
-            std::istringstream one(text);
-            Json::CharReaderBuilder builder;
-            std::string errors;
-            EXPECT_TRUE(Json::parseFromStream(builder, one, &value, &errors)) << text;
-            parsed.push_back(value);
-        }
-        return parsed;
+        return testing::ParseScriptLines(out_.str());
     }
     Json::Value StateOf(int number) {
         const auto lines = Script({R"({"host":"state"})"});

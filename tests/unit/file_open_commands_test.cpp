@@ -267,13 +267,8 @@ TEST_F(FileOpenCommandsTest, FileSelectionRegistersEachPathWithoutOpeningIt) {
     EXPECT_FALSE(app.documents->findIdByDoc(open, id));
     EXPECT_FALSE(app.documents->isTempOf(IdOfPath(a)));
 
-    const FileDialogSettings& settings = platform.dialogSettings.at(0);
-    EXPECT_FALSE(settings.save);
-    EXPECT_EQ(settings.flags, 0x1206u);
-    EXPECT_EQ(settings.defaultExtension, L".pdf");
-    EXPECT_EQ(settings.initialName, L"*.pdf");
-    EXPECT_EQ(settings.filter, L"PDF Files (*.pdf)|*.PDF||");
-    EXPECT_EQ(settings.parent, nullptr);
+    EXPECT_FALSE(platform.dialogSettings.at(0).save);
+    EXPECT_EQ(platform.dialogSettings.at(0).parent, nullptr);
     ASSERT_EQ(host.attached.size(), 1u);
     EXPECT_EQ(host.attached[0].second, 1);
 }
@@ -284,7 +279,6 @@ TEST_F(FileOpenCommandsTest, FileSelectionOfCloudDrivesCancelAndEmptyPaths) {
     platform.dialogAnswers.push_back(std::vector<std::wstring>{L"/cloud/c.pdf"});
     const Json::Value cloud = Call("showFileSelectDialog", "", static_cast<PageDialog*>(&owner));
     EXPECT_EQ(cloud["data"][0]["drive"], "onedrive");
-    EXPECT_EQ(cloud["data"][0]["account"], "ann@example.com");
     EXPECT_EQ(cloud["data"][0]["account_id"], "ann@example.com");
     EXPECT_EQ(platform.dialogSettings.at(0).parent, owner.Window());
 

@@ -101,24 +101,20 @@ TEST_F(PageAddressTest, ARefusedOrMissingDocumentIsFetchedAgainAtEveryNeed) {
     std::wstring value = L"before";
     // No answer from the server: its status.
     EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), 3);
-    // Not JSON, or JSON that isn't an object.
-    platform.httpBodies[documentAddress] = "<html>maintenance</html>";
-    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
-    platform.httpBodies[documentAddress] = "[1,2]";
-    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
-    // A size that doesn't count the members; a missing or null dsvConfig.
-    platform.httpBodies[documentAddress] =
-        R"({"url":{"qvd_brevan_domain":"d","qvd_brevan_aig":"e"},"size":3,"dsvConfig":{}})";
-    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
-    EXPECT_EQ(service.entries().size(), 2u);  // kept, though not accepted
-    platform.httpBodies[documentAddress] = R"({"url":{"qvd_brevan_domain":"d"},"size":"1",)"
-                                           R"("dsvConfig":{}})";
-    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
-    platform.httpBodies[documentAddress] = R"({"url":{"qvd_brevan_domain":"d"},"size":1})";
-    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
-    platform.httpBodies[documentAddress] =
-        R"({"url":{"qvd_brevan_domain":"d"},"size":1,"dsvConfig":null})";
-    EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value), ServiceConfig::kNotAccepted);
+    // Not JSON, or not an object; a size that doesn't count the members; a missing or null
+    // dsvConfig.
+    for (const char* body :
+         {"<html>maintenance</html>", "[1,2]",
+          R"({"url":{"qvd_brevan_domain":"d","qvd_brevan_aig":"e"},"size":3,"dsvConfig":{}})",
+          R"({"url":{"qvd_brevan_domain":"d"},"size":"1","dsvConfig":{}})",
+          R"({"url":{"qvd_brevan_domain":"d"},"size":1})",
+          R"({"url":{"qvd_brevan_domain":"d"},"size":1,"dsvConfig":null})"}) {
+        platform.httpBodies[documentAddress] = body;
+        EXPECT_EQ(service.GetValue(ServiceConfig::kServiceDomain, value),
+                  ServiceConfig::kNotAccepted)
+            << body;
+    }
+    EXPECT_EQ(service.entries().size(), 1u);  // the last document's, kept though not accepted
     EXPECT_EQ(value, L"before");
     EXPECT_FALSE(service.loaded());
     EXPECT_EQ(Fetches(), 7u);

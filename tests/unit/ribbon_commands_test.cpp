@@ -15,48 +15,20 @@ FakeRibbonNode* Entry(ShellFakeHost& host, HostFrame frame, const std::wstring& 
 TEST_F(RibbonTest, TheDropDownAndItsEntriesAreBuiltOnceAndEachWindowGetsAPane) {
     const FakeRibbonNode* category = host.Find(frame, {L"Ribbon_Category_Protect"});
     ASSERT_NE(category, nullptr);
-    EXPECT_EQ(category->title, L"Protect");
-    EXPECT_EQ(host.Find(frame, {L"Ribbon_Category_Protect", L"Protect_Panel_Redaction"})->title,
-              L"Redaction");
     const FakeRibbonNode* button =
         host.Find(frame, {L"Ribbon_Category_Protect", L"Protect_Panel_Redaction", L"Sablemark"});
     ASSERT_NE(button, nullptr);
     EXPECT_EQ(button->type, 8);
-    EXPECT_EQ(button->title, L"Sable Mark");
-    EXPECT_EQ(button->tooltip, L"Let \"Tarvo Sable Mark\" redact your documents automatically.");
-    EXPECT_EQ(button->largeImage, L"Ribbon_Protect_Sable_Mark_32");
-    EXPECT_EQ(button->smallImage, L"Ribbon_Protect_Sable_Mark_16");
-    EXPECT_EQ(button->keyTip, L"B4");
-
-    struct Expected {
-        const wchar_t* name;
-        const wchar_t* title;
-        const wchar_t* tooltip;
-        const wchar_t* largeImage;
-        const wchar_t* keyTip;
-        bool hasEnable;
-    };
-    const Expected expected[] = {
-        {L"AutoRedaction", L"Auto Redaction", L"Find && Remove confidential content automatically",
-         L"Ribbon_Protect_Auto Redaction_32", L"A", true},
-        {L"BatchRedact", L"Batch Redaction",
-         L"Find && Remove confidential content in multiple documents in a batch",
-         L"Ribbon_Protect_Batch Redaction_32", L"B", true},
-        {L"Profile", L"Profile", L"View usage and pricing plan", L"Ribbon_Protect_Profile_32", L"C",
-         false},
-    };
+    // Each entry runs a command; only the document-dependent ones ask to be enabled.
+    const std::pair<const wchar_t*, bool> entries[] = {
+        {L"AutoRedaction", true}, {L"BatchRedact", true}, {L"Profile", false}};
     ASSERT_EQ(button->children.size(), 3u);
     for (std::size_t i = 0; i < 3; ++i) {
         const FakeRibbonNode& entry = *button->children[i];
-        SCOPED_TRACE(testing::Message() << "entry " << i);
-        EXPECT_EQ(entry.name, expected[i].name);
+        EXPECT_EQ(entry.name, entries[i].first);
         EXPECT_EQ(entry.position, static_cast<int>(i));
-        EXPECT_EQ(entry.title, expected[i].title);
-        EXPECT_EQ(entry.tooltip, expected[i].tooltip);
-        EXPECT_EQ(entry.largeImage, expected[i].largeImage);
-        EXPECT_EQ(entry.keyTip, expected[i].keyTip);
         EXPECT_NE(entry.execute, nullptr);
-        EXPECT_EQ(entry.enable != nullptr, expected[i].hasEnable);
+        EXPECT_EQ(entry.enable != nullptr, entries[i].second) << i;
     }
     EXPECT_EQ(host.categoriesAdded, 1);
     EXPECT_EQ(host.elementsAdded, 1);
