@@ -1,6 +1,5 @@
 // Base64 with the standard alphabet and no line breaks. Uploads pass megabytes per call, so the
-// encoder writes straight into the caller's string and works on two output characters per table
-// lookup.
+// encoder writes straight into the caller's string; whole groups go through OpenSSL's encoder.
 #pragma once
 
 #include <cstddef>
