@@ -13,29 +13,34 @@ SERVICE_DOCUMENT = "txdfApi.json"
 class AccountServer:
     """The account server on 127.0.0.1: it publishes the service document the plug-in asks for
     before it shows its page. The page's address comes from the developers' custom_url, so the
-    template here only has to be accepted."""
+    template here only has to be accepted; the account domain is this server, where the local
+    account holds its token."""
 
     def __init__(self):
-        document = json.dumps({
-            "url": {"qvd_brevan_plugin_domain": "http://127.0.0.1/page?platform=%s"},
-            "size": 1,
-            "dsvConfig": {},
-        }).encode()
+        published = {}
 
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
                 found = self.path.rsplit("/", 1)[-1] == SERVICE_DOCUMENT
+                body = published["document"] if found else b""
                 self.send_response(200 if found else 404)
                 self.send_header("Content-Type", "application/json")
-                self.send_header("Content-Length", str(len(document) if found else 0))
+                self.send_header("Content-Length", str(len(body)))
                 self.end_headers()
-                if found:
-                    self.wfile.write(document)
+                self.wfile.write(body)
 
             def log_message(self, *args):
                 pass
 
         self.server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        published["document"] = json.dumps({
+            "url": {
+                "qvd_brevan_plugin_domain": "http://127.0.0.1/page?platform=%s",
+                "qvd_domain": self.address,
+            },
+            "size": 2,
+            "dsvConfig": {},
+        }).encode()
         self.thread = threading.Thread(target=self.server.serve_forever, daemon=True)
         self.thread.start()
 

@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QUrl>
 #include <QWebEngineView>
+#include <atomic>
 
 #include "host_app.h"
 #include "local_http_server.h"
@@ -20,16 +21,18 @@
 
 namespace {
 
-// The service document of the account server; the page itself comes from the developers' file.
-HttpAnswer ServiceDocument(const HttpRequestSeen& request) {
+// The account server's service document: the page itself comes from the developers' file, the
+// account domain is this server.
+HttpAnswer ServiceDocument(const HttpRequestSeen& request, unsigned short port) {
     HttpAnswer answer;
     if (!request.target.ends_with("/txdfApi.json")) {
         answer.status = 404;
         answer.reason = "Not Found";
         return answer;
     }
-    answer.body = R"({"url":{"qvd_brevan_plugin_domain":"http://127.0.0.1/p?platform=%s"},)"
-                  R"("size":1,"dsvConfig":{}})";
+    answer.body = R"({"url":{"qvd_brevan_plugin_domain":"http://127.0.0.1/p?platform=%s",)"
+                  R"("qvd_domain":"http://127.0.0.1:)" +
+                  std::to_string(port) + R"("},"size":2,"dsvConfig":{}})";
     return answer;
 }
 
@@ -62,7 +65,10 @@ QWebEngineView* PluginBrowser(QWidget& window) {
 }
 
 TEST(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocument) {
-    LocalHttpServer server(ServiceDocument);
+    std::atomic<unsigned short> port = 0;
+    LocalHttpServer server(
+        [&](const HttpRequestSeen& request) { return ServiceDocument(request, port.load()); });
+    port = server.port();
     QTemporaryDir profile;
     WriteDevelopersFile(profile.path());
     pdfhost::HostOptions options;
@@ -103,6 +109,12 @@ TEST(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocument)
         return Evaluate(*browser->page(),
                         QStringLiteral("document.querySelectorAll('#findings li.finding').length"))
                    .toInt() > 0;
+    }));
+    // The header names the signed-in user.
+    EXPECT_TRUE(WaitFor([&] {
+        return Evaluate(*browser->page(), QStringLiteral("document.getElementById('account')."
+                                                         "textContent"))
+                   .toString() == QStringLiteral("Local User");
     }));
     Spin(500);  // let the page paint
 
