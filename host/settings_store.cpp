@@ -1,28 +1,13 @@
 #include "settings_store.h"
 
 #include <charconv>
-#include <fstream>
-#include <iostream>
 
-#include <json/reader.h>
-#include <json/writer.h>
+#include "profile_json_file.h"
 
 namespace pdfhost {
 
-SettingsStore::SettingsStore(std::filesystem::path file) : file_(std::move(file)) {
-    std::ifstream in(file_, std::ios::binary);
-    if (!in)
-        return;
-    Json::CharReaderBuilder builder;
-    Json::Value parsed;
-    std::string errors;
-    if (!Json::parseFromStream(builder, in, &parsed, &errors) || !parsed.isObject()) {
-        std::cerr << "pdfhost: ignoring unreadable settings file " << file_ << ": " << errors
-                  << '\n';
-        return;
-    }
-    root_ = parsed;
-}
+SettingsStore::SettingsStore(std::filesystem::path file)
+    : file_(std::move(file)), root_(ReadProfileJson(file_, "settings")) {}
 
 void SettingsStore::SetInt(const std::string& section, const std::string& key, int value) {
     Set(section, key, Json::Value(value));
@@ -77,23 +62,7 @@ std::optional<std::string> SettingsStore::GetString(const std::string& section,
 }
 
 void SettingsStore::Write() const {
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "  ";
-    builder["emitUTF8"] = true;
-    std::filesystem::path temporary = file_;
-    temporary += ".tmp";
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        out << Json::writeString(builder, root_) << '\n';
-        if (!out) {
-            std::cerr << "pdfhost: cannot write settings file " << temporary << '\n';
-            return;
-        }
-    }
-    std::error_code error;
-    std::filesystem::rename(temporary, file_, error);
-    if (error)
-        std::cerr << "pdfhost: cannot replace " << file_ << ": " << error.message() << '\n';
+    WriteProfileJson(file_, root_, "settings");
 }
 
 }  // namespace pdfhost

@@ -1,11 +1,8 @@
 #include "account/local_account.h"
 
-#include <fstream>
-#include <iostream>
 #include <random>
 
-#include <json/reader.h>
-#include <json/writer.h>
+#include "profile_json_file.h"
 
 namespace pdfhost {
 namespace {
@@ -34,17 +31,7 @@ LocalAccount::LocalAccount(std::filesystem::path file) : file_(std::move(file)),
 }
 
 void LocalAccount::Read() {
-    std::ifstream in(file_, std::ios::binary);
-    if (!in)
-        return;
-    Json::CharReaderBuilder builder;
-    Json::Value root;
-    std::string errors;
-    if (!Json::parseFromStream(builder, in, &root, &errors) || !root.isObject()) {
-        std::cerr << "pdfhost: ignoring unreadable account file " << file_ << ": " << errors
-                  << '\n';
-        return;
-    }
+    const Json::Value root = ReadProfileJson(file_, "account");
     signedIn_ = root["signedIn"].isBool() && root["signedIn"].asBool();
     server_ = TextOf(root, "server", "");
     if (const Json::Value& user = root["user"]; user.isObject()) {
@@ -98,23 +85,7 @@ void LocalAccount::Write() const {
     for (const auto& [server, token] : tokens_)
         tokens[server] = token;
 
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "  ";
-    builder["emitUTF8"] = true;
-    std::filesystem::path temporary = file_;
-    temporary += ".tmp";
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        out << Json::writeString(builder, root) << '\n';
-        if (!out) {
-            std::cerr << "pdfhost: cannot write account file " << temporary << '\n';
-            return;
-        }
-    }
-    std::error_code error;
-    std::filesystem::rename(temporary, file_, error);
-    if (error)
-        std::cerr << "pdfhost: cannot replace " << file_ << ": " << error.message() << '\n';
+    WriteProfileJson(file_, root, "account");
 }
 
 }  // namespace pdfhost
