@@ -277,6 +277,10 @@ int HostApp::SaveDocument(HostDocument& document) {
             std::cerr << "pdfhost: " << error.what() << '\n';
         }
     }
+    return SaveFinished(document, result);
+}
+
+int HostApp::SaveFinished(HostDocument& document, int result) {
     if (!document.IsHidden()) {
         Notify([&](DocumentObserver& observer) { observer.DocumentChanged(document); });
     }
@@ -294,11 +298,7 @@ int HostApp::SaveDocumentAs(HostDocument& document, const std::string& path) {
     } catch (const std::exception& error) {
         std::cerr << "pdfhost: " << error.what() << '\n';
     }
-    if (!document.IsHidden()) {
-        Notify([&](DocumentObserver& observer) { observer.DocumentChanged(document); });
-    }
-    events_.DidSave(document.Handle(), result);
-    return result;
+    return SaveFinished(document, result);
 }
 
 void HostApp::MarkModified(HostDocument& document) {

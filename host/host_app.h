@@ -161,6 +161,8 @@ class HostApp {
     BubbleNotices& Bubbles() { return bubbles_; }
 
   private:
+    // After a save: the windows redraw the document, did-save fires; returns `result`.
+    int SaveFinished(HostDocument& document, int result);
     OpenResult Open(const std::string& path, const std::string& password, DocumentKind kind,
                     bool fireHooks);
     void Announce(HostDocument& document);
