@@ -12,11 +12,6 @@ namespace {
 using namespace tables;
 using hostops::Op;
 
-HostDocument* FindPdf(HostApp& app, NdxDoc doc) {
-    HostDocument* document = app.Documents().FindByPdf(doc);
-    return document != nullptr && !document->IsClosing() ? document : nullptr;
-}
-
 NdxFlattener FlattenerNew(NdxDoc doc) {
     return Guarded<NdxFlattener>(nullptr, [&](HostApp& app) -> NdxFlattener {
         if (FindPdf(app, doc) == nullptr)

@@ -10,11 +10,6 @@ namespace {
 using namespace tables;
 using hostops::Op;
 
-HostDocument* FindPdf(HostApp& app, NdxDoc doc) {
-    HostDocument* document = app.Documents().FindByPdf(doc);
-    return document != nullptr && !document->IsClosing() ? document : nullptr;
-}
-
 // The index of the page whose dictionary is `dict`, or -1.
 int PageIndexOf(fz_context* ctx, pdf_document* pdf, pdf_obj* dict, int pageCount) {
     return engine::CallMupdf(ctx, "page number", [&] {

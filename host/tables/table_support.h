@@ -62,4 +62,10 @@ inline HostDocument* FindDocument(HostApp& app, HostDoc handle) {
     return document != nullptr && !document->IsClosing() ? document : nullptr;
 }
 
+// The open document whose PDF is `doc`; null for an unknown or closing one.
+inline HostDocument* FindPdf(HostApp& app, NdxDoc doc) {
+    HostDocument* document = app.Documents().FindByPdf(doc);
+    return document != nullptr && !document->IsClosing() ? document : nullptr;
+}
+
 }  // namespace pdfhost::tables
