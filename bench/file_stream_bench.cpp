@@ -65,7 +65,7 @@ void BM_GetFileStreamThroughBridge(benchmark::State& state) {
         return;
     }
     const std::wstring id = app.documents->newIdForPath(StreamedFile().wstring());
-    app.documents->bindPath(id, StreamedFile().wstring(), false);
+    app.documents->bindPath(id, StreamedFile().wstring());
     LastReply page;
     WebMessageChannel channel(app, page);
     const std::string release = R"(["base","releaseFileStream","","r"])";

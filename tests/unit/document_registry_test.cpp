@@ -18,7 +18,7 @@ HostDoc Handle(int n) {
 TEST(DocumentRegistryTest, ClosedDocumentKeepsPathAndTailButLosesHandleAndServiceId) {
     DocumentRegistry registry;
     registry.bindDoc(L"{A}", Handle(1));
-    registry.bindPath(L"{A}", L"/d/a.pdf", false);
+    registry.bindPath(L"{A}", L"/d/a.pdf");
     registry.bindAiFileId(L"{A}", L"doc-7-rev-3");
     registry.forgetDoc(L"{A}");
 
@@ -58,7 +58,7 @@ TEST(DocumentRegistryTest, EmptyKeysAreIgnored) {
     DocumentRegistry registry;
     registry.bindDoc(L"", Handle(1));
     registry.bindDoc(L"{A}", nullptr);
-    registry.bindPath(L"{A}", L"", true);
+    registry.bindScratchPath(L"{A}", L"", L"/tmp");
     registry.bindAiFileId(L"{A}", L"");
     registry.erase(L"");
     EXPECT_TRUE(registry.records().empty());
@@ -70,7 +70,7 @@ TEST(DocumentRegistryTest, EmptyKeysAreIgnored) {
 TEST(DocumentRegistryTest, PickingAnOpenFileErasesItsRecord) {
     DocumentRegistry registry;
     registry.bindDoc(L"{OLD}", Handle(1));
-    registry.bindPath(L"{OLD}", L"/d/a.pdf", false);
+    registry.bindPath(L"{OLD}", L"/d/a.pdf");
     const std::wstring fresh = registry.newIdForPath(L"/d/a.pdf");
     EXPECT_NE(fresh, L"{OLD}");
     std::wstring id;
@@ -78,30 +78,36 @@ TEST(DocumentRegistryTest, PickingAnOpenFileErasesItsRecord) {
     EXPECT_TRUE(registry.records().empty());  // the new id is not bound yet
 }
 
-TEST(DocumentRegistryTest, ScratchFilesGoAtDestructionUnlessKept) {
+TEST(DocumentRegistryTest, ScratchFilesGoAtDestructionOnlyInsideTheirFolder) {
     const auto folder = std::filesystem::path(testing::TempDir()) / "registry-scratch";
-    std::filesystem::create_directories(folder);
-    const auto scratch = folder / "download.pdf";
-    const auto kept = folder / "kept.pdf";
-    std::ofstream(scratch) << "x";
-    std::ofstream(kept) << "x";
+    const auto root = folder / "temp";
+    std::filesystem::create_directories(root / "id");
+    const auto scratch = root / "id" / "download.pdf";
+    const auto kept = root / "kept.pdf";
+    const auto outside = folder / "outside.pdf";
+    for (const auto& file : {scratch, kept, outside})
+        std::ofstream(file) << "x";
+    const std::wstring rootText = FromUtf8(root.string());
     {
         DocumentRegistry registry;
-        registry.bindPath(L"{S}", FromUtf8(scratch.string()), true);
-        registry.bindPath(L"{K}", FromUtf8(kept.string()), true);
-        registry.bindPath(L"{K}", FromUtf8(kept.string()), false);
-        registry.bindPath(L"{GONE}", L"/no/such/file.pdf", true);
+        registry.bindScratchPath(L"{S}", FromUtf8(scratch.string()), rootText);
+        registry.bindScratchPath(L"{K}", FromUtf8(kept.string()), rootText);
+        registry.bindPath(L"{K}", FromUtf8(kept.string()));
+        registry.bindScratchPath(L"{O}", FromUtf8((root / ".." / "outside.pdf").string()),
+                                 rootText);
+        registry.bindScratchPath(L"{GONE}", L"/no/such/file.pdf", rootText);
     }
     EXPECT_FALSE(std::filesystem::exists(scratch));
     EXPECT_TRUE(std::filesystem::exists(kept));
-    EXPECT_TRUE(std::filesystem::exists(folder));
+    EXPECT_TRUE(std::filesystem::exists(outside));
+    EXPECT_TRUE(std::filesystem::exists(root / "id"));
     std::filesystem::remove_all(folder);
 }
 
 TEST(DocumentRegistryTest, WalksTakeTheFirstRecordInIdOrder) {
     DocumentRegistry registry;
-    registry.bindPath(L"{B}", L"/same.pdf", false);
-    registry.bindPath(L"{A}", L"/same.pdf", false);
+    registry.bindPath(L"{B}", L"/same.pdf");
+    registry.bindPath(L"{A}", L"/same.pdf");
     std::wstring id;
     EXPECT_TRUE(registry.findIdByPath(L"/same.pdf", id));
     EXPECT_EQ(id, L"{A}");

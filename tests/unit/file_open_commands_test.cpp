@@ -239,6 +239,46 @@ TEST_F(FileOpenCommandsTest, FailedDownloadJobsAnswerTheirStepAndTellThePage) {
     EXPECT_EQ(FailedEvents(), 5);
 }
 
+// Ids and names that would lead a path out of its folder, or name a device, touch no file: the
+// markers beside and above the temporary folder all stay.
+TEST_F(FileOpenCommandsTest, HostileIdsAndNamesTouchNoFileOutsideTheirFolder) {
+    platform.downloads.clear();  // every download fails, so the clean-up runs too
+    const std::vector<fs::path> markers = {temp / "marker", temp.parent_path() / "marker",
+                                           temp / "victim" / "marker"};
+    for (const fs::path& marker : markers) {
+        fs::create_directories(marker.parent_path());
+        std::ofstream(marker) << "keep";
+    }
+    const std::string longName(256, 'a');
+    const std::vector<std::pair<std::string, std::string>> idAndName = {
+        {R"(..\u0000)", "report.pdf"},
+        {R"(\u0000)", "report.pdf"},
+        {R"(.\u0000)", "report.pdf"},
+        {R"(victim\u0000x)", "report.pdf"},
+        {"..", "report.pdf"},
+        {"a/..", "report.pdf"},
+        {R"(a\\b)", "report.pdf"},
+        {"c:x", "report.pdf"},
+        {"CON", "report.pdf"},
+        {"nul.txt", "report.pdf"},
+        {"COM1", "report.pdf"},
+        {"dot.", "report.pdf"},
+        {longName, "report.pdf"},
+        {"ok-1", R"(..\u0000)"},
+        {"ok-1", R"(\u0000)"},
+        {"ok-1", "marker\\u0000.pdf"},
+        {"ok-1", ".."},
+        {"ok-1", "LPT9.pdf"},
+        {"ok-1", longName}};
+    for (const auto& [id, name] : idAndName) {
+        SCOPED_TRACE(id + " / " + name);
+        const int ret = OpenFile(id, name)["ret"].asInt();
+        EXPECT_TRUE(ret == 400019 || ret == 300006) << ret;
+        for (const fs::path& marker : markers)
+            EXPECT_TRUE(fs::exists(marker)) << marker;
+    }
+}
+
 TEST_F(FileOpenCommandsTest, FileSelectionRegistersEachPathWithoutOpeningIt) {
     const fs::path a = temp / "a.pdf";
     std::ofstream(a) << "12345";

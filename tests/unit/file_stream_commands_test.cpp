@@ -17,7 +17,7 @@ class FileStreamTest : public FileCommandsFixture {
     // A file known to the registry but not open, as one picked in the file dialog.
     std::wstring Pick(const std::string& name, const std::string& bytes, const char* id = kPicked) {
         const std::wstring path = WriteFile(name, bytes);
-        app.documents->bindPath(FromUtf8(id), path, false);
+        app.documents->bindPath(FromUtf8(id), path);
         return path;
     }
     static std::string Block(const std::string& id, const std::string& offset,
@@ -108,7 +108,7 @@ TEST_F(FileStreamTest, ChecksInOrderLeaveAClosedStreamClosed) {
     EXPECT_EQ(Ret("getFileStream", Block("unknown", "0", "1")), 300004);
 
     // A path that cannot be opened fails the open, and the next request opens afresh.
-    app.documents->bindPath(FromUtf8(kPicked), WriteFile("gone.bin", "") + L".missing", false);
+    app.documents->bindPath(FromUtf8(kPicked), WriteFile("gone.bin", "") + L".missing");
     EXPECT_EQ(Read(0, 1)["ret"].asInt(), 400001);
     EXPECT_EQ(host.Bar(), nullptr);
     Pick("back.bin", "z");

@@ -52,7 +52,7 @@ void DocEventRecord::RegisterDocument(Brevan& app, HostDoc doc) {
     id = NewGuidText();
     app.documents->bindDoc(id, doc);
     if (app.host().HostDocIsTemporary(doc) == 0) {
-        app.documents->bindPath(id, FilePathOf(app.host(), doc), false);
+        app.documents->bindPath(id, FilePathOf(app.host(), doc));
     }
 }
 
@@ -78,7 +78,7 @@ void DocEventRecord::OnDocDidSave(void* client, HostDoc doc, int result) {
     DocSavedEvent(app, doc).Send();
     std::wstring id;
     if (result != 0 && app.documents && app.documents->findIdByDoc(doc, id)) {
-        app.documents->bindPath(id, FilePathOf(app.host(), doc), false);
+        app.documents->bindPath(id, FilePathOf(app.host(), doc));
     }
     // A save the user cancelled reports 0 and does not count as the save of a temporary document.
     if (app.saveOfTemporaryDoc != 0 && result != 0)

@@ -21,7 +21,7 @@ Json::Value GetCurrentDocDispatcher::Run() {
         if (app_.host().HostDocIsTemporary(doc) == 0) {
             HostWide path(app_.host());
             app_.host().HostDocGetFilePath(doc, path);
-            registry.bindPath(id, path.Text(), false);
+            registry.bindPath(id, path.Text());
         }
     }
     std::wstring path;

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <random>
 
+#include "util/confined_files.h"
 #include "util/utf.h"
 
 namespace {
@@ -26,8 +27,7 @@ DocumentRegistry::~DocumentRegistry() {
     for (const auto& [id, record] : records_) {
         if (!record.isTemp || record.path.empty())
             continue;
-        std::error_code ignored;
-        std::filesystem::remove(std::filesystem::path(ToUtf8(record.path)), ignored);
+        RemoveInside(ToUtf8(record.scratchRoot), ToUtf8(record.path), false);
     }
 }
 
@@ -131,12 +131,23 @@ void DocumentRegistry::bindDoc(const std::wstring& id, HostDoc doc) {
     records_[id].doc = doc;
 }
 
-void DocumentRegistry::bindPath(const std::wstring& id, const std::wstring& path, bool isTemp) {
+void DocumentRegistry::bindPath(const std::wstring& id, const std::wstring& path) {
     if (id.empty() || path.empty())
         return;
     DocumentRecord& record = records_[id];
     record.path = path;
-    record.isTemp = isTemp;
+    record.isTemp = false;
+    record.scratchRoot.clear();
+}
+
+void DocumentRegistry::bindScratchPath(const std::wstring& id, const std::wstring& path,
+                                       const std::wstring& root) {
+    if (id.empty() || path.empty() || root.empty())
+        return;
+    DocumentRecord& record = records_[id];
+    record.path = path;
+    record.isTemp = true;
+    record.scratchRoot = root;
 }
 
 void DocumentRegistry::bindAiFileId(const std::wstring& id, const std::wstring& aiFileId) {

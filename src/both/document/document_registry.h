@@ -17,12 +17,14 @@ struct DocumentRecord {
     std::wstring aiFileHead;  // aiFileId before its last "-"
     std::wstring aiFileTail;  // aiFileId after its last "-"
     bool isTemp = false;
+    std::wstring scratchRoot;  // the folder a scratch copy must lie in to be deleted
 };
 
 class DocumentRegistry {
   public:
     DocumentRegistry() = default;
-    // Deletes the file of every record marked as a scratch copy; the folders stay.
+    // Deletes the file of every record marked as a scratch copy, when it still lies inside the
+    // folder it was made in; the folders stay.
     ~DocumentRegistry();
     DocumentRegistry(const DocumentRegistry&) = delete;
     DocumentRegistry& operator=(const DocumentRegistry&) = delete;
@@ -40,7 +42,10 @@ class DocumentRegistry {
     // Erases the record that holds `path`, if any, and returns a fresh id (not yet bound).
     std::wstring newIdForPath(const std::wstring& path);
     void bindDoc(const std::wstring& id, HostDoc doc);
-    void bindPath(const std::wstring& id, const std::wstring& path, bool isTemp);
+    void bindPath(const std::wstring& id, const std::wstring& path);
+    // A scratch copy made by the plug-in inside `root`: deleted with the registry.
+    void bindScratchPath(const std::wstring& id, const std::wstring& path,
+                         const std::wstring& root);
     void bindAiFileId(const std::wstring& id, const std::wstring& aiFileId);
     void erase(const std::wstring& id);
     // At document close: forgets the handle, aiFileId and its head; keeps path, tail and isTemp.

@@ -9,27 +9,19 @@
 #include "config/brevan_config.h"
 #include "document/document_registry.h"
 #include "document/download_status.h"
+#include "util/confined_files.h"
 #include "util/utf.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// A name that stands for a file of its own inside a folder.
-bool IsPlainName(const std::wstring& name) {
-    return !name.empty() && name != L"." && name != L".." &&
-           name.find_first_of(L"/\\") == std::wstring::npos;
-}
-
-// Empties the download folder of `aiFileId`, or makes it. The id must be a plain name, so that
-// the folder lies inside the temporary folder.
-bool PrepareFolder(const fs::path& folder) {
+// Empties the download folder, or makes it. Only a folder inside the temporary folder is ever
+// emptied.
+bool PrepareFolder(const fs::path& temp, const fs::path& folder) {
     std::error_code error;
-    if (fs::exists(fs::symlink_status(folder, error))) {
-        fs::remove_all(folder, error);
-        if (error)
-            return false;
-    }
+    if (!RemoveInside(temp, folder, true))
+        return false;
     return fs::create_directory(folder, error) && !error;
 }
 
@@ -41,14 +33,16 @@ std::wstring LastNameComponent(const std::wstring& fileName) {
 }
 
 int32_t DownloadJob::Run(HostDoc& doc) {
-    if (!IsPlainName(aiFileId_))
+    if (!IsPlainFileName(aiFileId_))
         return err::kDownloadFolderFailed;
-    const fs::path folder = fs::path(ToUtf8(app_.platform().TempFolder())) / ToUtf8(aiFileId_);
-    if (!PrepareFolder(folder))
+    const std::wstring tempFolder = app_.platform().TempFolder();
+    const fs::path temp(ToUtf8(tempFolder));
+    const fs::path folder = temp / ToUtf8(aiFileId_);
+    if (!PrepareFolder(temp, folder))
         return err::kDownloadFolderFailed;
 
     const std::wstring name = LastNameComponent(fileName_);
-    if (!IsPlainName(name))
+    if (!IsPlainFileName(name))
         return err::kDownloadFailed;
     const fs::path target = folder / ToUtf8(name);
     const std::wstring path = FromUtf8(target.string());
@@ -67,7 +61,7 @@ int32_t DownloadJob::Run(HostDoc& doc) {
     // The copy is a scratch file: it goes when the plug-in unloads.
     DocumentRegistry& registry = *app_.documents;
     const std::wstring id = registry.newIdForPath(path);
-    registry.bindPath(id, path, true);
+    registry.bindScratchPath(id, path, tempFolder);
     registry.bindAiFileId(id, aiFileId_);
 
     doc = app_.host().HostDocOpen(path.c_str(), L"", 1, 0);

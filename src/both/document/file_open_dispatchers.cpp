@@ -76,7 +76,7 @@ Json::Value ShowFileSelectDialogDispatcher::Run() {
         if (path.empty())
             return Fail(err::kNoPath);
         const std::wstring id = registry.newIdForPath(path);
-        registry.bindPath(id, path, false);
+        registry.bindPath(id, path);
         FileDescriptor descriptor;
         descriptor.id = id;
         descriptor.name = LastPathComponent(path);

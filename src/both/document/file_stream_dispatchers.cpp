@@ -63,7 +63,7 @@ Source FileOf(Brevan& app, const std::wstring& id, std::wstring& path) {
     host.HostDocGetFilePath(doc, hostPath);
     path = hostPath.Text();
     if (save)
-        app.documents->bindPath(id, path, false);
+        app.documents->bindPath(id, path);
     return Source::kFound;
 }
 

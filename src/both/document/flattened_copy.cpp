@@ -3,6 +3,7 @@
 #include "app/brevan.h"
 #include "bridge/error_codes.h"
 #include "host/host_string.h"
+#include "util/confined_files.h"
 #include "util/utf.h"
 
 namespace fs = std::filesystem;
@@ -24,10 +25,8 @@ HostOpenHiddenOptions HiddenCopyOptions() {
 FlattenedCopy::~FlattenedCopy() {
     if (copy_ != nullptr)
         app_.host().HostDocClose(copy_, 0, 0, 0);
-    if (!scratch_.empty()) {
-        std::error_code ignored;
-        fs::remove(scratch_, ignored);
-    }
+    if (!scratch_.empty())
+        RemoveInside(scratch_.parent_path(), scratch_, false);
     if (copy_ != nullptr && !app_.batchMode)
         app_.ShowTaskPane(true);
 }
@@ -40,8 +39,7 @@ bool FlattenedCopy::CopyFile(const fs::path& from, fs::path to) {
     // clean-up never deletes the user's own file.
     if (fs::exists(to, error) && fs::equivalent(from, to, error))
         to.replace_filename("text-of-" + to.filename().string());
-    fs::remove(to, error);
-    if (!fs::copy_file(from, to, error))
+    if (!RemoveInside(to.parent_path(), to, false) || !fs::copy_file(from, to, error))
         return false;
     scratch_ = to;
     fs::permissions(to, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::add,
@@ -55,7 +53,7 @@ int32_t FlattenedCopy::Make(HostDoc source, int firstPage, int endPage) {
     host.HostDocGetFilePath(source, sourcePath);
     HostWide fileName(host);
     host.HostDocGetFileName(source, fileName);
-    if (fileName.Text().empty() ||
+    if (!IsPlainFileName(fileName.Text()) ||
         !CopyFile(ToUtf8(sourcePath.Text()),
                   ToUtf8(app_.platform().TempFolder() + fileName.Text())))
         return err::kClosedDoc;
