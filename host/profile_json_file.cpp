@@ -2,11 +2,15 @@
 
 #include <fstream>
 #include <iostream>
+#include <iterator>
+#include <memory>
 #include <string>
 #include <system_error>
 
 #include <json/reader.h>
 #include <json/writer.h>
+
+#include "json_depth.h"
 
 namespace pdfhost {
 
@@ -14,10 +18,14 @@ Json::Value ReadProfileJson(const std::filesystem::path& file, const char* what)
     std::ifstream in(file, std::ios::binary);
     if (!in)
         return Json::Value(Json::objectValue);
+    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     Json::CharReaderBuilder builder;
+    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
     Json::Value root;
-    std::string errors;
-    if (!Json::parseFromStream(builder, in, &root, &errors) || !root.isObject()) {
+    std::string errors = "nested too deep";
+    if (!JsonDepthWithin(text) ||
+        !reader->parse(text.data(), text.data() + text.size(), &root, &errors) ||
+        !root.isObject()) {
         std::cerr << "pdfhost: ignoring unreadable " << what << " file " << file << ": " << errors
                   << '\n';
         return Json::Value(Json::objectValue);

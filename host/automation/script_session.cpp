@@ -15,11 +15,16 @@
 #include "automation/user_redaction.h"
 #include "automation/view_state.h"
 #include "host_app.h"
+#include "json_depth.h"
 
 namespace pdfhost {
 namespace {
 
 bool ParseObject(const std::string& text, Json::Value& value, std::string& error) {
+    if (!JsonDepthWithin(text)) {
+        error = "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels";
+        return false;
+    }
     Json::CharReaderBuilder builder;
     Json::CharReaderBuilder::strictMode(&builder.settings_);
     const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());

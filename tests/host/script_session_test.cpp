@@ -90,8 +90,9 @@ TEST_F(ScriptSessionTest, BadLinesAnswerWithAnErrorAndChangeNothing) {
         Run({testing::Compact(open), "not json", "[1,2]", R"({"host":"open"})",
              R"({"host":"activate","doc":9})", R"({"host":"close","doc":"1"})",
              R"({"host":"wait","ms":-1})", R"({"host":"fly"})", R"({"post":3})", R"({"other":1})",
-             R"({"host":"setField","doc":1})", R"({"host":"answer","value":1})"});
-    ASSERT_EQ(lines.size(), 12u);
+             R"({"host":"setField","doc":1})", R"({"host":"answer","value":1})",
+             R"({"host":)" + std::string(1001, '[') + std::string(1001, ']') + "}"});
+    ASSERT_EQ(lines.size(), 13u);
     for (const auto& line : lines)
         EXPECT_TRUE(line["error"].isString()) << testing::Compact(line);
     EXPECT_EQ(lines[0]["error"].asString(), "cannot open " + missing + ": no such file");
@@ -100,6 +101,7 @@ TEST_F(ScriptSessionTest, BadLinesAnswerWithAnErrorAndChangeNothing) {
     EXPECT_EQ(lines[7]["error"].asString(), "unknown host command: fly");
     EXPECT_EQ(lines[10]["error"].asString(), "no document 1");
     EXPECT_EQ(lines[11]["error"].asString(), "\"answer\" needs a \"dialog\" kind");
+    EXPECT_EQ(lines[12]["error"].asString(), "malformed line: nested deeper than 256 levels");
     EXPECT_TRUE(app_.Documents().All().empty());
     EXPECT_TRUE(Raw("   ").empty());
 }
