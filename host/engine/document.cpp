@@ -9,6 +9,7 @@
 
 #include "engine/atomic_save.h"
 #include "engine/error.h"
+#include "engine/form_tree_cycles.h"
 #include "engine/info_dictionary.h"
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
@@ -119,6 +120,11 @@ Document Document::Open(Context& context, const std::string& path, const std::st
 
     if (CallMupdf(ctx, damaged, [&] { return pdf_count_pages(ctx, doc); }) <= 0) {
         throw Error(damaged + ": no pages");
+    }
+    try {
+        BreakFormTreeCycles(ctx, doc);
+    } catch (const Error&) {
+        // A tree too damaged to walk is left to the engine's own checks.
     }
     return document;
 }
