@@ -2,16 +2,18 @@
 
 namespace pdfhost {
 
-void SearchMemory::RecordText(int page, std::u32string needle, std::uint32_t flags,
-                              std::vector<engine::MatchPlacement> hits) {
+void SearchMemory::RecordText(int page, std::shared_ptr<const std::u32string> needle,
+                              std::uint32_t flags, std::vector<engine::MatchPlacement> hits) {
     pages_[page] = PageSearch{std::move(needle), flags, std::move(hits), {}};
 }
 
-void SearchMemory::RecordFields(int page, const std::u32string& needle, std::uint32_t flags,
-                                std::vector<FieldHit> hits) {
+void SearchMemory::RecordFields(int page, std::shared_ptr<const std::u32string> needle,
+                                std::uint32_t flags, std::vector<FieldHit> hits) {
     PageSearch& search = pages_[page];
-    if (search.needle != needle || search.flags != flags)
-        search = PageSearch{needle, flags, {}, {}};
+    const bool sameNeedle = search.needle != nullptr && needle != nullptr &&
+                            (search.needle == needle || *search.needle == *needle);
+    if (!sameNeedle || search.flags != flags)
+        search = PageSearch{std::move(needle), flags, {}, {}};
     search.fields = std::move(hits);
 }
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -31,11 +32,11 @@ using SearchHit = std::variant<engine::MatchPlacement, FieldHit>;
 class SearchMemory {
   public:
     // A text finder started on `page`: its matches replace what the page remembered.
-    void RecordText(int page, std::u32string needle, std::uint32_t flags,
+    void RecordText(int page, std::shared_ptr<const std::u32string> needle, std::uint32_t flags,
                     std::vector<engine::MatchPlacement> hits);
     // A field finder started on `page`: its matches follow those of the text finder that ran
     // with the same needle and flags, or stand alone.
-    void RecordFields(int page, const std::u32string& needle, std::uint32_t flags,
+    void RecordFields(int page, std::shared_ptr<const std::u32string> needle, std::uint32_t flags,
                       std::vector<FieldHit> hits);
 
     std::optional<SearchHit> Find(int page, int ordinal) const;
@@ -48,7 +49,7 @@ class SearchMemory {
 
   private:
     struct PageSearch {
-        std::u32string needle;
+        std::shared_ptr<const std::u32string> needle;  // shared by the pages of one search
         std::uint32_t flags = 0;
         std::vector<engine::MatchPlacement> text;
         std::vector<FieldHit> fields;

@@ -3,7 +3,10 @@
 // harmlessly: every operation on it first checks that the document is still open.
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "engine/geometry.h"
@@ -35,7 +38,17 @@ struct FieldFindRecord {
     int current = -1;
 };
 
+// The needle of the last search started, with its flags and compiled pattern. A search runs
+// over many pages with one needle: it is converted and compiled once, and every page that
+// remembers it shares this one copy.
+struct SearchNeedle {
+    std::shared_ptr<const std::u32string> text = std::make_shared<const std::u32string>();
+    std::uint32_t flags = 0;
+    std::optional<engine::TextPattern> pattern;  // nullopt: nothing to find
+};
+
 struct TextHandles {
+    SearchNeedle lastNeedle;
     HandlePool<NdxTextPage, TextPageRecord> pages;
     HandlePool<NdxTextFind, TextFindRecord> finders;
     HandlePool<NdxFieldFind, FieldFindRecord> fieldFinders;

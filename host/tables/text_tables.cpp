@@ -37,6 +37,26 @@ engine::FindOptions OptionsOf(uint32_t flags) {
                                .wholeWord = (flags & kNdxFindWholeWord) != 0};
 }
 
+bool SameText(const std::u32string& converted, const wchar_t* text) {
+    std::size_t i = 0;
+    for (; text != nullptr && text[i] != L'\0'; ++i) {
+        if (i >= converted.size() || converted[i] != static_cast<char32_t>(text[i]))
+            return false;
+    }
+    return i == converted.size();
+}
+
+// The needle of a search being started: the last one again when text and flags are the same.
+const SearchNeedle& NeedleOf(HostApp& app, const wchar_t* text, uint32_t flags) {
+    SearchNeedle& last = app.Texts().lastNeedle;
+    if (last.flags != flags || !SameText(*last.text, text)) {
+        last.text = std::make_shared<const std::u32string>(Utf32Of(text));
+        last.flags = flags;
+        last.pattern = engine::TextPattern::Compile(*last.text, OptionsOf(flags));
+    }
+    return last;
+}
+
 // The open document and page index a PDF page handle stands for.
 struct PageRef {
     HostDocument* document = nullptr;
@@ -138,18 +158,16 @@ int TextFindStart(NdxTextFind find, const wchar_t* text, uint32_t flags, int sta
     return Guarded(0, [&](HostApp& app) {
         TextFindRecord* record = app.Texts().finders.Find(find);
         HostDocument* document = record != nullptr ? FindDocument(app, record->document) : nullptr;
-        const std::u32string needle = Utf32Of(text);
-        const std::optional<engine::TextPattern> pattern =
-            engine::TextPattern::Compile(needle, OptionsOf(flags));
-        if (document == nullptr || !pattern)
+        const SearchNeedle& needle = NeedleOf(app, text, flags);
+        if (document == nullptr || !needle.pattern)
             return 0;
-        record->matches = pattern->FindAll(*record->text, startIndex);
+        record->matches = needle.pattern->FindAll(*record->text, startIndex);
         record->current = -1;
         std::vector<engine::MatchPlacement> placements;
         placements.reserve(record->matches.size());
         for (const engine::TextMatch& match : record->matches)
             placements.push_back(engine::PlacementOf(*record->text, match));
-        document->Searches().RecordText(record->page, needle, flags, std::move(placements));
+        document->Searches().RecordText(record->page, needle.text, flags, std::move(placements));
         return 1;
     });
 }
@@ -209,13 +227,11 @@ int FieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
     return Guarded(0, [&](HostApp& app) {
         FieldFindRecord* record = app.Texts().fieldFinders.Find(find);
         HostDocument* document = record != nullptr ? FindDocument(app, record->document) : nullptr;
-        const std::u32string needle = Utf32Of(text);
-        const std::optional<engine::TextPattern> pattern =
-            engine::TextPattern::Compile(needle, OptionsOf(flags));
-        if (document == nullptr || !pattern)
+        const SearchNeedle& needle = NeedleOf(app, text, flags);
+        if (document == nullptr || !needle.pattern)
             return 0;
         std::vector<engine::FieldMatch> found =
-            engine::FindInFieldValues(document->Engine(), record->page, *pattern);
+            engine::FindInFieldValues(document->Engine(), record->page, *needle.pattern);
         record->matches.clear();
         record->current = -1;
         std::vector<FieldHit> hits;
@@ -224,7 +240,7 @@ int FieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
             hits.push_back(FieldHit{FieldHandle(*document, match.field.get()),
                                     std::move(match.value), match.match});
         }
-        document->Searches().RecordFields(record->page, needle, flags, std::move(hits));
+        document->Searches().RecordFields(record->page, needle.text, flags, std::move(hits));
         return 1;
     });
 }

@@ -27,8 +27,12 @@ TEST_F(TextSearchCommandsTest, FindTextsChecksInOrder) {
     EXPECT_EQ(Ret("findTexts", R"({"text":"a"})"), 100004);
     EXPECT_EQ(Ret("findTexts", R"({"file":{"id":""},"text":"a"})"), 100004);
     const std::string file = R"("file":{"id":"any"})";
-    for (const char* text : {R"("")", "null", R"(["one"])"})
-        EXPECT_EQ(Ret("findTexts", "{" + file + R"(,"text":)" + text + "}"), 100008) << text;
+    // A text longer than any page holds is refused before the document is looked at.
+    const std::string overlong = '"' + std::string(64 * 1024 + 1, 'a') + '"';
+    for (const std::string& text :
+         {std::string(R"("")"), std::string("null"), std::string(R"(["one"])"), overlong,
+          R"(["one",)" + overlong + "]"})
+        EXPECT_EQ(Ret("findTexts", "{" + file + R"(,"text":)" + text + "}"), 100008) << text.size();
     // A number passes the early check and is refused only after the document and range checks.
     EXPECT_EQ(Ret("findTexts", "{" + file + R"(,"text":5})"), 300001);
     HostDoc doc = OpenText({{L"alpha"}, {L"beta"}});
@@ -136,11 +140,14 @@ TEST_F(TextSearchCommandsTest, FindTextListEntriesInOrderAndMalformedEntriesWhen
     const std::string file = FileArg(doc);
     EXPECT_EQ(Ret("findTextList", "{" + file + R"(,"textList":[]})"), 400005);
     EXPECT_EQ(Ret("findTextList", "{" + file + R"(,"textList":[["none",0]]})"), 400005);
-    for (const char* bad : {R"([["one",0],["two"]])", R"([["one",0],null])",
-                            R"([["one",0],["two","flags"]])", R"([[["one"],0]])"}) {
+    const std::string overlong = R"([["one",0],[")" + std::string(64 * 1024 + 1, 'a') + R"(",0]])";
+    for (const std::string& bad :
+         {std::string(R"([["one",0],["two"]])"), std::string(R"([["one",0],null])"),
+          std::string(R"([["one",0],["two","flags"]])"), std::string(R"([[["one"],0]])"),
+          overlong}) {
         const Json::Value reply = Call("findTextList", "{" + file + R"(,"textList":)" + bad + "}");
-        EXPECT_EQ(reply["ret"].asInt(), 100013) << bad;
-        EXPECT_TRUE(reply["data"].isNull()) << bad;
+        EXPECT_EQ(reply["ret"].asInt(), 100013) << bad.size();
+        EXPECT_TRUE(reply["data"].isNull()) << bad.size();
     }
     const Json::Value reply = Call(
         "findTextList", "{" + file + R"(,"textList":[["two",0],["none",0],["ONE",1],["one",0]]})");

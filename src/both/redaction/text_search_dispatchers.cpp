@@ -1,5 +1,6 @@
 #include "text_search_dispatchers.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "app/brevan.h"
@@ -104,7 +105,8 @@ Json::Value FindTextsDispatcher::Run() {
         return Fail(err::kNoId);
     const Json::Value& text = Member(root, "text");
     if (text.isNull() || (text.isString() && text.asString().empty()) ||
-        (text.isArray() && text.size() < 2)) {
+        (text.isArray() && text.size() < 2) || IsOverlongText(text) ||
+        (text.isArray() && std::any_of(text.begin(), text.end(), IsOverlongText))) {
         return Fail(err::kNoText);
     }
     Target target;
@@ -212,6 +214,8 @@ Json::Value FindTextListDispatcher::Run() {
     for (Json::ArrayIndex i = 0; i < entries; ++i)
         keys.push_back(NewGuidText());
     std::vector<std::vector<SearchRecord>> lists(entries);
+    // Each entry's text in the host's encoding, made when the walk first reaches it.
+    std::vector<std::optional<std::wstring>> texts(entries);
 
     PageTextSearch search(app_.host(), target.doc, target.pdf);
     int total = 0;
@@ -219,13 +223,16 @@ Json::Value FindTextListDispatcher::Run() {
         const bool fields = search.HasFillableText(search.PdfPage(page));
         for (Json::ArrayIndex i = 0; i < entries; ++i) {
             const Json::Value& entry = textList[i];
-            if (!entry.isArray() || entry.size() != 2 || entry[0].isArray() || entry[0].isObject())
+            if (!entry.isArray() || entry.size() != 2 || entry[0].isArray() ||
+                entry[0].isObject() || IsOverlongText(entry[0]))
                 return Fail(err::kNoType);
             const std::optional<uint32_t> flags = EntryFlagsOf(entry[1]);
             if (!flags)
                 return Fail(err::kNoType);
+            if (!texts[i])
+                texts[i] = TextOf(entry[0]);
             MatchQuery query;
-            query.text = TextOf(entry[0]);
+            query.text = *texts[i];
             query.flags = *flags;
             query.fileId = fileId;
             query.searchKey = keys[i];
