@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "plugin_call.h"
 #include "record_hooks.h"
 
 namespace pdfhost {
@@ -44,7 +45,8 @@ void EventHub::FireDoc(std::size_t word, Args... args) {
         void* hook = HookAt(*entry.record, word);
         if (hook == nullptr)
             continue;
-        reinterpret_cast<Hook>(hook)(entry.record->word(kDocEventClientData), args...);
+        CallPluginVoid("document hook", reinterpret_cast<Hook>(hook),
+                       entry.record->word(kDocEventClientData), args...);
     }
 }
 

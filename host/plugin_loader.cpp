@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "plugin_call.h"
 #include "record_hooks.h"
 #include "table_manager.h"
 
@@ -72,7 +73,7 @@ HostRegistration MakeRegistration(LoadedPlugin& plugin) {
 
 void CallFrameHook(const LoadedPlugin& plugin, std::size_t word, HostFrame frame) {
     if (void* hook = HookAt(plugin.ui, word))
-        reinterpret_cast<HostFrameHook>(hook)(frame);
+        CallPluginVoid("window hook", reinterpret_cast<HostFrameHook>(hook), frame);
 }
 
 }  // namespace
@@ -129,7 +130,7 @@ std::unique_ptr<LoadedPlugin> PluginLoader::Start(const std::filesystem::path& p
         return fail("no PlugInMain");
     uint32_t version = 0;
     HostHandshakeFn handshakeFn = nullptr;
-    if (entry(&version, &handshakeFn) == 0)
+    if (CallPlugin("PlugInMain", 0, entry, &version, &handshakeFn) == 0)
         return fail("PlugInMain failed");
     if (version != kHostInterfaceVersion) {
         return fail("interface version " + std::to_string(version) + " instead of " +
@@ -140,14 +141,15 @@ std::unique_ptr<LoadedPlugin> PluginLoader::Start(const std::filesystem::path& p
 
     starting_ = plugin.get();
     plugin->handshake = MakeHandshake(*plugin);
-    if (handshakeFn(kHostInterfaceVersion, &plugin->handshake) == 0) {
+    if (CallPlugin("handshake", 0, handshakeFn, kHostInterfaceVersion, &plugin->handshake) == 0) {
         return fail("handshake refused");
     }
     if (plugin->registrationFn == nullptr)
         return fail("no registration callback");
 
     plugin->registration = MakeRegistration(*plugin);
-    if (plugin->registrationFn(kHostInterfaceVersion, &plugin->registration) == 0) {
+    if (CallPlugin("registration", 0, plugin->registrationFn, kHostInterfaceVersion,
+                   &plugin->registration) == 0) {
         return fail("registration refused");
     }
     starting_ = nullptr;
@@ -158,7 +160,7 @@ void PluginLoader::RunPhase(const char* phase, HostPluginCallback LoadedPlugin::
     // A callback may load documents or cause events; the list only shrinks here.
     for (std::size_t i = 0; i < plugins_.size();) {
         const HostPluginCallback fn = (*plugins_[i]).*callback;
-        if (fn == nullptr || fn() != 0) {
+        if (fn == nullptr || CallPlugin(phase, 0, fn) != 0) {
             ++i;
             continue;
         }
@@ -187,7 +189,7 @@ void PluginLoader::UnloadAll(const std::vector<HostFrame>& frames) {
         auto plugin = std::move(plugins_.back());
         plugins_.pop_back();
         if (plugin->unloadFn != nullptr)
-            plugin->unloadFn();
+            CallPlugin("unload", 0, plugin->unloadFn);
         Drop(std::move(plugin));
     }
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "plugin_call.h"
+
 namespace pdfhost {
 namespace {
 
@@ -159,7 +161,7 @@ bool RibbonModel::Press(uintptr_t button) {
         return false;
     // The procedure may change the ribbon; it only gets the handle.
     const HostRibbonExecuteProc execute = node->execute;
-    execute(reinterpret_cast<void*>(button));
+    CallPluginVoid("ribbon command", execute, reinterpret_cast<void*>(button));
     return true;
 }
 

@@ -83,6 +83,19 @@ TEST_F(PluginLoading, AFailedInitDropsThePlugInAndItsRecords) {
     EXPECT_EQ(LifeOf(app, "complete"), "main;handshake;register;export;import;init;frame-created;");
 }
 
+TEST_F(PluginLoading, APlugInThatThrowsIsDroppedOrContainedAndTheEditorGoesOn) {
+    HostApp app(WithPlugins({"throwing_main", "throwing", "complete"}));
+    EXPECT_EQ(app.LoadPlugins(), 2u);
+    EXPECT_EQ(LifeOf(app, "throwing_main"), "");  // it never reached the host's tables
+    const std::string path = testing::WritePdf(files_, "a.pdf", testing::ThreePages());
+    app.OpenDocument(path);
+    app.OpenDocument(testing::WritePdf(files_, "b.pdf", testing::ThreePages()));
+    EXPECT_TRUE(LifeOf(app, "throwing").ends_with("frame-created;did-open;did-open;"));
+    EXPECT_TRUE(LifeOf(app, "complete").ends_with("did-open;did-open;"));
+    EXPECT_EQ(app.Documents().All().size(), 2u);
+    app.UnloadPlugins();
+}
+
 TEST_F(PluginLoading, FilesThatAreNoPlugInsAreSkipped) {
     std::ofstream(plugins_ / "garbage.tpi") << "not a library";
     std::filesystem::create_directory(plugins_ / "folder.tpi");

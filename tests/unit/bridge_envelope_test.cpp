@@ -32,10 +32,19 @@ TEST_F(BridgeEnvelopeTest, RepliesCarryTheIdentifiersTextFormAndALineFeed) {
         EXPECT_EQ(Post(text), std::vector<std::string>{reply}) << text;
 }
 
+std::string Nested(int depth, const std::string& inner = "") {
+    return std::string(depth, '[') + inner + std::string(depth, ']');
+}
+
 TEST_F(BridgeEnvelopeTest, ArraysOfAnotherLengthAndNonJsonGetThePlainRefusal) {
-    for (const char* text : {R"(["base","isCurrentDocModified","","id","x"])", R"(["base"])", "[]",
-                             "not json at all", "", "null"}) {
-        EXPECT_EQ(Post(text), std::vector<std::string>{"Error Message Parma"}) << text;
+    // Nesting past the readers' limit is not JSON either, as the envelope or inside it.
+    const std::string tooDeep[] = {Nested(1001), Nested(100000),
+                                   R"(["base","getFileTexts",)" + Nested(1001) + R"(,"x"])"};
+    for (const std::string& text :
+         {std::string(R"(["base","isCurrentDocModified","","id","x"])"), std::string(R"(["base"])"),
+          std::string("[]"), std::string("not json at all"), std::string(""), std::string("null"),
+          tooDeep[0], tooDeep[1], tooDeep[2]}) {
+        EXPECT_EQ(Post(text), std::vector<std::string>{"Error Message Parma"}) << text.size();
     }
 }
 
@@ -47,6 +56,15 @@ TEST_F(BridgeEnvelopeTest, NonArraysAndArraysOrObjectsWhereTextBelongsGetNoReply
     }
     // The channel keeps serving afterwards.
     EXPECT_EQ(Post(R"(["base","isCurrentDocModified","","x"])").size(), 1u);
+}
+
+TEST_F(BridgeEnvelopeTest, AFailureInsideACommandLeavesItWithoutReplyAndTheChannelServing) {
+    const std::string request = R"(["base","isCurrentDocModified","","x"])";
+    host.Doc(host.active).faulty = true;
+    EXPECT_TRUE(Post(request).empty());
+    host.Doc(host.active).faulty = false;
+    EXPECT_EQ(Post(request),
+              std::vector<std::string>{"{\"data\":false,\"ret\":0,\"uuid\":\"x\"}\n"});
 }
 
 TEST_F(BridgeEnvelopeTest, UnknownModuleOrCommandAnswersWithoutIdentifier) {
@@ -73,10 +91,13 @@ TEST_F(BridgeEnvelopeTest, ParametersAsObjectOrAsTextReachTheCommandAlike) {
 
 TEST_F(BridgeEnvelopeTest, ParameterTextThatIsNotJsonOnlyMattersToCommandsThatReadIt) {
     EXPECT_EQ(Call("getCurrentDoc", "{{not json")["ret"].asInt(), 0);
-    const Json::Value reply = Call("getDocMetadata", "{{not json", "abc");
-    EXPECT_EQ(reply["ret"].asInt(), 100001);
-    EXPECT_EQ(reply["uuid"].asString(), "abc");
-    EXPECT_TRUE(reply["data"].isNull());
+    for (const std::string& params : {std::string("{{not json"), Nested(1001)}) {
+        const Json::Value reply = Call("getDocMetadata", params, "abc");
+        EXPECT_EQ(reply["ret"].asInt(), 100001);
+        EXPECT_EQ(reply["uuid"].asString(), "abc");
+        EXPECT_TRUE(reply["data"].isNull());
+    }
+    EXPECT_EQ(Call("getFileTexts", Nested(1001))["ret"].asInt(), 100001);
 }
 
 // Long replies are widened in chunks up to their first byte beyond ASCII, decoded after it.

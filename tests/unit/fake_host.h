@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,7 @@ struct FakeDoc {
     bool modified = false;
     bool temporary = false;
     bool hasPdf = true;
+    bool faulty = false;  // asking whether it is modified throws, as a failing host call may
     uint32_t permissions = kHostPermPrint | kHostPermModify | kHostPermCopy | kHostPermAnnotate;
     std::optional<std::map<std::string, std::string>> info = std::map<std::string, std::string>{};
     std::vector<FakePage> pages;
@@ -135,7 +137,11 @@ class FakeHost : public HostApiDefaults {
 
     // Documents
     NdxDoc HostDocGetPdfDoc(HostDoc doc) override;
-    int HostDocIsModified(HostDoc doc) override { return Doc(doc).modified ? 1 : 0; }
+    int HostDocIsModified(HostDoc doc) override {
+        if (Doc(doc).faulty)
+            throw std::bad_alloc();
+        return Doc(doc).modified ? 1 : 0;
+    }
     int HostDocIsTemporary(HostDoc doc) override { return Doc(doc).temporary ? 1 : 0; }
     uint32_t HostDocGetPermissions(HostDoc doc) override { return Doc(doc).permissions; }
     void HostDocGetFilePath(HostDoc doc, HostWideString out) override;

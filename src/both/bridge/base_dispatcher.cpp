@@ -1,5 +1,7 @@
 #include "base_dispatcher.h"
 
+#include <exception>
+
 #include "app/progress_bar_host.h"
 #include "bridge/error_codes.h"
 #include "bridge/json_text.h"
@@ -44,4 +46,21 @@ std::wstring BaseDispatcher::Dispatch(const wchar_t* commandName) {
 
 std::wstring BaseDispatcher::WideReplyText() {
     return WidenReply({ReplyText()});
+}
+
+std::optional<std::wstring> ContainedReply(const std::function<std::wstring()>& handle,
+                                           std::string_view request) noexcept {
+    const char* reason = "unknown failure";
+    try {
+        return handle();
+    } catch (const std::exception& e) {
+        reason = e.what();
+    } catch (...) {
+    }
+    try {
+        AsyncLogger::Instance().Log(kLogError, "Request failed without a reply (%): %", reason,
+                                    std::string(request.substr(0, 1024)));
+    } catch (...) {
+    }
+    return std::nullopt;
 }

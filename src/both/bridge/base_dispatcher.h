@@ -2,6 +2,10 @@
 // runs it and writes the reply text.
 #pragma once
 
+#include <functional>
+#include <optional>
+#include <string_view>
+
 #include <json/value.h>
 
 #include <cstdint>
@@ -45,3 +49,9 @@ class BaseDispatcher {
     // widen its parts without joining them first.
     virtual std::wstring WideReplyText();
 };
+
+// Runs the whole handling of one request and gives its reply. A failure that escapes it (an
+// allocation that fails, a fault inside a command) is logged as an error and leaves the request
+// without a reply, as for an envelope the page framed wrongly: it never reaches the host.
+std::optional<std::wstring> ContainedReply(const std::function<std::wstring()>& handle,
+                                           std::string_view request) noexcept;

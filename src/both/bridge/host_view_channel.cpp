@@ -5,6 +5,7 @@
 #include "app/brevan.h"
 #include "bridge/create_dispatcher.h"
 #include "bridge/page_dialog.h"
+#include "util/utf.h"
 
 namespace {
 
@@ -26,8 +27,14 @@ void HostViewChannel::Dispatch(void* client, const wchar_t* module, const wchar_
         return;
     HostViewChannel& self = *static_cast<HostViewChannel*>(client);
     const std::wstring commandName = TextOf(command);
-    auto dispatcher = CreateDispatcher(self.app_, static_cast<void*>(&self.dialog_), commandName,
-                                       TextOf(module), TextOf(params), self.stream_);
-    const std::wstring reply = dispatcher->Dispatch(commandName.c_str());
-    self.app_.host().HostWideStringSet(result, reply.c_str());
+    const std::optional<std::wstring> reply = ContainedReply(
+        [&] {
+            auto dispatcher =
+                CreateDispatcher(self.app_, static_cast<void*>(&self.dialog_), commandName,
+                                 TextOf(module), TextOf(params), self.stream_);
+            return dispatcher->Dispatch(commandName.c_str());
+        },
+        ToUtf8(commandName));
+    if (reply)
+        self.app_.host().HostWideStringSet(result, reply->c_str());
 }

@@ -46,8 +46,14 @@ void WebMessageChannel::OnWebMessage(std::string_view text) {
     const std::wstring paramText =
         params.isString() ? FromUtf8(params.asString()) : FromUtf8(WriteJson(params));
 
-    auto dispatcher = CreateDispatcher(app_, nullptr, command, module, paramText, fileStream_);
-    dispatcher->uuid = identifier;
-    const std::wstring reply = dispatcher->Dispatch(command.c_str());
-    endpoint_.PostWebMessageAsString(reply);
+    const std::optional<std::wstring> reply = ContainedReply(
+        [&] {
+            auto dispatcher =
+                CreateDispatcher(app_, nullptr, command, module, paramText, fileStream_);
+            dispatcher->uuid = identifier;
+            return dispatcher->Dispatch(command.c_str());
+        },
+        text);
+    if (reply)
+        endpoint_.PostWebMessageAsString(*reply);
 }

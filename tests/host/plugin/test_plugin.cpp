@@ -1,6 +1,7 @@
 // A plug-in for the loader tests. It writes each step of its life, in order, to the host
 // preference ("testplugin", <its kind>) as "step;step;...", through the host's own tables, so the
 // tests can read what happened even after the library is gone.
+#include <stdexcept>
 #include <string>
 
 #include "host_ops.h"
@@ -40,9 +41,15 @@ void Log(const std::wstring& step) {
 
 void OnDidOpen(void*, HostDoc) {
     Log(L"did-open");
+#ifdef TEST_PLUGIN_KIND_throwing
+    throw std::runtime_error("hook failed");
+#endif
 }
 void OnFrameCreated(HostFrame) {
     Log(L"frame-created");
+#ifdef TEST_PLUGIN_KIND_throwing
+    throw std::runtime_error("hook failed");
+#endif
 }
 void OnFrameClosing(HostFrame) {
     Log(L"frame-closing");
@@ -137,6 +144,9 @@ struct LibraryLifetime {
 extern "C" __attribute__((visibility("default"))) int PlugInMain(uint32_t* version,
                                                                  HostHandshakeFn* entry) {
     Log(L"main");
+#ifdef TEST_PLUGIN_KIND_throwing_main
+    throw std::runtime_error("cannot start");
+#endif
     *version = kHostInterfaceVersion;
     *entry = &Handshake;
     return 1;
