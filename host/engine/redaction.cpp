@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 
+#include "engine/covered_annotations.h"
 #include "engine/document_transaction.h"
 #include "engine/error.h"
 #include "engine/mupdf_call.h"
@@ -65,20 +66,6 @@ RedactionAreas AreasOf(fz_context* ctx, pdf_document* pdf, const std::vector<int
     return areas;
 }
 
-// Removes the links whose rectangle touches an area.
-void RemoveLinks(fz_context* ctx, pdf_obj* page_obj, const RedactionAreas& areas) {
-    CallMupdf(ctx, "cannot remove the links under the areas", [&] {
-        pdf_obj* annots = pdf_dict_get(ctx, page_obj, PDF_NAME(Annots));
-        for (int i = pdf_array_len(ctx, annots) - 1; i >= 0; --i) {
-            pdf_obj* entry = pdf_array_get(ctx, annots, i);
-            if (pdf_dict_get(ctx, entry, PDF_NAME(Subtype)) != PDF_NAME(Link))
-                continue;
-            if (areas.Touches(RectOf(pdf_dict_get_rect(ctx, entry, PDF_NAME(Rect)))))
-                pdf_array_delete(ctx, annots, i);
-        }
-    });
-}
-
 }  // namespace
 
 std::vector<AnnotationId> Redactor::RedactAnnotations() const {
@@ -132,7 +119,7 @@ void Redactor::ApplyOnPage(int page, const std::vector<int>& objects,
                                   [&] { return pdf_lookup_page_obj(ctx, pdf, page); });
     if (!areas.Empty()) {
         RewriteWithout(ctx, pdf, page_obj, areas, options.fillAreas);
-        RemoveLinks(ctx, page_obj, areas);
+        RemoveCoveredAnnotations(ctx, pdf, page_obj, areas);
     }
     for (const int object : objects)
         annotations.Remove(AnnotationId{page, object});
