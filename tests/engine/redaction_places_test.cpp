@@ -137,6 +137,13 @@ const Place kPlaces[] = {
                                    Show(72, 600, "badkept")}});
      },
      Rect{100, 690, 150, 720}, "badsecret", "badkept"},
+    {"damaged compressed inline image",
+     [](RawPdf& pdf) {
+         return RawDocument(pdf, {{"q 200 0 0 10 72 700 cm BI /W 10 /H 1 /CS /G /BPC 8 /F /Fl "
+                                   "ID zipsecret EI Q\n" +
+                                   Show(72, 600, "zipkept")}});
+     },
+     Rect{100, 690, 150, 720}, "zipsecret", "zipkept"},
     {"FreeText annotation",
      [](RawPdf& pdf) {
          const int font = pdf.Add(kHelvetica);
@@ -214,6 +221,48 @@ INSTANTIATE_TEST_SUITE_P(Places, RedactionPlacesTest, ::testing::ValuesIn(kPlace
                                  name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
                              return name;
                          });
+
+using RedactionTroubleTest = EngineTest;
+
+// A page whose content MuPDF cannot read through (an inline image of absurd size) stays as it
+// was, its Redact annotation standing, and is reported; the pages around it are redacted.
+TEST_F(RedactionTroubleTest, OnePagesTroubleStaysOnThatPage) {
+    RawPdf raw;
+    const std::string damaged =
+        "q 200 0 0 10 72 650 cm BI /W 100000 /H 100000 /CS /G /BPC 8 "
+        "/F /Fl ID broken";
+    const std::string input = PathOf("in.pdf");
+    WriteBytes(input,
+               RawDocument(raw, {{Show(72, 700, "firstsecret") + Show(72, 600, "firstkept")},
+                                 {Show(72, 700, "middlesecret") + damaged},
+                                 {Show(72, 700, "lastsecret") + Show(72, 600, "lastkept")}}));
+    Document document = Document::Open(context_, input);
+    std::vector<AnnotationId> boxes;
+    for (int page = 0; page < 3; ++page) {
+        boxes.push_back(Annotations(document).Create(
+            page, MatchAnnotation(document, page, "Redact", {Rect{60, 690, 200, 715}}, "box"),
+            kDocumentTag, -1));
+    }
+    const RedactionReport report = Redactor(document).Apply(boxes, RedactionOptions{});
+    EXPECT_EQ(report.applied, 2);
+    ASSERT_EQ(report.problems.size(), 1u);
+    EXPECT_EQ(report.problems[0].page, 1);
+    EXPECT_EQ(report.problems[0].boxes, (std::vector<Rect>{Rect{60, 690, 200, 715}}));
+    EXPECT_THAT(report.problems[0].reason, HasSubstr("image"));
+    EXPECT_EQ(Redactor(document).RedactAnnotations(), (std::vector<AnnotationId>{boxes[1]}));
+    const std::string output = PathOf("out.pdf");
+    document.SaveFull(output);
+
+    const std::string bytes = InflatedBytes(context_, output);
+    const std::string text = PdfToText(output);
+    for (const char* secret : {"firstsecret", "lastsecret"}) {
+        EXPECT_THAT(bytes, Not(HasSubstr(secret)));
+        EXPECT_THAT(text, Not(HasSubstr(secret)));
+    }
+    EXPECT_THAT(text, HasSubstr("firstkept"));
+    EXPECT_THAT(text, HasSubstr("lastkept"));
+    EXPECT_THAT(RunCommand("pdfinfo '" + output + "' 2>&1"), HasSubstr("Pages:           3"));
+}
 
 }  // namespace
 }  // namespace pdfhost::engine
