@@ -264,5 +264,46 @@ TEST_F(RedactionTroubleTest, OnePagesTroubleStaysOnThatPage) {
     EXPECT_THAT(RunCommand("pdfinfo '" + output + "' 2>&1"), HasSubstr("Pages:           3"));
 }
 
+// A file whose earlier revision held text that a later incremental update took away: after an
+// apply, every way of writing the document leaves no revision behind.
+TEST_F(RedactionTroubleTest, NoEarlierRevisionSurvivesAnySave) {
+    RawPdf raw;
+    const std::string input = PathOf("in.pdf");
+    WriteBytes(input, RawDocument(raw, {{Show(72, 700, "historysecret") + Show(72, 600, "box")}}));
+    {
+        Document first = Document::Open(context_, input);
+        fz_context* ctx = first.fz();
+        CallMupdf(ctx, "incremental update", [&] {
+            pdf_obj* page = pdf_lookup_page_obj(ctx, first.pdf(), 0);
+            fz_buffer* content = fz_new_buffer_from_shared_data(
+                ctx, reinterpret_cast<const unsigned char*>("BT /F1 12 Tf 72 600 Td (box) Tj ET"),
+                34);
+            pdf_update_stream(ctx, first.pdf(), pdf_dict_get(ctx, page, PDF_NAME(Contents)),
+                              content, 0);
+            fz_drop_buffer(ctx, content);
+            pdf_write_options options = pdf_default_write_options;
+            options.do_incremental = 1;
+            pdf_save_document(ctx, first.pdf(), input.c_str(), &options);
+        });
+    }
+    ASSERT_THAT(testing_support::ReadBytes(input), HasSubstr("historysecret"));
+
+    Document document = Document::Open(context_, input);
+    Redactor(document).Apply(
+        {Annotations(document).Create(
+            0, MatchAnnotation(document, 0, "Redact", {Rect{60, 590, 120, 615}}, "box"),
+            kDocumentTag, -1)},
+        RedactionOptions{});
+    document.WriteCopy(PathOf("copy.pdf"));
+    document.SaveFull(PathOf("saved.pdf"));
+    document.SaveFull(PathOf("saved.pdf"));  // a second save of the same document
+    for (const char* name : {"copy.pdf", "saved.pdf"}) {
+        const std::string bytes = testing_support::ReadBytes(PathOf(name));
+        EXPECT_THAT(bytes, Not(HasSubstr("historysecret"))) << name;
+        EXPECT_EQ(bytes.find("%%EOF"), bytes.rfind("%%EOF")) << name << ": one revision only";
+        EXPECT_THAT(InflatedBytes(context_, PathOf(name)), Not(HasSubstr("historysecret")));
+    }
+}
+
 }  // namespace
 }  // namespace pdfhost::engine
