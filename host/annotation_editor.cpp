@@ -1,5 +1,7 @@
 #include "annotation_editor.h"
 
+#include <iostream>
+
 #include "engine/error.h"
 #include "engine/permissions.h"
 #include "engine/redaction.h"
@@ -14,6 +16,20 @@ bool Allows(const HostDocument& document, std::uint32_t bits) {
 
 bool CanAnnotate(const HostDocument& document) {
     return Allows(document, engine::permission::kAnnotate);
+}
+
+// Says on the editor's log, per page, which boxes were not applied as asked and why.
+void LogProblems(const HostDocument& document, const engine::RedactionReport& report) {
+    for (const engine::RedactionProblem& problem : report.problems) {
+        std::cerr << "pdfhost: " << document.FileName() << ", page " << problem.page + 1
+                  << ", boxes";
+        for (const engine::Rect& box : problem.boxes) {
+            std::cerr << " [" << box.left << ' ' << box.bottom << ' ' << box.right << ' ' << box.top
+                      << ']';
+        }
+        std::cerr << ": not applied, the page is unchanged and its Redact annotations stand: "
+                  << problem.reason << '\n';
+    }
 }
 
 }  // namespace
@@ -118,6 +134,7 @@ bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector
         return false;
     engine::Redactor redactor(document.Engine());
     std::vector<engine::AnnotationId> targets;
+    engine::RedactionReport report;
     try {
         if (only == nullptr) {
             targets = redactor.RedactAnnotations();
@@ -133,15 +150,19 @@ bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector
         }
         if (targets.empty())
             return true;
-        redactor.Apply(targets, engine::RedactionOptions{.fillAreas = fill});
-    } catch (const engine::Error&) {
+        report = redactor.Apply(targets, engine::RedactionOptions{.fillAreas = fill});
+    } catch (const engine::Error& error) {
+        std::cerr << "pdfhost: cannot apply the redactions: " << error.what() << '\n';
         return false;
     }
+    LogProblems(document, report);
+    if (report.applied == 0)
+        return false;
     app_.Undo().ForgetDocument(document.Handle());
     app_.MarkModified(document);
     if (DocView* view = document.View())
         view->InvalidatePage(view->CurrentPage());
-    return true;
+    return report.problems.empty();
 }
 
 void AnnotationEditor::Touch(HostDocument& document, int page) {

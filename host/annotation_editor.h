@@ -34,9 +34,11 @@ class AnnotationEditor {
     bool UndoLast(HostDocument& document);
 
     // Applies the given Redact annotations of the document, or every one with `only` null.
-    // All or nothing: false (the document unchanged) when one is no live Redact annotation of
-    // the document, when changing the content is forbidden, or when the engine fails. A
-    // successful apply cannot be undone, and clears the document's undo history.
+    // False with the document unchanged when one is no live Redact annotation of the document
+    // or when changing the content is forbidden. Each page is done on its own: a page the
+    // engine could not do at all stays as it was (false, while the other pages are applied);
+    // each page's trouble is written to the log with its boxes. An apply that changed any page
+    // cannot be undone, and clears the document's undo history.
     bool ApplyRedactions(HostDocument& document, const std::vector<HostAnnot>* only, bool fill);
 
     // Called before a page's annotations change: gives the page an annotation array of its own.

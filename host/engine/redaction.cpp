@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 
+#include "engine/covered_annotations.h"
 #include "engine/document_transaction.h"
 #include "engine/error.h"
 #include "engine/mupdf_call.h"
@@ -65,20 +66,6 @@ RedactionAreas AreasOf(fz_context* ctx, pdf_document* pdf, const std::vector<int
     return areas;
 }
 
-// Removes the links whose rectangle touches an area.
-void RemoveLinks(fz_context* ctx, pdf_obj* page_obj, const RedactionAreas& areas) {
-    CallMupdf(ctx, "cannot remove the links under the areas", [&] {
-        pdf_obj* annots = pdf_dict_get(ctx, page_obj, PDF_NAME(Annots));
-        for (int i = pdf_array_len(ctx, annots) - 1; i >= 0; --i) {
-            pdf_obj* entry = pdf_array_get(ctx, annots, i);
-            if (pdf_dict_get(ctx, entry, PDF_NAME(Subtype)) != PDF_NAME(Link))
-                continue;
-            if (areas.Touches(RectOf(pdf_dict_get_rect(ctx, entry, PDF_NAME(Rect)))))
-                pdf_array_delete(ctx, annots, i);
-        }
-    });
-}
-
 }  // namespace
 
 std::vector<AnnotationId> Redactor::RedactAnnotations() const {
@@ -94,46 +81,52 @@ std::vector<AnnotationId> Redactor::RedactAnnotations() const {
     return found;
 }
 
-int Redactor::Apply(const std::vector<AnnotationId>& targets, const RedactionOptions& options) {
+RedactionReport Redactor::Apply(const std::vector<AnnotationId>& targets,
+                                const RedactionOptions& options) {
     std::map<int, std::vector<int>> byPage;
+    Annotations annotations(document_);
     for (const AnnotationId& target : targets) {
+        if (!annotations.IsOnPage(target) || annotations.Subtype(target.object) != "Redact") {
+            throw Error("object " + std::to_string(target.object) +
+                        " is no Redact annotation of page " + std::to_string(target.page));
+        }
         std::vector<int>& objects = byPage[target.page];
         if (std::find(objects.begin(), objects.end(), target.object) == objects.end())
             objects.push_back(target.object);
     }
-    if (byPage.empty())
-        return 0;
-    DocumentTransaction transaction(document_, "Apply redactions");
-    int applied = 0;
+    RedactionReport report;
     for (const auto& [page, objects] : byPage) {
-        ApplyOnPage(page, objects, options);
-        applied += static_cast<int>(objects.size());
-    }
-    document_.pdf()->redacted = 1;
-    transaction.Commit();
-    document_.MarkChanged();
-    return applied;
-}
-
-void Redactor::ApplyOnPage(int page, const std::vector<int>& objects,
-                           const RedactionOptions& options) {
-    Annotations annotations(document_);
-    for (const int object : objects) {
-        if (!annotations.IsOnPage(AnnotationId{page, object}) ||
-            annotations.Subtype(object) != "Redact") {
-            throw Error("object " + std::to_string(object) + " is no Redact annotation of page " +
-                        std::to_string(page));
+        const RedactionAreas areas = AreasOf(document_.fz(), document_.pdf(), objects);
+        try {
+            DocumentTransaction transaction(document_, "Apply redactions");
+            ApplyOnPage(page, objects, areas, options);
+            transaction.Commit();
+            report.applied += static_cast<int>(objects.size());
+        } catch (const Error& error) {
+            RedactionProblem problem{page, {}, error.what()};
+            for (const RedactionAreas::Area& area : areas.Areas())
+                problem.boxes.push_back(area.rect);
+            report.problems.push_back(std::move(problem));
         }
     }
+    if (report.applied > 0) {
+        document_.pdf()->redacted = 1;
+        document_.MarkChanged();
+    }
+    return report;
+}
+
+void Redactor::ApplyOnPage(int page, const std::vector<int>& objects, const RedactionAreas& areas,
+                           const RedactionOptions& options) {
     fz_context* ctx = document_.fz();
     pdf_document* pdf = document_.pdf();
-    const RedactionAreas areas = AreasOf(ctx, pdf, objects);
     pdf_obj* page_obj = CallMupdf(ctx, "cannot find page " + std::to_string(page),
                                   [&] { return pdf_lookup_page_obj(ctx, pdf, page); });
     if (!areas.Empty()) {
         RewriteWithout(ctx, pdf, page_obj, areas, options.fillAreas);
-        RemoveLinks(ctx, page_obj, areas);
+        RemoveCoveredAnnotations(ctx, pdf, page_obj, areas);
     }
+    Annotations annotations(document_);
     for (const int object : objects)
         annotations.Remove(AnnotationId{page, object});
 }

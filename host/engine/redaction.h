@@ -1,9 +1,11 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "engine/annotations.h"
 #include "engine/document.h"
+#include "engine/redaction_areas.h"
 
 namespace pdfhost::engine {
 
@@ -12,15 +14,30 @@ struct RedactionOptions {
     bool fillAreas = true;
 };
 
+// A page on which an apply met trouble: its boxes, and what went wrong.
+struct RedactionProblem {
+    int page = -1;
+    std::vector<Rect> boxes;
+    std::string reason;
+};
+
+struct RedactionReport {
+    int applied = 0;  // annotations applied
+    // The pages that could not be done: each stays as it was, its Redact annotations standing.
+    std::vector<RedactionProblem> problems;
+};
+
 // Applies Redact annotations: what lies under them is removed from the page content itself.
-//   - text: glyph by glyph (see RedactionAreas::CoversGlyph), in form XObjects too;
-//   - images: the covered pixels are blanked (white); an image wholly covered, one with a
-//     mask, or one that cannot be decoded goes entirely;
+//   - text: glyph by glyph (see RedactionAreas::CoversGlyph), in form XObjects and tiling
+//     patterns too (Type 3 and invisible text alike);
+//   - images, inline ones too: the covered pixels are blanked (white); an image wholly
+//     covered, one with a mask, or one that cannot be decoded goes entirely;
 //   - vector art: paths painting wholly inside an area go (top-level page content);
-//   - links under an area go, and so do the applied annotations with their popups.
-// Other annotations, Redact ones included, stay as they are. All pages change or none: any
-// failure throws Error and leaves the document as it was. Afterwards the document must be
-// saved in full with garbage collection (Document::SaveFull), never incrementally.
+//   - annotations and form fields under an area lose what they hold (see
+//     RemoveCoveredAnnotations), and the applied annotations go with their popups.
+// Each page is done on its own: a page whose content cannot be rewritten is left as it was
+// (the report names it with its boxes) while the other pages are done. Afterwards the document must
+// be saved in full with garbage collection (Document::SaveFull), never incrementally.
 class Redactor {
   public:
     explicit Redactor(Document& document) : document_(document) {}
@@ -29,11 +46,13 @@ class Redactor {
     std::vector<AnnotationId> RedactAnnotations() const;
 
     // Applies `targets`, each of which must be a Redact annotation standing on its page; one
-    // that is not makes the whole apply fail. Returns how many were applied.
-    int Apply(const std::vector<AnnotationId>& targets, const RedactionOptions& options);
+    // that is not throws Error before anything changes.
+    RedactionReport Apply(const std::vector<AnnotationId>& targets,
+                          const RedactionOptions& options);
 
   private:
-    void ApplyOnPage(int page, const std::vector<int>& objects, const RedactionOptions& options);
+    void ApplyOnPage(int page, const std::vector<int>& objects, const RedactionAreas& areas,
+                     const RedactionOptions& options);
 
     Document& document_;
 };

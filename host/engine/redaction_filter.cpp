@@ -7,6 +7,7 @@
 #include "engine/forwarding_processor.h"
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
+#include "engine/pattern_redaction.h"
 
 namespace pdfhost::engine {
 namespace {
@@ -154,6 +155,7 @@ void RewriteWithout(fz_context* ctx, pdf_document* pdf, pdf_obj* page_obj,
                           pdf_add_stream(ctx, pdf, buffer.get(), nullptr, 0));
         pdf_dict_put(ctx, page_obj, PDF_NAME(Resources), resources.get());
     });
+    RedactTilingPatterns(ctx, pdf, resources.get(), areas);
 }
 
 }  // namespace pdfhost::engine

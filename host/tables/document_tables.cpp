@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "close_prompt.h"
+#include "reported_permissions.h"
 #include "tables/host_tables.h"
 #include "tables/table_support.h"
 
@@ -85,7 +86,7 @@ int DocIsModified(HostDoc doc) {
 uint32_t DocGetPermissions(HostDoc doc) {
     return Guarded<uint32_t>(0, [&](HostApp& app) -> uint32_t {
         const HostDocument* document = FindDocument(app, doc);
-        return document != nullptr ? document->Engine().Permissions() : 0;
+        return document != nullptr ? ReportedPermissions(document->Engine().Permissions()) : 0;
     });
 }
 
@@ -95,7 +96,7 @@ int DocGetPermission(HostDoc doc, uint32_t bit) {
         const HostDocument* document = FindDocument(app, doc);
         if (document == nullptr || bit == 0)
             return 0;
-        return (document->Engine().Permissions() & bit) == bit ? 1 : 0;
+        return (ReportedPermissions(document->Engine().Permissions()) & bit) == bit ? 1 : 0;
     });
 }
 

@@ -52,9 +52,15 @@ TEST_F(PdfTables, PermissionsOfAnEncryptedFile) {
     const HostDoc restricted = Open(layout);
     EXPECT_EQ(CallHost<Op::HostDocGetPermission>(restricted, kHostPermCopy), 0);
     EXPECT_EQ(CallHost<Op::HostDocGetPermission>(restricted, kHostPermModify), 0);
-    EXPECT_EQ(CallHost<Op::HostDocGetPermission>(restricted, kHostPermAnnotate), 1);
-    EXPECT_EQ(CallHost<Op::HostDocGetPermission>(restricted, kHostPermAnnotate | kHostPermCopy), 0);
-    EXPECT_EQ(CallHost<Op::HostDocGetPermissions>(restricted) & kHostPermCopy, 0u);
+    EXPECT_EQ(CallHost<Op::HostDocGetPermission>(restricted, kHostPermPrint), 1);
+    EXPECT_EQ(CallHost<Op::HostDocGetPermission>(restricted, kHostPermAnnotate), 0)
+        << "annotations can be added but not applied as redactions without modifying";
+    EXPECT_EQ(CallHost<Op::HostDocGetPermissions>(restricted) & (kHostPermCopy | kHostPermAnnotate),
+              0u);
+
+    layout.encryption->permissions |= engine::permission::kModify;
+    const HostDoc modifiable = Open(layout);
+    EXPECT_EQ(CallHost<Op::HostDocGetPermission>(modifiable, kHostPermAnnotate), 1);
 
     const HostDoc owner = Open(layout, "owner");
     EXPECT_EQ(CallHost<Op::HostDocGetPermission>(owner, kHostPermCopy), 1);

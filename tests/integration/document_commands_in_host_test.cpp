@@ -101,12 +101,21 @@ TEST_F(DocumentCommandsInHostTest, MetadataOfAFileWithoutInfoDictionary) {
 TEST_F(DocumentCommandsInHostTest, PermissionsOfAnEncryptedFileThatForbidsCopying) {
     PdfDescription recipe = TextPdf(1);
     recipe.encryption = Encryption{pdfhost::engine::EncryptionMethod::kAes128, "", "owner-secret",
-                                   perm::kPrint | perm::kAnnotate};
+                                   perm::kPrint | perm::kAnnotate | perm::kModify};
     ASSERT_GT(Open(MakePdf("locked.pdf", recipe)), 0);
     EXPECT_EQ(Post(R"(["base","checkFilePermission",{},"c"])"),
               std::vector<std::string>{
                   "{\"data\":{\"reason\":\"Document content is not allowed to be copied\"},"
                   "\"ret\":400027,\"uuid\":\"c\"}\n"});
+
+    // Copying and annotating allowed, modifying not: a redaction could not be applied, so the
+    // check refuses before the page asks the user to confirm.
+    recipe.encryption->permissions = perm::kPrint | perm::kCopy | perm::kAnnotate;
+    ASSERT_GT(Open(MakePdf("unmodifiable.pdf", recipe)), 0);
+    EXPECT_EQ(
+        Post(R"(["base","checkFilePermission",{},"c"])"),
+        std::vector<std::string>{"{\"data\":{\"reason\":\"Annot is not allowed to be modified\"},"
+                                 "\"ret\":400027,\"uuid\":\"c\"}\n"});
 
     ASSERT_GT(Open(MakePdf("open.pdf", TextPdf(1))), 0);
     EXPECT_EQ(Post(R"(["base","checkFilePermission",{},"c"])"),

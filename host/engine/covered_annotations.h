@@ -1,0 +1,22 @@
+#pragma once
+
+#include "engine/redaction_areas.h"
+
+struct fz_context;
+struct pdf_document;
+struct pdf_obj;
+
+namespace pdfhost::engine {
+
+// Takes off a page what its annotations hold under the areas (PDF page space):
+//   - links, and any other annotation except Redact ones, whose /Rect meets an area go, with
+//     their popups (their appearance, /Contents, /RC, /T and actions go with them);
+//   - a form field with a widget that meets an area loses its value, default value, rich
+//     value and options (export values) up its /Parent chain, and every widget of it loses its
+//     appearance; the widgets under the areas go, and a field left without widgets leaves the
+//     form. Signature fields go whole.
+// Redact annotations stay as they are (their overlay text is theirs). Throws Error.
+void RemoveCoveredAnnotations(fz_context* ctx, pdf_document* pdf, pdf_obj* page_obj,
+                              const RedactionAreas& areas);
+
+}  // namespace pdfhost::engine
