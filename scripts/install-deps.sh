@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-webengine-dev qt6-webchannel-dev
   libmupdf-dev libharfbuzz-dev libfreetype-dev libjbig2dec0-dev libopenjp2-7-dev libjpeg-dev
   zlib1g-dev libgumbo-dev libtesseract-dev libleptonica-dev libmujs-dev tesseract-ocr-eng
-  poppler-utils
+  poppler-utils clang libclang-rt-14-dev
 )
 
 missing=()

@@ -24,3 +24,11 @@ export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
 export LSAN_OPTIONS=suppressions=$root/tests/lsan.supp
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 ctest --test-dir "$root/build-asan" --output-on-failure -j"$(nproc)"
+
+echo "== Fuzzing, every target for a bounded time"
+CC=clang CXX=clang++ cmake -S "$root" -B "$root/build-fuzz" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+  -DBREVAN_FUZZ=ON -DBREVAN_BUILD_TESTS=OFF -DBREVAN_BUILD_BENCH=OFF -DBREVAN_WERROR=ON \
+  > "$root/build-fuzz.configure.log" 2>&1 || { cat "$root/build-fuzz.configure.log"; exit 1; }
+cmake --build "$root/build-fuzz" -j"$(nproc)" \
+  --target bridge_message_fuzzer config_fuzzer engine_open_fuzzer
+bash "$root/fuzz/run.sh" "$root/build-fuzz" "${FUZZ_SECONDS:-60}"

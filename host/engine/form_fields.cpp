@@ -32,7 +32,8 @@ std::vector<pdf_obj*> WidgetsOf(fz_context* ctx, pdf_obj* field) {
     std::vector<std::pair<pdf_obj*, int>> pending{{field, 0}};
     std::unordered_set<pdf_obj*> seen;
     while (!pending.empty()) {
-        const auto [node, depth] = pending.back();
+        pdf_obj* const node = pending.back().first;  // a plain name: lambdas below use it
+        const int depth = pending.back().second;
         pending.pop_back();
         if (depth > kMaxDepth || !seen.insert(node).second)
             continue;
@@ -278,7 +279,8 @@ ObjPtr InteractiveForm::FindField(std::string_view fullName, int index) const {
     std::unordered_set<pdf_obj*> seen;
     int found = 0;
     while (!pending.empty()) {
-        const auto [node, depth] = pending.back();
+        pdf_obj* const node = pending.back().first;  // a plain name: lambdas below use it
+        const int depth = pending.back().second;
         pending.pop_back();
         if (depth > kMaxDepth || !seen.insert(node).second)
             continue;

@@ -133,10 +133,11 @@ ObjPtr Build(fz_context* ctx, pdf_document* doc, std::uintptr_t documentTag,
             ObjPtr dict(ctx, CallMupdf(ctx, what, [&] {
                             return pdf_new_dict(ctx, doc, static_cast<int>(value.Entries().size()));
                         }));
-            for (const auto& [key, entry] : value.Entries()) {
-                ObjPtr built = Build(ctx, doc, documentTag, entry);
+            for (const auto& item : value.Entries()) {
+                ObjPtr built = Build(ctx, doc, documentTag, item.second);
+                const char* key = item.first.c_str();
                 CallMupdf(ctx, what, [&] {
-                    pdf_dict_puts(ctx, dict.get(), key.c_str(), built ? built.get() : PDF_NULL);
+                    pdf_dict_puts(ctx, dict.get(), key, built ? built.get() : PDF_NULL);
                 });
             }
             return dict;
