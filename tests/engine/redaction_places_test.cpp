@@ -224,25 +224,72 @@ INSTANTIATE_TEST_SUITE_P(Places, RedactionPlacesTest, ::testing::ValuesIn(kPlace
 
 using RedactionTroubleTest = EngineTest;
 
-// A page whose content MuPDF cannot read through (an inline image of absurd size) stays as it
-// was, its Redact annotation standing, and is reported; the pages around it are redacted.
-TEST_F(RedactionTroubleTest, OnePagesTroubleStaysOnThatPage) {
-    RawPdf raw;
-    const std::string damaged =
-        "q 200 0 0 10 72 650 cm BI /W 100000 /H 100000 /CS /G /BPC 8 "
-        "/F /Fl ID broken";
-    const std::string input = PathOf("in.pdf");
-    WriteBytes(input,
-               RawDocument(raw, {{Show(72, 700, "firstsecret") + Show(72, 600, "firstkept")},
-                                 {Show(72, 700, "middlesecret") + damaged},
-                                 {Show(72, 700, "lastsecret") + Show(72, 600, "lastkept")}}));
-    Document document = Document::Open(context_, input);
+// An inline image MuPDF cannot read (absurd size) in the page content: without it the page is
+// redacted; the text beside it stays.
+const std::string kUnreadableImage =
+    "q 200 0 0 10 72 650 cm BI /W 100000 /H 100000 /CS /G /BPC 8 /F /Fl ID broken EI Q\n";
+
+// Three pages with a secret each under the same box; the middle one holds `middle` too.
+std::vector<AnnotationId> ThreePagesBoxed(Document& document) {
     std::vector<AnnotationId> boxes;
     for (int page = 0; page < 3; ++page) {
         boxes.push_back(Annotations(document).Create(
             page, MatchAnnotation(document, page, "Redact", {Rect{60, 690, 200, 715}}, "box"),
             kDocumentTag, -1));
     }
+    return boxes;
+}
+
+std::string ThreePages(RawPdf& raw, const std::string& middle, const std::string& resources) {
+    return RawDocument(
+        raw, {{Show(72, 700, "firstsecret") + Show(72, 600, "firstkept")},
+              {Show(72, 700, "middlesecret") + middle + Show(72, 600, "middlekept"), resources},
+              {Show(72, 700, "lastsecret") + Show(72, 600, "lastkept")}});
+}
+
+TEST_F(RedactionTroubleTest, AnUnreadableInlineImageNoLongerStopsItsPage) {
+    RawPdf raw;
+    const std::string input = PathOf("in.pdf");
+    // A readable image after the broken one stays.
+    WriteBytes(input,
+               ThreePages(raw,
+                          kUnreadableImage + "q 20 0 0 20 300 300 cm BI /W 2 /H 1 /CS /G /BPC 8 "
+                                             "ID \x01\x02 EI Q\n",
+                          RawPage{}.resources));
+    Document document = Document::Open(context_, input);
+    const RedactionReport report =
+        Redactor(document).Apply(ThreePagesBoxed(document), RedactionOptions{});
+    EXPECT_EQ(report.applied, 3);
+    EXPECT_TRUE(report.problems.empty());
+    const std::string output = PathOf("out.pdf");
+    document.SaveFull(output);
+
+    const std::string bytes = InflatedBytes(context_, output);
+    const std::string text = PdfToText(output);
+    for (const char* secret : {"firstsecret", "middlesecret", "lastsecret", "broken"}) {
+        EXPECT_THAT(bytes, Not(HasSubstr(secret)));
+        EXPECT_THAT(text, Not(HasSubstr(secret)));
+    }
+    for (const char* kept : {"firstkept", "middlekept", "lastkept"})
+        EXPECT_THAT(text, HasSubstr(kept));
+    EXPECT_THAT(RunCommand("pdfimages -list '" + output + "' 2>&1"), HasSubstr("  2     1  gray"));
+    EXPECT_THAT(RunCommand("pdfinfo '" + output + "' 2>&1"), Not(HasSubstr("Error")));
+}
+
+// A page whose content MuPDF cannot read through (the broken image inside a form XObject)
+// stays as it was, its Redact annotation standing, and is reported; the pages around it are
+// redacted.
+TEST_F(RedactionTroubleTest, OnePagesTroubleStaysOnThatPage) {
+    RawPdf raw;
+    const int form =
+        raw.AddStream("/Type /XObject /Subtype /Form /BBox [0 0 612 792]", kUnreadableImage);
+    const std::string input = PathOf("in.pdf");
+    WriteBytes(input, ThreePages(raw, "/X1 Do\n",
+                                 "<< /XObject << /X1 " + Ref(form) +
+                                     " >> /Font << /F1 << /Type /Font /Subtype /Type1 "
+                                     "/BaseFont /Helvetica >> >> >>"));
+    Document document = Document::Open(context_, input);
+    const std::vector<AnnotationId> boxes = ThreePagesBoxed(document);
     const RedactionReport report = Redactor(document).Apply(boxes, RedactionOptions{});
     EXPECT_EQ(report.applied, 2);
     ASSERT_EQ(report.problems.size(), 1u);
