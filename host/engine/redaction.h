@@ -34,7 +34,9 @@ struct RedactionReport {
 //     covered, one with a mask, or one that cannot be decoded goes entirely; an inline image
 //     of the page content that MuPDF cannot read at all goes wherever it stands, since the
 //     page cannot be rewritten around it (see RemoveUnreadableInlineImages);
-//   - vector art: paths painting wholly inside an area go (top-level page content);
+//   - vector art, in the page content, form XObjects and tiling patterns: paths that meet an
+//     area are cut to what lies outside it (clipping paths too), those wholly inside go (see
+//     CoveredPathFilter); curves that meet an area are cut as short straight segments;
 //   - annotations and form fields under an area lose what they hold (see
 //     RemoveCoveredAnnotations), and the applied annotations go with their popups.
 // Each page is done on its own: a page whose content cannot be rewritten is left as it was

@@ -155,6 +155,7 @@ void RewriteWithout(fz_context* ctx, pdf_document* pdf, pdf_obj* page_obj,
                           pdf_add_stream(ctx, pdf, buffer.get(), nullptr, 0));
         pdf_dict_put(ctx, page_obj, PDF_NAME(Resources), resources.get());
     });
+    CutPathsInForms(ctx, pdf, paths.TakeForms(), areas);
     RedactTilingPatterns(ctx, pdf, resources.get(), areas);
 }
 
