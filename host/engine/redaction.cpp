@@ -135,7 +135,7 @@ bool Redactor::ApplyOnPage(int page, const std::vector<int>& objects, const Reda
         return false;
     if (!areas.Empty()) {
         RewriteWithout(ctx, pdf, page_obj, areas, options.fillAreas);
-        RemoveCoveredAnnotations(ctx, pdf, page_obj, areas);
+        RebuildAppearances(ctx, pdf, page, RemoveCoveredAnnotations(ctx, pdf, page_obj, areas));
     }
     Annotations annotations(document_);
     for (const int object : objects)

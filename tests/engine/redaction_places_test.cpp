@@ -311,6 +311,66 @@ TEST_F(RedactionTroubleTest, OnePagesTroubleStaysOnThatPage) {
     EXPECT_THAT(RunCommand("pdfinfo '" + output + "' 2>&1"), HasSubstr("Pages:           3"));
 }
 
+// Text markups under a box stay (records of them point at them) but lose their text and get an
+// appearance built from their own geometry; other annotations under the box go.
+TEST_F(RedactionTroubleTest, TextMarkupsStayWithoutTheirText) {
+    RawPdf raw;
+    const int font = raw.Add(kHelvetica);
+    // An appearance that shows text: it must not survive.
+    const int ap = raw.AddStream(
+        "/Type /XObject /Subtype /Form /BBox [0 0 200 30] /Resources << /Font << /F1 " + Ref(font) +
+            " >> >>",
+        Show(5, 10, "apsecret"));
+    const int popup = raw.Add(
+        "<< /Type /Annot /Subtype /Popup /Rect [300 690 400 720] /Contents (popupsecret) >>");
+    std::string annots = "[";
+    std::vector<int> markups;
+    for (const char* subtype : {"Highlight", "Underline", "StrikeOut", "Squiggly"}) {
+        markups.push_back(raw.Add(std::string("<< /Type /Annot /Subtype /") + subtype +
+                                  " /Rect [72 690 272 720] /QuadPoints [72 720 272 720 72 690 "
+                                  "272 690] /C [1 1 0] /Contents (marksecret) /T (marksecret) "
+                                  "/Subj (marksecret) /RC (<p>marksecret</p>) /Popup " +
+                                  Ref(popup) + " /AP << /N " + Ref(ap) + " >> >>"));
+        annots += Ref(markups.back()) + " ";
+    }
+    const int square = raw.Add(
+        "<< /Type /Annot /Subtype /Square /Rect [72 690 272 720] /Contents (squaresecret) >>");
+    annots += Ref(popup) + " " + Ref(square) + "]";
+    const std::string input = PathOf("in.pdf");
+    WriteBytes(input, RawDocument(raw, {{Show(72, 600, "kept"), RawPage{}.resources, annots}}));
+    Document document = Document::Open(context_, input);
+    Redactor(document).Apply(
+        {Annotations(document).Create(
+            0, MatchAnnotation(document, 0, "Redact", {Rect{60, 680, 300, 730}}, "box"),
+            kDocumentTag, -1)},
+        RedactionOptions{});
+    const std::string output = PathOf("out.pdf");
+    document.SaveFull(output);
+
+    const std::string bytes = InflatedBytes(context_, output);
+    for (const char* secret : {"apsecret", "popupsecret", "marksecret", "squaresecret"})
+        EXPECT_THAT(bytes, Not(HasSubstr(secret)));
+    Document reopened = Document::Open(context_, output);
+    Annotations kept(reopened);
+    std::vector<std::string> subtypes;
+    for (const int object : kept.OnPage(0))
+        subtypes.push_back(kept.Subtype(object));
+    EXPECT_EQ(subtypes, (std::vector<std::string>{"Highlight", "Underline", "StrikeOut", "Squiggly",
+                                                  "Popup"}));
+    fz_context* ctx = reopened.fz();
+    for (const int object : kept.OnPage(0)) {
+        if (kept.Subtype(object) == "Popup")
+            continue;
+        EXPECT_EQ(kept.RectOf(object), (Rect{72, 690, 272, 720})) << kept.Subtype(object);
+        const ObjPtr dict = kept.Dictionary(object);
+        const bool drawn = CallMupdf(ctx, "appearance", [&] {
+            return pdf_is_stream(ctx, pdf_dict_getp(ctx, dict.get(), "AP/N")) != 0;
+        });
+        EXPECT_TRUE(drawn) << kept.Subtype(object);
+    }
+    EXPECT_THAT(RunCommand("pdfinfo '" + output + "' 2>&1"), Not(HasSubstr("Error")));
+}
+
 // A file whose earlier revision held text that a later incremental update took away: after an
 // apply, every way of writing the document leaves no revision behind.
 TEST_F(RedactionTroubleTest, NoEarlierRevisionSurvivesAnySave) {
