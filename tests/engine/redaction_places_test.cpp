@@ -13,6 +13,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 using testing_support::EngineTest;
+using testing_support::InflatedBytes;
 using testing_support::kDocumentTag;
 using testing_support::MatchAnnotation;
 using testing_support::PdfToText;
@@ -22,28 +23,6 @@ using testing_support::RawPdf;
 using testing_support::Ref;
 using testing_support::RunCommand;
 using testing_support::WriteBytes;
-
-// The whole file with every stream inflated, as MuPDF writes it: a text that is not in these
-// bytes is nowhere in the file.
-std::string InflatedBytes(Context& context, const std::string& path) {
-    Document reopened = Document::Open(context, path);
-    fz_context* ctx = reopened.fz();
-    BufferPtr buffer(ctx, CallMupdf(ctx, "buffer", [&] { return fz_new_buffer(ctx, 4096); }));
-    CallMupdf(ctx, "inflate", [&] {
-        fz_output* out = fz_new_output_with_buffer(ctx, buffer.get());
-        fz_try(ctx) {
-            pdf_write_options options = pdf_default_write_options;
-            options.do_decompress = 1;
-            pdf_write_document(ctx, reopened.pdf(), out, &options);
-            fz_close_output(ctx, out);
-        }
-        fz_always(ctx) fz_drop_output(ctx, out);
-        fz_catch(ctx) fz_rethrow(ctx);
-    });
-    unsigned char* data = nullptr;
-    const std::size_t size = fz_buffer_storage(ctx, buffer.get(), &data);
-    return std::string(reinterpret_cast<const char*>(data), size);
-}
 
 // A text-showing operation in Helvetica at (x, y), 12 pt.
 std::string Show(float x, float y, const std::string& text, const std::string& extra = {}) {
