@@ -6,6 +6,7 @@
 #include "engine/covered_path_filter.h"
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
+#include "engine/redaction_filter.h"
 
 namespace pdfhost::engine {
 namespace {
@@ -45,9 +46,12 @@ int RemoveTiledGlyph(fz_context*, void* opaque, int*, int, fz_matrix trm, fz_mat
     return AnyTileMeets(*static_cast<const TileAreas*>(opaque), fz_make_rect(x, y, x, y)) ? 1 : 0;
 }
 
-fz_image* RemoveTiledImage(fz_context*, void* opaque, fz_matrix ctm, const char*, fz_image* image) {
+fz_image* RemoveTiledImage(fz_context* ctx, void* opaque, fz_matrix ctm, const char* name,
+                           fz_image* image) {
     const fz_rect placed = fz_transform_rect(fz_unit_rect, ctm);
-    return AnyTileMeets(*static_cast<const TileAreas*>(opaque), placed) ? nullptr : image;
+    return AnyTileMeets(*static_cast<const TileAreas*>(opaque), placed)
+               ? nullptr
+               : UnchangedImage(ctx, name, image);
 }
 
 // More copies of the areas than this in one tile: every path of the tile is taken as under one.
