@@ -323,14 +323,14 @@ void Paint(fz_context* ctx, pdf_processor* proc) {
     const bool meets = !state.path.empty() && !fz_is_empty_rect(state.bounds) &&
                        state.areas->Touches(Rect{state.bounds.x0, state.bounds.y0, state.bounds.x1,
                                                  state.bounds.y1});
-    const fz_matrix toUser = fz_invert_matrix(state.ctm);
-    const bool invertible = fz_matrix_expansion(state.ctm) > 0;
     if (!meets) {
         Flush(ctx, state);
         if (next->*Member)
             (next->*Member)(ctx, next);
         return;
     }
+    const fz_matrix toUser = fz_invert_matrix(state.ctm);
+    const bool invertible = fz_matrix_expansion(state.ctm) > 0;
     if (!invertible || (kind == Painting::kNone && !state.clipping)) {
         ++state.removed;
         ResetPath(state);
