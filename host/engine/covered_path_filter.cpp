@@ -37,7 +37,12 @@ struct PathFilterState {
     int cut = 0;
     // A path being cut: the held operators of its subpaths that meet no area (ranges into
     // `path`), and the cut parts of the others, in page space.
-    std::vector<std::pair<std::size_t, std::size_t>> untouched;
+    struct Kept {
+        std::size_t begin;
+        std::size_t end;
+        PathPoint userStart;
+    };
+    std::vector<Kept> untouched;
     std::vector<Polyline> fills;
     std::vector<Polyline> strokes;
     std::vector<PlacedForm> forms;
@@ -159,21 +164,27 @@ void AppendCurve(std::vector<PathPoint>& points, PathPoint p1, PathPoint p2, Pat
     }
 }
 
-// One subpath of the held path: its operators [begin, end) and its points in page space.
+// One subpath of the held path: its operators [begin, end), where it starts in user space (a
+// subpath may begin without a moveto), and its points in page space.
 struct Subpath {
     std::size_t begin = 0;
     std::size_t end = 0;
+    PathPoint userStart;
     Polyline line;
 };
 
 std::vector<Subpath> SubpathsOf(const PathFilterState& state) {
     std::vector<Subpath> subpaths;
+    // Current and start points, in page and in user space.
     PathPoint start{};
     PathPoint current{};
+    PathPoint userStart{};
+    PathPoint userCurrent{};
     auto open = [&](std::size_t at) {
         if (subpaths.empty() || subpaths.back().end != at || subpaths.back().line.closed) {
-            subpaths.push_back(Subpath{at, at, Polyline{{current}, false}});
+            subpaths.push_back(Subpath{at, at, userCurrent, Polyline{{current}, false}});
             start = current;
+            userStart = userCurrent;
         }
     };
     const fz_matrix& m = state.ctm;
@@ -183,12 +194,15 @@ std::vector<Subpath> SubpathsOf(const PathFilterState& state) {
         switch (op.kind) {
             case PathOperator::Kind::kMove:
                 current = ToPage(m, v[0], v[1]);
-                subpaths.push_back(Subpath{i, i, Polyline{{current}, false}});
+                userCurrent = PathPoint{v[0], v[1]};
+                subpaths.push_back(Subpath{i, i, userCurrent, Polyline{{current}, false}});
                 start = current;
+                userStart = userCurrent;
                 break;
             case PathOperator::Kind::kLine:
                 open(i);
                 current = ToPage(m, v[0], v[1]);
+                userCurrent = PathPoint{v[0], v[1]};
                 subpaths.back().line.points.push_back(current);
                 break;
             case PathOperator::Kind::kCurve:
@@ -203,21 +217,24 @@ std::vector<Subpath> SubpathsOf(const PathFilterState& state) {
                 const PathPoint p3 = v_ || y_ ? ToPage(m, v[2], v[3]) : ToPage(m, v[4], v[5]);
                 AppendCurve(subpaths.back().line.points, p1, p2, p3);
                 current = p3;
+                userCurrent = v_ || y_ ? PathPoint{v[2], v[3]} : PathPoint{v[4], v[5]};
                 break;
             }
             case PathOperator::Kind::kClose:
                 if (!subpaths.empty() && subpaths.back().end == i)
                     subpaths.back().line.closed = true;
                 current = start;
+                userCurrent = userStart;
                 break;
             case PathOperator::Kind::kRect: {
                 const PathPoint corner = ToPage(m, v[0], v[1]);
                 subpaths.push_back(Subpath{
-                    i, i,
+                    i, i, PathPoint{v[0], v[1]},
                     Polyline{{corner, ToPage(m, v[0] + v[2], v[1]),
                               ToPage(m, v[0] + v[2], v[1] + v[3]), ToPage(m, v[0], v[1] + v[3])},
                              true}});
                 current = start = corner;
+                userCurrent = userStart = PathPoint{v[0], v[1]};
                 break;
             }
             case PathOperator::Kind::kClip:
@@ -254,7 +271,7 @@ void CutHeldPath(PathFilterState& state, bool fill, bool stroke, bool closeLast)
         if (state.areas->Touches(BoundsOf(subpath.line)))
             touched.push_back(std::move(subpath.line));
         else
-            state.untouched.emplace_back(subpath.begin, subpath.end);
+            state.untouched.push_back({subpath.begin, subpath.end, subpath.userStart});
     }
     if (fill)
         state.fills = FillOutside(touched, boxes);
@@ -280,30 +297,15 @@ void EmitLines(fz_context* ctx, pdf_processor* next, const fz_matrix& toUser,
 // The held subpaths that meet no area, as they were; one that began without its own moveto
 // gets one, since what came before it may be cut.
 void EmitUntouched(fz_context* ctx, PathFilterState& state, bool closeLast = false) {
-    for (const auto& [begin, end] : state.untouched) {
-        const PathOperator& first = state.path[begin];
-        if (first.kind != PathOperator::Kind::kMove && first.kind != PathOperator::Kind::kRect &&
-            begin > 0) {
-            // Start at the end point of the operator before.
-            const PathOperator& before = state.path[begin - 1];
-            int at = 0;
-            switch (before.kind) {
-                case PathOperator::Kind::kCurve:
-                    at = 4;
-                    break;
-                case PathOperator::Kind::kCurveV:
-                case PathOperator::Kind::kCurveY:
-                    at = 2;
-                    break;
-                default:
-                    break;
-            }
-            if (state.next->op_m)
-                state.next->op_m(ctx, state.next, before.v[at], before.v[at + 1]);
+    for (const PathFilterState::Kept& kept : state.untouched) {
+        const PathOperator::Kind first = state.path[kept.begin].kind;
+        if (first != PathOperator::Kind::kMove && first != PathOperator::Kind::kRect &&
+            state.next->op_m) {
+            state.next->op_m(ctx, state.next, kept.userStart.x, kept.userStart.y);
         }
-        for (std::size_t i = begin; i < end; ++i)
+        for (std::size_t i = kept.begin; i < kept.end; ++i)
             Replay(ctx, state.next, state.path[i]);
-        if (closeLast && end == state.path.size() && state.next->op_h)
+        if (closeLast && kept.end == state.path.size() && state.next->op_h)
             state.next->op_h(ctx, state.next);
     }
 }
@@ -320,7 +322,8 @@ template <PaintOperator Member, Painting kind, bool evenOdd = false, bool closes
 void Paint(fz_context* ctx, pdf_processor* proc) {
     PathFilterState& state = StateOf(proc);
     pdf_processor* next = state.next;
-    const bool meets = !state.path.empty() && !fz_is_empty_rect(state.bounds) &&
+    // A straight horizontal or vertical path has bounds without area, yet it may cross a box.
+    const bool meets = !state.path.empty() && fz_is_valid_rect(state.bounds) &&
                        state.areas->Touches(Rect{state.bounds.x0, state.bounds.y0, state.bounds.x1,
                                                  state.bounds.y1});
     if (!meets) {
