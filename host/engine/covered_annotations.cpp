@@ -130,10 +130,28 @@ void ClearField(fz_context* ctx, pdf_document* pdf, pdf_obj* widget, const Redac
         RemoveField(ctx, pdf, field);
 }
 
+bool IsTextMarkup(pdf_obj* subtype) {
+    return subtype == PDF_NAME(Highlight) || subtype == PDF_NAME(Underline) ||
+           subtype == PDF_NAME(StrikeOut) || subtype == PDF_NAME(Squiggly);
+}
+
+// Clears what a text markup and its popup hold as text.
+void ClearMarkupText(fz_context* ctx, pdf_obj* markup) {
+    for (pdf_obj* annot : {markup, pdf_dict_get(ctx, markup, PDF_NAME(Popup))}) {
+        if (!pdf_is_dict(ctx, annot))
+            continue;
+        for (pdf_obj* key : {PDF_NAME(Contents), PDF_NAME(RC), PDF_NAME(T)})
+            pdf_dict_del(ctx, annot, key);
+        pdf_dict_dels(ctx, annot, "Subj");
+    }
+}
+
 }  // namespace
 
-void RemoveCoveredAnnotations(fz_context* ctx, pdf_document* pdf, pdf_obj* page_obj,
-                              const RedactionAreas& areas) {
+std::vector<int> RemoveCoveredAnnotations(fz_context* ctx, pdf_document* pdf, pdf_obj* page_obj,
+                                          const RedactionAreas& areas) {
+    ObjPtr markups(ctx, CallMupdf(ctx, "cannot remove the annotations under the areas",
+                                  [&] { return pdf_new_array(ctx, pdf, 4); }));
     CallMupdf(ctx, "cannot remove the annotations under the areas", [&] {
         pdf_obj* annots = pdf_dict_get(ctx, page_obj, PDF_NAME(Annots));
         // Entries to drop, collected first: clearing a field may name widgets anywhere in the
@@ -150,6 +168,11 @@ void RemoveCoveredAnnotations(fz_context* ctx, pdf_document* pdf, pdf_obj* page_
                 if (subtype == PDF_NAME(Widget)) {
                     if (!Holds(ctx, doomed, entry))
                         ClearField(ctx, pdf, entry, areas, doomed);
+                    continue;
+                }
+                if (IsTextMarkup(subtype)) {
+                    ClearMarkupText(ctx, entry);
+                    pdf_array_push(ctx, markups.get(), entry);
                     continue;
                 }
                 pdf_array_push(ctx, doomed, entry);
@@ -170,6 +193,47 @@ void RemoveCoveredAnnotations(fz_context* ctx, pdf_document* pdf, pdf_obj* page_
         fz_always(ctx) pdf_drop_obj(ctx, doomed);
         fz_catch(ctx) fz_rethrow(ctx);
     });
+    std::vector<int> kept;
+    const int count = CallMupdf(ctx, "cannot read the annotations",
+                                [&] { return pdf_array_len(ctx, markups.get()); });
+    for (int i = 0; i < count; ++i) {
+        kept.push_back(CallMupdf(ctx, "cannot read the annotations", [&] {
+            return pdf_to_num(ctx, pdf_array_get(ctx, markups.get(), i));
+        }));
+    }
+    return kept;
+}
+
+void RebuildAppearances(fz_context* ctx, pdf_document* pdf, int page,
+                        const std::vector<int>& objects) {
+    if (objects.empty())
+        return;
+    const char* what = "cannot rebuild an annotation's appearance";
+    PagePtr loaded(ctx, CallMupdf(ctx, what, [&] { return pdf_load_page(ctx, pdf, page); }));
+    for (pdf_annot* annot =
+             CallMupdf(ctx, what, [&] { return pdf_first_annot(ctx, loaded.get()); });
+         annot != nullptr;
+         annot = CallMupdf(ctx, what, [&] { return pdf_next_annot(ctx, annot); })) {
+        CallMupdf(ctx, what, [&] {
+            pdf_obj* obj = pdf_annot_obj(ctx, annot);
+            bool wanted = false;
+            for (const int object : objects)
+                wanted = wanted || pdf_to_num(ctx, obj) == object;
+            if (!wanted)
+                return;
+            // Building the appearance rewrites /Rect: the annotation's own one stays.
+            pdf_obj* rect = pdf_keep_obj(ctx, pdf_dict_get(ctx, obj, PDF_NAME(Rect)));
+            fz_try(ctx) {
+                pdf_dict_del(ctx, obj, PDF_NAME(AP));
+                pdf_dirty_annot(ctx, annot);
+                pdf_update_annot(ctx, annot);
+                if (rect != nullptr)
+                    pdf_dict_put(ctx, obj, PDF_NAME(Rect), rect);
+            }
+            fz_always(ctx) pdf_drop_obj(ctx, rect);
+            fz_catch(ctx) fz_rethrow(ctx);
+        });
+    }
 }
 
 }  // namespace pdfhost::engine

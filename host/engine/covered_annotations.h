@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "engine/redaction_areas.h"
 
 struct fz_context;
@@ -15,8 +17,16 @@ namespace pdfhost::engine {
 //     value and options (export values) up its /Parent chain, and every widget of it loses its
 //     appearance; the widgets under the areas go, and a field left without widgets leaves the
 //     form. Signature fields go whole.
+//   - text markups (Highlight, Underline, StrikeOut, Squiggly) stay, since others may keep
+//     records of them: they and their popups lose /Contents, /RC, /T and /Subj, and their
+//     object numbers are returned, for RebuildAppearances.
 // Redact annotations stay as they are (their overlay text is theirs). Throws Error.
-void RemoveCoveredAnnotations(fz_context* ctx, pdf_document* pdf, pdf_obj* page_obj,
-                              const RedactionAreas& areas);
+std::vector<int> RemoveCoveredAnnotations(fz_context* ctx, pdf_document* pdf, pdf_obj* page_obj,
+                                          const RedactionAreas& areas);
+
+// Replaces the appearance of the annotations `objects` of page `page` (0-based) with one
+// MuPDF builds from their own geometry and colour; their /Rect stays as it was. Throws Error.
+void RebuildAppearances(fz_context* ctx, pdf_document* pdf, int page,
+                        const std::vector<int>& objects);
 
 }  // namespace pdfhost::engine

@@ -1,37 +1,55 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
+#include "engine/mupdf_types.h"
 #include "engine/redaction_areas.h"
-
-struct fz_context;
-struct pdf_processor;
 
 namespace pdfhost::engine {
 
 struct PathFilterState;
 
-// A content processor that passes every operator on to `next`, except the paths that paint
-// wholly inside one of the areas: those go, construction and painting operator together.
-// Clipping paths always pass, as do paths that only cross an area (the fill drawn over the
-// area hides their part in it). Coordinates are followed through q, Q and cm from the page's
-// user space, so the filter must see the page's top-level operators as they will be written.
+// A form XObject drawn by the content, and the matrix from its space to the areas' space.
+struct PlacedForm {
+    ObjPtr form;
+    fz_matrix ctm;
+};
+
+// A content processor that passes every operator on to `next`, except the paths that meet an
+// area: those are cut to what lies outside the areas (see Paint in the source), so that no
+// coordinate of theirs remains inside one. Rectangles and straight segments are cut exactly;
+// curves of a subpath that meets an area are cut as short straight segments; subpaths that
+// meet no area pass as they were. A path painting wholly inside goes, as does an unpainted
+// one (n) that meets an area. Coordinates are followed through q, Q and cm from `ctm` (the
+// areas' space), so the filter must see the operators as they will be written. Forms drawn
+// are noted with their placement (TakeForms), for CutPathsInForms.
 class CoveredPathFilter {
   public:
     // Throws Error when MuPDF cannot allocate the processor.
-    CoveredPathFilter(fz_context* ctx, pdf_processor* next, const RedactionAreas& areas);
+    CoveredPathFilter(fz_context* ctx, pdf_processor* next, const RedactionAreas& areas,
+                      fz_matrix ctm = fz_identity);
     ~CoveredPathFilter();
     CoveredPathFilter(const CoveredPathFilter&) = delete;
     CoveredPathFilter& operator=(const CoveredPathFilter&) = delete;
 
     // The processor to feed; it lives as long as this object.
     pdf_processor* Processor() const;
-    // How many painted paths were removed.
+    // How many paths were removed, and how many cut.
     int Removed() const;
+    int Cut() const;
+    // The forms drawn so far, each where it was drawn.
+    std::vector<PlacedForm> TakeForms();
 
   private:
     fz_context* ctx_;
     std::unique_ptr<PathFilterState> state_;
 };
+
+// Cuts the paths of `forms` (and of the forms they draw, to a depth) that meet the areas, in
+// place: call it only on forms that belong to the content being redacted (the instances the
+// redaction made). Throws Error.
+void CutPathsInForms(fz_context* ctx, pdf_document* pdf, std::vector<PlacedForm> forms,
+                     const RedactionAreas& areas);
 
 }  // namespace pdfhost::engine

@@ -11,6 +11,7 @@
 #include "engine/mupdf_types.h"
 #include "engine/redaction_areas.h"
 #include "engine/redaction_filter.h"
+#include "engine/unreadable_inline_images.h"
 
 namespace pdfhost::engine {
 namespace {
@@ -98,9 +99,17 @@ RedactionReport Redactor::Apply(const std::vector<AnnotationId>& targets,
     for (const auto& [page, objects] : byPage) {
         const RedactionAreas areas = AreasOf(document_.fz(), document_.pdf(), objects);
         try {
-            DocumentTransaction transaction(document_, "Apply redactions");
-            ApplyOnPage(page, objects, areas, options);
-            transaction.Commit();
+            try {
+                DocumentTransaction transaction(document_, "Apply redactions");
+                ApplyOnPage(page, objects, areas, options, false);
+                transaction.Commit();
+            } catch (const Error&) {
+                // Inline images MuPDF cannot read stop the whole page: without them it may go.
+                DocumentTransaction transaction(document_, "Apply redactions");
+                if (!ApplyOnPage(page, objects, areas, options, true))
+                    throw;
+                transaction.Commit();
+            }
             report.applied += static_cast<int>(objects.size());
         } catch (const Error& error) {
             RedactionProblem problem{page, {}, error.what()};
@@ -116,19 +125,22 @@ RedactionReport Redactor::Apply(const std::vector<AnnotationId>& targets,
     return report;
 }
 
-void Redactor::ApplyOnPage(int page, const std::vector<int>& objects, const RedactionAreas& areas,
-                           const RedactionOptions& options) {
+bool Redactor::ApplyOnPage(int page, const std::vector<int>& objects, const RedactionAreas& areas,
+                           const RedactionOptions& options, bool withoutUnreadableImages) {
     fz_context* ctx = document_.fz();
     pdf_document* pdf = document_.pdf();
     pdf_obj* page_obj = CallMupdf(ctx, "cannot find page " + std::to_string(page),
                                   [&] { return pdf_lookup_page_obj(ctx, pdf, page); });
+    if (withoutUnreadableImages && RemoveUnreadableInlineImages(ctx, pdf, page_obj) == 0)
+        return false;
     if (!areas.Empty()) {
         RewriteWithout(ctx, pdf, page_obj, areas, options.fillAreas);
-        RemoveCoveredAnnotations(ctx, pdf, page_obj, areas);
+        RebuildAppearances(ctx, pdf, page, RemoveCoveredAnnotations(ctx, pdf, page_obj, areas));
     }
     Annotations annotations(document_);
     for (const int object : objects)
         annotations.Remove(AnnotationId{page, object});
+    return true;
 }
 
 }  // namespace pdfhost::engine

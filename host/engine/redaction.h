@@ -31,8 +31,12 @@ struct RedactionReport {
 //   - text: glyph by glyph (see RedactionAreas::CoversGlyph), in form XObjects and tiling
 //     patterns too (Type 3 and invisible text alike);
 //   - images, inline ones too: the covered pixels are blanked (white); an image wholly
-//     covered, one with a mask, or one that cannot be decoded goes entirely;
-//   - vector art: paths painting wholly inside an area go (top-level page content);
+//     covered, one with a mask, or one that cannot be decoded goes entirely; an inline image
+//     of the page content that MuPDF cannot read at all goes wherever it stands, since the
+//     page cannot be rewritten around it (see RemoveUnreadableInlineImages);
+//   - vector art, in the page content, form XObjects and tiling patterns: paths that meet an
+//     area are cut to what lies outside it (clipping paths too), those wholly inside go (see
+//     CoveredPathFilter); curves that meet an area are cut as short straight segments;
 //   - annotations and form fields under an area lose what they hold (see
 //     RemoveCoveredAnnotations), and the applied annotations go with their popups.
 // Each page is done on its own: a page whose content cannot be rewritten is left as it was
@@ -51,8 +55,10 @@ class Redactor {
                           const RedactionOptions& options);
 
   private:
-    void ApplyOnPage(int page, const std::vector<int>& objects, const RedactionAreas& areas,
-                     const RedactionOptions& options);
+    // With `withoutUnreadableImages`, the inline images MuPDF cannot read are taken out of the
+    // page content first; false (nothing done) when there were none.
+    bool ApplyOnPage(int page, const std::vector<int>& objects, const RedactionAreas& areas,
+                     const RedactionOptions& options, bool withoutUnreadableImages);
 
     Document& document_;
 };

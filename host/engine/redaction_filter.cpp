@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "engine/covered_path_filter.h"
 #include "engine/forwarding_processor.h"
@@ -58,11 +59,12 @@ void BlankPixels(fz_context* ctx, fz_pixmap* pixmap, fz_matrix ctm, const Rect& 
 }
 
 // Keeps an image untouched (same pointer), replaces it (a new image) or removes it (null).
-fz_image* FilterImage(fz_context* ctx, void* opaque, fz_matrix ctm, const char*, fz_image* image) {
+fz_image* FilterImage(fz_context* ctx, void* opaque, fz_matrix ctm, const char* name,
+                      fz_image* image) {
     const auto* areas = static_cast<const RedactionAreas*>(opaque);
     const Rect placed = RectOf(fz_transform_rect(fz_unit_rect, ctm));
     if (!areas->Touches(placed))
-        return image;
+        return UnchangedImage(ctx, name, image);
     if (areas->Contains(placed) || image->imagemask || image->mask != nullptr)
         return nullptr;
     const char* what = "cannot blank an image";
@@ -113,6 +115,11 @@ pdf_processor* NewTextObjectGuard(fz_context* ctx, pdf_processor* next) {
 
 }  // namespace
 
+fz_image* UnchangedImage(fz_context* ctx, const char* name, fz_image* image) {
+    return std::string_view(name != nullptr ? name : "") == "<inline>" ? fz_keep_image(ctx, image)
+                                                                       : image;
+}
+
 void RewriteWithout(fz_context* ctx, pdf_document* pdf, pdf_obj* page_obj,
                     const RedactionAreas& areas, bool fill) {
     const char* what = "cannot rewrite the page content";
@@ -155,6 +162,7 @@ void RewriteWithout(fz_context* ctx, pdf_document* pdf, pdf_obj* page_obj,
                           pdf_add_stream(ctx, pdf, buffer.get(), nullptr, 0));
         pdf_dict_put(ctx, page_obj, PDF_NAME(Resources), resources.get());
     });
+    CutPathsInForms(ctx, pdf, paths.TakeForms(), areas);
     RedactTilingPatterns(ctx, pdf, resources.get(), areas);
 }
 

@@ -97,6 +97,35 @@ inline std::string PdfToText(const std::string& path) {
     return RunCommand("pdftotext -q '" + path + "' -");
 }
 
+// The whole file with every stream inflated, as MuPDF writes it: a text that is not in these
+// bytes is nowhere in the file. `withoutXfa` leaves the form's XFA packets out.
+inline std::string InflatedBytes(Context& context, const std::string& path,
+                                 bool withoutXfa = false) {
+    Document reopened = Document::Open(context, path);
+    fz_context* ctx = reopened.fz();
+    BufferPtr buffer(ctx, CallMupdf(ctx, "buffer", [&] { return fz_new_buffer(ctx, 4096); }));
+    CallMupdf(ctx, "inflate", [&] {
+        fz_output* out = fz_new_output_with_buffer(ctx, buffer.get());
+        fz_try(ctx) {
+            if (withoutXfa) {
+                pdf_dict_del(ctx,
+                             pdf_dict_getp(ctx, pdf_trailer(ctx, reopened.pdf()), "Root/AcroForm"),
+                             PDF_NAME(XFA));
+            }
+            pdf_write_options options = pdf_default_write_options;
+            options.do_decompress = 1;
+            options.do_garbage = 1;
+            pdf_write_document(ctx, reopened.pdf(), out, &options);
+            fz_close_output(ctx, out);
+        }
+        fz_always(ctx) fz_drop_output(ctx, out);
+        fz_catch(ctx) fz_rethrow(ctx);
+    });
+    unsigned char* data = nullptr;
+    const std::size_t size = fz_buffer_storage(ctx, buffer.get(), &data);
+    return std::string(reinterpret_cast<const char*>(data), size);
+}
+
 // The grey value (0 black .. 255 white) of the point (x, y) in PDF page space of page 1 of a
 // file of US-Letter pages, as poppler's renderer draws it at 72 dpi.
 inline int GreyAt(const std::string& path, float x, float y) {

@@ -13,6 +13,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 using testing_support::EngineTest;
+using testing_support::InflatedBytes;
 using testing_support::kDocumentTag;
 using testing_support::MatchAnnotation;
 using testing_support::PdfToText;
@@ -22,28 +23,6 @@ using testing_support::RawPdf;
 using testing_support::Ref;
 using testing_support::RunCommand;
 using testing_support::WriteBytes;
-
-// The whole file with every stream inflated, as MuPDF writes it: a text that is not in these
-// bytes is nowhere in the file.
-std::string InflatedBytes(Context& context, const std::string& path) {
-    Document reopened = Document::Open(context, path);
-    fz_context* ctx = reopened.fz();
-    BufferPtr buffer(ctx, CallMupdf(ctx, "buffer", [&] { return fz_new_buffer(ctx, 4096); }));
-    CallMupdf(ctx, "inflate", [&] {
-        fz_output* out = fz_new_output_with_buffer(ctx, buffer.get());
-        fz_try(ctx) {
-            pdf_write_options options = pdf_default_write_options;
-            options.do_decompress = 1;
-            pdf_write_document(ctx, reopened.pdf(), out, &options);
-            fz_close_output(ctx, out);
-        }
-        fz_always(ctx) fz_drop_output(ctx, out);
-        fz_catch(ctx) fz_rethrow(ctx);
-    });
-    unsigned char* data = nullptr;
-    const std::size_t size = fz_buffer_storage(ctx, buffer.get(), &data);
-    return std::string(reinterpret_cast<const char*>(data), size);
-}
 
 // A text-showing operation in Helvetica at (x, y), 12 pt.
 std::string Show(float x, float y, const std::string& text, const std::string& extra = {}) {
@@ -224,25 +203,72 @@ INSTANTIATE_TEST_SUITE_P(Places, RedactionPlacesTest, ::testing::ValuesIn(kPlace
 
 using RedactionTroubleTest = EngineTest;
 
-// A page whose content MuPDF cannot read through (an inline image of absurd size) stays as it
-// was, its Redact annotation standing, and is reported; the pages around it are redacted.
-TEST_F(RedactionTroubleTest, OnePagesTroubleStaysOnThatPage) {
-    RawPdf raw;
-    const std::string damaged =
-        "q 200 0 0 10 72 650 cm BI /W 100000 /H 100000 /CS /G /BPC 8 "
-        "/F /Fl ID broken";
-    const std::string input = PathOf("in.pdf");
-    WriteBytes(input,
-               RawDocument(raw, {{Show(72, 700, "firstsecret") + Show(72, 600, "firstkept")},
-                                 {Show(72, 700, "middlesecret") + damaged},
-                                 {Show(72, 700, "lastsecret") + Show(72, 600, "lastkept")}}));
-    Document document = Document::Open(context_, input);
+// An inline image MuPDF cannot read (absurd size) in the page content: without it the page is
+// redacted; the text beside it stays.
+const std::string kUnreadableImage =
+    "q 200 0 0 10 72 650 cm BI /W 100000 /H 100000 /CS /G /BPC 8 /F /Fl ID broken EI Q\n";
+
+// Three pages with a secret each under the same box; the middle one holds `middle` too.
+std::vector<AnnotationId> ThreePagesBoxed(Document& document) {
     std::vector<AnnotationId> boxes;
     for (int page = 0; page < 3; ++page) {
         boxes.push_back(Annotations(document).Create(
             page, MatchAnnotation(document, page, "Redact", {Rect{60, 690, 200, 715}}, "box"),
             kDocumentTag, -1));
     }
+    return boxes;
+}
+
+std::string ThreePages(RawPdf& raw, const std::string& middle, const std::string& resources) {
+    return RawDocument(
+        raw, {{Show(72, 700, "firstsecret") + Show(72, 600, "firstkept")},
+              {Show(72, 700, "middlesecret") + middle + Show(72, 600, "middlekept"), resources},
+              {Show(72, 700, "lastsecret") + Show(72, 600, "lastkept")}});
+}
+
+TEST_F(RedactionTroubleTest, AnUnreadableInlineImageNoLongerStopsItsPage) {
+    RawPdf raw;
+    const std::string input = PathOf("in.pdf");
+    // A readable image after the broken one stays.
+    WriteBytes(input,
+               ThreePages(raw,
+                          kUnreadableImage + "q 20 0 0 20 300 300 cm BI /W 2 /H 1 /CS /G /BPC 8 "
+                                             "ID \x01\x02 EI Q\n",
+                          RawPage{}.resources));
+    Document document = Document::Open(context_, input);
+    const RedactionReport report =
+        Redactor(document).Apply(ThreePagesBoxed(document), RedactionOptions{});
+    EXPECT_EQ(report.applied, 3);
+    EXPECT_TRUE(report.problems.empty());
+    const std::string output = PathOf("out.pdf");
+    document.SaveFull(output);
+
+    const std::string bytes = InflatedBytes(context_, output);
+    const std::string text = PdfToText(output);
+    for (const char* secret : {"firstsecret", "middlesecret", "lastsecret", "broken"}) {
+        EXPECT_THAT(bytes, Not(HasSubstr(secret)));
+        EXPECT_THAT(text, Not(HasSubstr(secret)));
+    }
+    for (const char* kept : {"firstkept", "middlekept", "lastkept"})
+        EXPECT_THAT(text, HasSubstr(kept));
+    EXPECT_THAT(RunCommand("pdfimages -list '" + output + "' 2>&1"), HasSubstr("  2     1  gray"));
+    EXPECT_THAT(RunCommand("pdfinfo '" + output + "' 2>&1"), Not(HasSubstr("Error")));
+}
+
+// A page whose content MuPDF cannot read through (the broken image inside a form XObject)
+// stays as it was, its Redact annotation standing, and is reported; the pages around it are
+// redacted.
+TEST_F(RedactionTroubleTest, OnePagesTroubleStaysOnThatPage) {
+    RawPdf raw;
+    const int form =
+        raw.AddStream("/Type /XObject /Subtype /Form /BBox [0 0 612 792]", kUnreadableImage);
+    const std::string input = PathOf("in.pdf");
+    WriteBytes(input, ThreePages(raw, "/X1 Do\n",
+                                 "<< /XObject << /X1 " + Ref(form) +
+                                     " >> /Font << /F1 << /Type /Font /Subtype /Type1 "
+                                     "/BaseFont /Helvetica >> >> >>"));
+    Document document = Document::Open(context_, input);
+    const std::vector<AnnotationId> boxes = ThreePagesBoxed(document);
     const RedactionReport report = Redactor(document).Apply(boxes, RedactionOptions{});
     EXPECT_EQ(report.applied, 2);
     ASSERT_EQ(report.problems.size(), 1u);
@@ -262,6 +288,66 @@ TEST_F(RedactionTroubleTest, OnePagesTroubleStaysOnThatPage) {
     EXPECT_THAT(text, HasSubstr("firstkept"));
     EXPECT_THAT(text, HasSubstr("lastkept"));
     EXPECT_THAT(RunCommand("pdfinfo '" + output + "' 2>&1"), HasSubstr("Pages:           3"));
+}
+
+// Text markups under a box stay (records of them point at them) but lose their text and get an
+// appearance built from their own geometry; other annotations under the box go.
+TEST_F(RedactionTroubleTest, TextMarkupsStayWithoutTheirText) {
+    RawPdf raw;
+    const int font = raw.Add(kHelvetica);
+    // An appearance that shows text: it must not survive.
+    const int ap = raw.AddStream(
+        "/Type /XObject /Subtype /Form /BBox [0 0 200 30] /Resources << /Font << /F1 " + Ref(font) +
+            " >> >>",
+        Show(5, 10, "apsecret"));
+    const int popup = raw.Add(
+        "<< /Type /Annot /Subtype /Popup /Rect [300 690 400 720] /Contents (popupsecret) >>");
+    std::string annots = "[";
+    std::vector<int> markups;
+    for (const char* subtype : {"Highlight", "Underline", "StrikeOut", "Squiggly"}) {
+        markups.push_back(raw.Add(std::string("<< /Type /Annot /Subtype /") + subtype +
+                                  " /Rect [72 690 272 720] /QuadPoints [72 720 272 720 72 690 "
+                                  "272 690] /C [1 1 0] /Contents (marksecret) /T (marksecret) "
+                                  "/Subj (marksecret) /RC (<p>marksecret</p>) /Popup " +
+                                  Ref(popup) + " /AP << /N " + Ref(ap) + " >> >>"));
+        annots += Ref(markups.back()) + " ";
+    }
+    const int square = raw.Add(
+        "<< /Type /Annot /Subtype /Square /Rect [72 690 272 720] /Contents (squaresecret) >>");
+    annots += Ref(popup) + " " + Ref(square) + "]";
+    const std::string input = PathOf("in.pdf");
+    WriteBytes(input, RawDocument(raw, {{Show(72, 600, "kept"), RawPage{}.resources, annots}}));
+    Document document = Document::Open(context_, input);
+    Redactor(document).Apply(
+        {Annotations(document).Create(
+            0, MatchAnnotation(document, 0, "Redact", {Rect{60, 680, 300, 730}}, "box"),
+            kDocumentTag, -1)},
+        RedactionOptions{});
+    const std::string output = PathOf("out.pdf");
+    document.SaveFull(output);
+
+    const std::string bytes = InflatedBytes(context_, output);
+    for (const char* secret : {"apsecret", "popupsecret", "marksecret", "squaresecret"})
+        EXPECT_THAT(bytes, Not(HasSubstr(secret)));
+    Document reopened = Document::Open(context_, output);
+    Annotations kept(reopened);
+    std::vector<std::string> subtypes;
+    for (const int object : kept.OnPage(0))
+        subtypes.push_back(kept.Subtype(object));
+    EXPECT_EQ(subtypes, (std::vector<std::string>{"Highlight", "Underline", "StrikeOut", "Squiggly",
+                                                  "Popup"}));
+    fz_context* ctx = reopened.fz();
+    for (const int object : kept.OnPage(0)) {
+        if (kept.Subtype(object) == "Popup")
+            continue;
+        EXPECT_EQ(kept.RectOf(object), (Rect{72, 690, 272, 720})) << kept.Subtype(object);
+        const ObjPtr dict = kept.Dictionary(object);
+        const bool drawn = CallMupdf(ctx, "appearance", [&] {
+            return pdf_is_stream(ctx, pdf_dict_getp(ctx, dict.get(), "AP/N")) != 0;
+        });
+        EXPECT_TRUE(drawn) << kept.Subtype(object);
+    }
+    EXPECT_THAT(RunCommand("pdfinfo '" + output + "' 2>&1"), Not(HasSubstr("Error")));
 }
 
 // A file whose earlier revision held text that a later incremental update took away: after an

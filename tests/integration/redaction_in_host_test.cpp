@@ -116,6 +116,38 @@ TEST_F(RedactionInHostTest, RedactedTextIsGoneFromTheSavedFileAndTheRestStays) {
     EXPECT_NE(text.find("signed on Monday"), std::string::npos) << text;
 }
 
+// The plug-in's highlight of a match that is redacted stays, so its record still finds it; what
+// it held as text goes with the match.
+TEST_F(RedactionInHostTest, AHighlightUnderTheBoxStaysForItsRecordWithoutItsText) {
+    const std::string path = OpenText("both.pdf", {"Alpha Beta Gamma"});
+    const Json::Value found = Find("Beta");
+    const std::string key = found["data"]["searchKey"].asString();
+    ASSERT_EQ(AddAnnot(key, 0, "highlight", "ai_plugin_h", "Beta noted")["ret"].asInt(), 0);
+    const std::string again = Find("Beta")["data"]["searchKey"].asString();
+    ASSERT_EQ(AddAnnot(again, 0, "redact", "ai_plugin_r")["ret"].asInt(), 0);
+    Answer("messageBox", 1);
+    ASSERT_EQ(ApplyNames({"ai_plugin_r"})["ret"].asInt(), 0);
+    Save();
+    {
+        Document saved = Document::Open(host->Engine(), path);
+        fz_context* ctx = saved.fz();
+        pdf_obj* annots = pdf_dict_gets(ctx, pdf_lookup_page_obj(ctx, saved.pdf(), 0), "Annots");
+        ASSERT_EQ(pdf_array_len(ctx, annots), 1);
+        pdf_obj* annot = pdf_array_get(ctx, annots, 0);
+        EXPECT_STREQ(pdf_to_name(ctx, pdf_dict_gets(ctx, annot, "Subtype")), "Highlight");
+        EXPECT_STREQ(pdf_to_text_string(ctx, pdf_dict_gets(ctx, annot, "NM")), "ai_plugin_h");
+        EXPECT_EQ(pdf_dict_gets(ctx, annot, "Contents"), nullptr);
+    }
+    EXPECT_EQ(PdfToText(path).find("Beta"), std::string::npos);
+
+    Json::Value remove(Json::objectValue);
+    remove["searchKey"] = key;
+    remove["index"] = 0;
+    remove["type"] = "highlight";
+    remove["uniqueIDPrefix"] = "ai_plugin_";
+    EXPECT_EQ(Call("removeAnnots", remove)["ret"].asInt(), 0);
+}
+
 TEST_F(RedactionInHostTest, CancelledPromptKeepsTheDocumentAsItWas) {
     const std::string path = OpenText("cancel.pdf", {"Secret Number 4711"});
     const Json::Value found = Find("4711");
