@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cctype>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "engine/context.h"
 #include "engine/pdf_factory.h"
@@ -36,6 +38,14 @@ inline std::string RunCommand(const std::string& command) {
         output.append(buffer.data(), read);
     }
     return output;
+}
+
+// A test name made of a case's description: letters and digits kept, the rest "_".
+inline std::string CaseName(std::string_view description) {
+    std::string name;
+    for (const char c : description)
+        name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+    return name;
 }
 
 // A fresh folder per test under the test temporary folder, with a context and a factory.

@@ -124,10 +124,7 @@ TEST(PathCuttingShapeTest, ShapesMeetingNoBoxComeBackUnchanged) {
 
 INSTANTIATE_TEST_SUITE_P(Shapes, PathCuttingTest, ::testing::ValuesIn(kCutCases),
                          [](const auto& info) {
-                             std::string name;
-                             for (const char c : std::string(info.param.name))
-                                 name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-                             return name;
+                             return testing_support::CaseName(info.param.name);
                          });
 
 // ---- In documents: every subpath MuPDF draws on page 1 (curves by their control points), in
@@ -308,10 +305,7 @@ TEST_P(PathPlacesTest, CrossingPathsKeepNothingUnderTheBox) {
 
 INSTANTIATE_TEST_SUITE_P(Places, PathPlacesTest, ::testing::ValuesIn(kPathPlaces),
                          [](const auto& info) {
-                             std::string name;
-                             for (const char c : std::string(info.param.name))
-                                 name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-                             return name;
+                             return testing_support::CaseName(info.param.name);
                          });
 
 }  // namespace

@@ -125,10 +125,7 @@ TEST_P(RealDocumentsTest, KnownWordsAreGoneAndTheFileStaysSound) {
 
 INSTANTIATE_TEST_SUITE_P(Public, RealDocumentsTest, ::testing::ValuesIn(kRealDocuments),
                          [](const auto& info) {
-                             std::string name;
-                             for (const char c : std::string(info.param.file))
-                                 name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-                             return name;
+                             return testing_support::CaseName(info.param.file);
                          });
 
 }  // namespace

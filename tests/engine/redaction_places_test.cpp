@@ -195,10 +195,7 @@ TEST_P(RedactionPlacesTest, NothingUnderTheBoxRemainsInTheFile) {
 
 INSTANTIATE_TEST_SUITE_P(Places, RedactionPlacesTest, ::testing::ValuesIn(kPlaces),
                          [](const auto& info) {
-                             std::string name;
-                             for (const char c : std::string(info.param.name))
-                                 name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-                             return name;
+                             return testing_support::CaseName(info.param.name);
                          });
 
 using RedactionTroubleTest = EngineTest;
