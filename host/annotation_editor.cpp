@@ -1,9 +1,11 @@
 #include "annotation_editor.h"
 
 #include "engine/error.h"
+#include "engine/hidden_text_scrubber.h"
 #include "engine/permissions.h"
 #include "engine/redaction.h"
 #include "host_app.h"
+#include "removed_texts.h"
 
 namespace pdfhost {
 namespace {
@@ -133,7 +135,9 @@ bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector
         }
         if (targets.empty())
             return true;
+        const std::vector<std::u32string> removed = RemovedTextsOf(document, targets);
         redactor.Apply(targets, engine::RedactionOptions{.fillAreas = fill});
+        engine::HiddenTextScrubber(document.Engine(), removed).Run();
     } catch (const engine::Error&) {
         return false;
     }
