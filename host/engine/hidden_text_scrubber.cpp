@@ -10,6 +10,7 @@
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
 #include "engine/pdf_text_string.h"
+#include "engine/strict_stream_reader.h"
 #include "engine/xml_text_scrub.h"
 
 namespace pdfhost::engine {
@@ -20,9 +21,9 @@ constexpr int kMaxDepth = 64;
 // String values that are no text, or that readers parse: never cut.
 bool IsKeptKey(std::string_view key) {
     static const std::set<std::string_view, std::less<>> kept = {
-        "ID",   "O",      "U",        "OE",       "UE",      "Perms",       "DA",
-        "DS",   "NM",     "Lang",     "Lookup",   "Panose",  "Registry",    "Ordering",
-        "Cert", "CharSet", "ByteRange", "OverlayText", "Style", "Reference"};
+        "ID",   "O",       "U",         "OE",          "UE",     "Perms",    "DA",
+        "DS",   "NM",      "Lang",      "Lookup",      "Panose", "Registry", "Ordering",
+        "Cert", "CharSet", "ByteRange", "OverlayText", "Style",  "Reference"};
     return kept.count(key) > 0;
 }
 
@@ -43,11 +44,11 @@ bool IsSignature(fz_context* ctx, pdf_obj* dict) {
 class Scrub {
   public:
     Scrub(Document& document, const RemovedTextMatcher& matcher)
-        : ctx_(document.fz()), pdf_(document.pdf()), matcher_(matcher) {}
+        : document_(document), ctx_(document.fz()), pdf_(document.pdf()), matcher_(matcher) {}
 
     ScrubCounts Run() {
-        const int count = CallMupdf(ctx_, "cannot count the objects",
-                                    [&] { return pdf_xref_len(ctx_, pdf_); });
+        const int count =
+            CallMupdf(ctx_, "cannot count the objects", [&] { return pdf_xref_len(ctx_, pdf_); });
         pdf_obj* trailer = pdf_trailer(ctx_, pdf_);
         const int encrypt = pdf_to_num(ctx_, pdf_dict_get(ctx_, trailer, PDF_NAME(Encrypt)));
         Walk(trailer, 0, 0);
@@ -86,7 +87,7 @@ class Scrub {
         try {
             return ObjPtr(ctx_, CallMupdf(ctx_, "cannot load an object", [&]() -> pdf_obj* {
                               const pdf_xref_entry* entry = pdf_get_xref_entry(ctx_, pdf_, num);
-                                  if (entry == nullptr || (entry->type != 'n' && entry->type != 'o'))
+                              if (entry == nullptr || (entry->type != 'n' && entry->type != 'o'))
                                   return nullptr;
                               return pdf_load_object(ctx_, pdf_, num);
                           }));
@@ -197,27 +198,27 @@ class Scrub {
         if (std::optional<std::string> cut = CutString(string)) {
             CallMupdf(ctx_, "cannot change a string", [&] {
                 pdf_obj* fresh = NewString(*cut);
-                fz_try(ctx_) { pdf_update_object(ctx_, pdf_, num, fresh); }
-                fz_always(ctx_) { pdf_drop_obj(ctx_, fresh); }
-                fz_catch(ctx_) { fz_rethrow(ctx_); }
+                fz_try(ctx_) {
+                    pdf_update_object(ctx_, pdf_, num, fresh);
+                }
+                fz_always(ctx_) {
+                    pdf_drop_obj(ctx_, fresh);
+                }
+                fz_catch(ctx_) {
+                    fz_rethrow(ctx_);
+                }
             });
             ++counts_.strings;
         }
     }
 
-    // The decoded bytes of stream `num`; false when it cannot be decoded.
+    // The decoded bytes of stream `num`; false when they cannot all be read.
     bool Read(int num, std::string& out) {
-        try {
-            BufferPtr buffer(ctx_, CallMupdf(ctx_, "cannot read a stream", [&] {
-                                 return pdf_load_stream_number(ctx_, pdf_, num);
-                             }));
-            unsigned char* data = nullptr;
-            const std::size_t size = fz_buffer_storage(ctx_, buffer.get(), &data);
-            out.assign(reinterpret_cast<const char*>(data), size);
-            return true;
-        } catch (const Error&) {
+        std::optional<std::string> bytes = ReadWholeStream(document_, num);
+        if (!bytes)
             return false;
-        }
+        out = std::move(*bytes);
+        return true;
     }
 
     void Replace(int num, const std::string& bytes) {
@@ -236,7 +237,9 @@ class Scrub {
                 pdf_drop_obj(ctx_, ref);
                 fz_drop_buffer(ctx_, buffer);
             }
-            fz_catch(ctx_) { fz_rethrow(ctx_); }
+            fz_catch(ctx_) {
+                fz_rethrow(ctx_);
+            }
         });
     }
 
@@ -331,8 +334,7 @@ class Scrub {
             if (changed_.count(num) > 0)
                 return true;
             ObjPtr object = Load(num);
-            num = object ? pdf_to_num(ctx_, pdf_dict_get(ctx_, object.get(), PDF_NAME(Parent)))
-                         : 0;
+            num = object ? pdf_to_num(ctx_, pdf_dict_get(ctx_, object.get(), PDF_NAME(Parent))) : 0;
         }
         return false;
     }
@@ -382,14 +384,15 @@ class Scrub {
         if (!widgetDropped)
             return;
         CallMupdf(ctx_, "cannot ask for new appearances", [&] {
-            pdf_obj* form = pdf_dict_get(ctx_, pdf_dict_get(ctx_, pdf_trailer(ctx_, pdf_),
-                                                           PDF_NAME(Root)),
-                                         PDF_NAME(AcroForm));
+            pdf_obj* form =
+                pdf_dict_get(ctx_, pdf_dict_get(ctx_, pdf_trailer(ctx_, pdf_), PDF_NAME(Root)),
+                             PDF_NAME(AcroForm));
             if (pdf_is_dict(ctx_, form))
                 pdf_dict_puts_drop(ctx_, form, "NeedAppearances", PDF_TRUE);
         });
     }
 
+    const Document& document_;
     fz_context* ctx_;
     pdf_document* pdf_;
     const RemovedTextMatcher& matcher_;

@@ -24,8 +24,8 @@ std::optional<DecodedPdfText> DecodeUtf16Be(std::string_view bytes) {
         if (unit >= 0xD800 && unit < 0xDC00 && i + 3 < bytes.size()) {
             const unsigned low = Byte(bytes, i + 2) << 8 | Byte(bytes, i + 3);
             if (low >= 0xDC00 && low < 0xE000) {
-                out.text.push_back(static_cast<char32_t>(0x10000 + ((unit - 0xD800) << 10) +
-                                                         (low - 0xDC00)));
+                out.text.push_back(
+                    static_cast<char32_t>(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00)));
                 i += 4;
                 continue;
             }
@@ -104,8 +104,7 @@ std::optional<DecodedPdfText> DecodePdfText(std::string_view bytes) {
     return out;
 }
 
-std::optional<std::string> ScrubPdfText(std::string_view bytes,
-                                        const RemovedTextMatcher& matcher) {
+std::optional<std::string> ScrubPdfText(std::string_view bytes, const RemovedTextMatcher& matcher) {
     const std::optional<DecodedPdfText> decoded = DecodePdfText(bytes);
     if (!decoded)
         return std::nullopt;

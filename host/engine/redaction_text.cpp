@@ -43,8 +43,8 @@ std::vector<std::u32string> TextsUnder(const PageText& text, const RedactionArea
             continue;
         if (i != last + 1 && !run.empty())
             texts.push_back(std::exchange(run, {}));
-        if (i == last + 1 && chars[static_cast<std::size_t>(i)].line !=
-                                 chars[static_cast<std::size_t>(last)].line)
+        if (i == last + 1 &&
+            chars[static_cast<std::size_t>(i)].line != chars[static_cast<std::size_t>(last)].line)
             run.push_back(U' ');
         run.push_back(chars[static_cast<std::size_t>(i)].code);
         last = i;
