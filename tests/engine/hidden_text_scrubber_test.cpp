@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cctype>
 #include <cstring>
 #include <string_view>
 
@@ -12,6 +13,7 @@
 #include "engine/hidden_text_scrubber.h"
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
+#include "engine/permissions.h"
 #include "engine_test_support.h"
 #include "leak_check.h"
 
@@ -334,6 +336,164 @@ TEST_P(HiddenTextScrubberTest, RemovedTextLeavesThePlaceAndTheFileStaysValid) {
 
 INSTANTIATE_TEST_SUITE_P(Places, HiddenTextScrubberTest, ::testing::ValuesIn(kPlaces),
                          [](const auto& info) { return std::string(info.param.name); });
+
+// The raw bytes of a string at `path` from the trailer ("Info/Title", "Root/AcroForm/Fields/0/V":
+// numbers index arrays); empty when there is none.
+std::string StringAt(Document& document, const std::string& path) {
+    fz_context* ctx = document.fz();
+    pdf_obj* value = pdf_trailer(ctx, document.pdf());
+    size_t at = 0;
+    while (at <= path.size() && value != nullptr) {
+        const size_t end = std::min(path.find('/', at), path.size());
+        const std::string step = path.substr(at, end - at);
+        value = CallMupdf(ctx, "step", [&] {
+            return std::isdigit(static_cast<unsigned char>(step[0]))
+                       ? pdf_array_get(ctx, value, std::stoi(step))
+                       : pdf_dict_gets(ctx, value, step.c_str());
+        });
+        at = end + 1;
+    }
+    return std::string(pdf_to_str_buf(ctx, value), pdf_to_str_len(ctx, value));
+}
+
+// The decoded content of the first attached file.
+std::string FirstAttachment(Document& document) {
+    fz_context* ctx = document.fz();
+    BufferPtr buffer(ctx, CallMupdf(ctx, "attachment", [&] {
+                         pdf_obj* names = pdf_dict_getp(ctx, pdf_trailer(ctx, document.pdf()),
+                                                        "Root/Names/EmbeddedFiles/Names");
+                         pdf_obj* file = pdf_dict_getp(ctx, pdf_array_get(ctx, names, 1), "EF/F");
+                         return file ? pdf_load_stream(ctx, file) : nullptr;
+                     }));
+    if (!buffer)
+        return {};
+    unsigned char* data = nullptr;
+    const size_t size = fz_buffer_storage(ctx, buffer.get(), &data);
+    return std::string(reinterpret_cast<const char*>(data), size);
+}
+
+class ScrubberKeepsTest : public HiddenTextScrubberTest {};
+
+TEST_F(ScrubberKeepsTest, WhatHoldsNoRemovedTextStaysByteForByte) {
+    Document document = Planted([](const Planting& p) {
+        Info(p, "Title", "Annual figures");
+        Info(p, "Author", "Ana Lind");
+        Outline(p, "Contents");
+        Attachment(p, "figures.csv", "a,b\n1,2\n", 8);
+        Annotation(p, "Text", "Contents", "\xd0\x90 note");  // UTF-16 in the file
+    });
+    const std::string title = StringAt(document, "Info/Title");
+    const std::string outline = StringAt(document, "Root/Outlines/First/Title");
+    const std::string note = StringAt(document, "Root/Pages/Kids/0/Annots/0/Contents");
+    const std::string attachment = FirstAttachment(document);
+    ASSERT_FALSE(note.empty());
+
+    const ScrubCounts counts = HiddenTextScrubber(document, kRemoved).Run();
+    EXPECT_EQ(counts.strings, 1);
+    EXPECT_EQ(counts.files, 0);
+    document.SaveFull(PathOf("scrubbed.pdf"));
+    Document reopened = Document::Open(context_, PathOf("scrubbed.pdf"));
+    EXPECT_EQ(StringAt(reopened, "Info/Author"), "");
+    EXPECT_EQ(StringAt(reopened, "Info/Title"), title);
+    EXPECT_EQ(StringAt(reopened, "Root/Outlines/First/Title"), outline);
+    EXPECT_EQ(StringAt(reopened, "Root/Pages/Kids/0/Annots/0/Contents"), note);
+    EXPECT_EQ(FirstAttachment(reopened), attachment);
+}
+
+TEST_F(ScrubberKeepsTest, KeyNamesOperatorsAndSingleLettersChangeOnlyStrings) {
+    Document document = Planted([](const Planting& p) {
+        Info(p, "Title", "The Type of Tj");
+        Field(p, "V", "type here");
+    });
+    const ScrubCounts counts =
+        HiddenTextScrubber(document, {U"Tj", U"Type", U"e", U"Tf", U"Helv"}).Run();
+    EXPECT_GE(counts.strings, 2);
+    const std::string path = PathOf("scrubbed.pdf");
+    document.SaveFull(path);
+    EXPECT_EQ(RunCommand("pdfinfo '" + path + "' 2>&1 >/dev/null; echo $?"), "0\n");
+    Document reopened = Document::Open(context_, path);
+    EXPECT_EQ(reopened.PageCount(), 1) << "/Type /Page and /Type /Catalog are names: kept";
+    EXPECT_EQ(StringAt(reopened, "Info/Title"), "Th  of ");
+    EXPECT_EQ(StringAt(reopened, "Root/AcroForm/Fields/0/V"), " hr");
+    EXPECT_EQ(StringAt(reopened, "Root/AcroForm/Fields/0/DA"), "/Helv 10 Tf 0 g")
+        << "a default appearance is operators, not text";
+    EXPECT_THAT(RunCommand("pdftotext -q '" + path + "' -"), HasSubstr("Page text"))
+        << "content streams keep their operators and text";
+}
+
+TEST_F(ScrubberKeepsTest, EncryptedDocumentKeepsItsEncryption) {
+    const std::string source = WritePdf(
+        "encrypted.pdf", PdfDescription{.pages = {PageDescription::TextLines({"Page text"})},
+                                        .info = {{"Title", "Ana Lind file"}},
+                                        .encryption = Encryption{.owner_password = "owner",
+                                                                 .permissions = permission::kAll}});
+    Document document = Document::Open(context_, source);
+    HiddenTextScrubber(document, kRemoved).Run();
+    const std::string path = PathOf("scrubbed.pdf");
+    document.SaveFull(path);
+
+    Document reopened = Document::Open(context_, path);
+    EXPECT_TRUE(reopened.IsEncrypted());
+    EXPECT_EQ(reopened.InfoString("Title"), " file");
+    // The checker reads bytes: give it a decrypted copy of the saved file.
+    const std::string plain = PathOf("plain.pdf");
+    fz_context* ctx = reopened.fz();
+    CallMupdf(ctx, "decrypted copy", [&] {
+        pdf_write_options options = pdf_default_write_options;
+        options.do_encrypt = PDF_ENCRYPT_NONE;
+        options.do_decompress = 1;
+        pdf_save_document(ctx, reopened.pdf(), plain.c_str(), &options);
+    });
+    EXPECT_EQ(leak_check::Leaks(plain, kRemovedUtf8), "");
+}
+
+// A PDF 1.5 file whose Info dictionary lies in an object stream, with a cross-reference stream.
+std::string ObjectStreamPdf() {
+    const std::string info = "<< /Title (Report on Ana Lind) /Author (Editor) >>";
+    const std::string objstm = "4 0 " + info;
+    std::string pdf = "%PDF-1.5\n";
+    std::vector<size_t> offsets(6);
+    auto add = [&](int num, const std::string& body) {
+        offsets[static_cast<size_t>(num)] = pdf.size();
+        pdf += std::to_string(num) + " 0 obj\n" + body + "\nendobj\n";
+    };
+    add(1, "<< /Type /Catalog /Pages 2 0 R >>");
+    add(2, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>");
+    add(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] >>");
+    add(5, "<< /Type /ObjStm /N 1 /First 4 /Length " + std::to_string(objstm.size()) +
+               " >>\nstream\n" + objstm + "\nendstream");
+    const size_t xref = pdf.size();
+    std::string rows;
+    auto row = [&](int type, size_t field2, int field3) {
+        rows += static_cast<char>(type);
+        rows += static_cast<char>((field2 >> 8) & 0xFF);
+        rows += static_cast<char>(field2 & 0xFF);
+        rows += static_cast<char>(field3);
+    };
+    row(0, 0, 0);
+    for (int num = 1; num <= 3; ++num)
+        row(1, offsets[static_cast<size_t>(num)], 0);
+    row(2, 5, 0);
+    row(1, offsets[5], 0);
+    row(1, xref, 0);
+    pdf += "6 0 obj\n<< /Type /XRef /Size 7 /W [1 2 1] /Root 1 0 R /Info 4 0 R /Length " +
+           std::to_string(rows.size()) + " >>\nstream\n" + rows + "\nendstream\nendobj\n";
+    pdf += "startxref\n" + std::to_string(xref) + "\n%%EOF\n";
+    return pdf;
+}
+
+TEST_F(ScrubberKeepsTest, TextInAnObjectStreamIsRemoved) {
+    const std::string source = PathOf("objstm.pdf");
+    testing_support::WriteBytes(source, ObjectStreamPdf());
+    ASSERT_EQ(RunCommand("pdfinfo '" + source + "' 2>&1 | grep -c 'Ana Lind'"), "1\n")
+        << "poppler reads the title from the object stream";
+    Document document = Document::Open(context_, source);
+    EXPECT_EQ(HiddenTextScrubber(document, kRemoved).Run().strings, 1);
+    const std::string path = PathOf("scrubbed.pdf");
+    document.SaveFull(path);
+    EXPECT_EQ(leak_check::Leaks(path, kRemovedUtf8), "");
+    EXPECT_EQ(RunCommand("pdfinfo '" + path + "' 2>&1 | grep -c 'Author: *Editor'"), "1\n");
+}
 
 }  // namespace
 }  // namespace pdfhost::engine
