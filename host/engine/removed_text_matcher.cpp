@@ -46,6 +46,8 @@ RemovedTextMatcher::RemovedTextMatcher(const std::vector<std::u32string>& texts)
     }
     std::stable_sort(needles_.begin(), needles_.end(),
                      [](const auto& a, const auto& b) { return a.size() > b.size(); });
+    for (std::size_t i = 0; i < needles_.size(); ++i)
+        byFirst_[needles_[i].front()].push_back(i);
 }
 
 std::size_t RemovedTextMatcher::MatchAt(std::u32string_view text, std::size_t at,
@@ -73,10 +75,13 @@ std::vector<TextSpan> RemovedTextMatcher::Find(std::u32string_view text) const {
     std::size_t at = 0;
     while (at < text.size()) {
         std::size_t length = 0;
-        for (const std::u32string& needle : needles_) {
-            length = MatchAt(text, at, needle);
-            if (length > 0)
-                break;
+        const auto candidates = byFirst_.find(FoldCase(text[at]));
+        if (candidates != byFirst_.end()) {
+            for (const std::size_t index : candidates->second) {
+                length = MatchAt(text, at, needles_[index]);
+                if (length > 0)
+                    break;
+            }
         }
         if (length == 0) {
             ++at;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace pdfhost::engine {
@@ -39,6 +40,8 @@ class RemovedTextMatcher {
                         const std::u32string& needle) const;
 
     std::vector<std::u32string> needles_;  // folded, whitespace collapsed, longest first
+    // Indexes into needles_ by their first character, longest first.
+    std::unordered_map<char32_t, std::vector<std::size_t>> byFirst_;
 };
 
 }  // namespace pdfhost::engine

@@ -4,6 +4,7 @@
 #include "bridge/json_text.h"
 #include "engine/pdf_factory.h"
 #include "leak_check.h"
+#include "annotation_editor.h"
 #include "plugin_host_fixture.h"
 
 namespace {
@@ -29,7 +30,8 @@ class HiddenCopiesInHostTest : public PluginHostTest {
         add["uniqueIDName"] = name;
         ASSERT_EQ(Call("addAnnot", add)["ret"].asInt(), 0);
     }
-    void ApplyAndSave(const std::vector<std::string>& names) {
+    // Applies the marks named; returns the names the host could not use.
+    Json::Value Apply(const std::vector<std::string>& names) {
         Json::Value answer(Json::objectValue);
         answer["host"] = "answer";
         answer["dialog"] = "messageBox";
@@ -39,8 +41,11 @@ class HiddenCopiesInHostTest : public PluginHostTest {
         for (const std::string& name : names)
             params["uniqueIDNames"].append(name);
         const Json::Value applied = Call("redactApply", params);
-        ASSERT_EQ(applied["ret"].asInt(), 0) << applied;
-        EXPECT_EQ(applied["data"].size(), 0u) << applied;
+        EXPECT_EQ(applied["ret"].asInt(), 0) << applied;
+        return applied["data"];
+    }
+    void ApplyAndSave(const std::vector<std::string>& names) {
+        EXPECT_EQ(Apply(names).size(), 0u);
         Json::Value save(Json::objectValue);
         save["host"] = "save";
         save["doc"] = 1;
@@ -72,6 +77,29 @@ TEST_F(HiddenCopiesInHostTest, NameAndMailGoFromTheInfoDictionaryAndTheOtherEntr
     EXPECT_EQ(saved.InfoString("Keywords"), ", insurance");
     EXPECT_EQ(saved.InfoString("Subject"), "Quarterly insurance review");
     EXPECT_EQ(saved.InfoString("Author"), "");
+}
+
+// The user presses Ctrl+Z after the scan: the last mark goes. The apply names it as not
+// applied, which is what the page tells the user; marked again, it is applied too.
+TEST_F(HiddenCopiesInHostTest, MarkUndoneBeforeTheApplyIsNamedAndCanBeMarkedAgain) {
+    PdfDescription description;
+    description.pages.push_back(
+        PageDescription::TextLines({"Client: Jane Roe", "SSN 536-22-4107", "Keep this"}));
+    const std::string path = MakePdf("undo.pdf", description);
+    ASSERT_GT(Open(path), 0);
+    Mark("Jane Roe", "ai_plugin_name");
+    Mark("536-22-4107", "ai_plugin_ssn");
+    pdfhost::HostDocument* document = host->Documents().Active();
+    ASSERT_NE(document, nullptr);
+    ASSERT_TRUE(pdfhost::AnnotationEditor(*host).UndoLast(*document));
+
+    const Json::Value failed = Apply({"ai_plugin_name", "ai_plugin_ssn"});
+    ASSERT_EQ(failed.size(), 1u);
+    EXPECT_EQ(failed[0].asString(), "ai_plugin_ssn");
+
+    Mark("536-22-4107", "ai_plugin_ssn_again");
+    ApplyAndSave({"ai_plugin_ssn_again"});
+    EXPECT_EQ(leak_check::Leaks(path, {"Jane Roe", "536-22-4107"}), "");
 }
 
 }  // namespace
