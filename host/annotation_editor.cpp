@@ -3,9 +3,11 @@
 #include <iostream>
 
 #include "engine/error.h"
+#include "engine/hidden_text_scrubber.h"
 #include "engine/permissions.h"
 #include "engine/redaction.h"
 #include "host_app.h"
+#include "removed_texts.h"
 
 namespace pdfhost {
 namespace {
@@ -150,7 +152,10 @@ bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector
         }
         if (targets.empty())
             return true;
+        const std::vector<std::u32string> removed = RemovedTextsOf(document, targets);
         report = redactor.Apply(targets, engine::RedactionOptions{.fillAreas = fill});
+        if (report.applied > 0)
+            engine::HiddenTextScrubber(document.Engine(), removed).Run();
     } catch (const engine::Error& error) {
         std::cerr << "pdfhost: cannot apply the redactions: " << error.what() << '\n';
         return false;

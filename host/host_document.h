@@ -12,6 +12,7 @@
 #include "page_text_cache.h"
 #include "pdf_object_handles.h"
 #include "search_memory.h"
+#include "searched_terms.h"
 
 namespace pdfhost {
 
@@ -37,6 +38,8 @@ class HostDocument {
     // The numbered text of its pages, the last search of each page, and its form's handles.
     PageTextCache& TextCache() { return textCache_; }
     SearchMemory& Searches() { return searches_; }
+    // Every term searched on its pages, for the apply to remove wherever else it stands.
+    SearchedTerms& Terms() { return terms_; }
     FormState& Form() { return form_; }
     // The view of its tab; null for a hidden document.
     DocView* View() { return view_.get(); }
@@ -72,6 +75,7 @@ class HostDocument {
     PdfObjectHandles objects_;
     PageTextCache textCache_;
     SearchMemory searches_;
+    SearchedTerms terms_;
     FormState form_;
     std::unique_ptr<DocView> view_;
 };

@@ -91,6 +91,28 @@ def print_summary(summary):
     print("  pages:    %s" % summary.get("pages"))
     print("  findings: %s (%s)" % (summary.get("total"), kinds or "none"))
     print("  output:   %s" % summary.get("output"))
+    print("  %s" % verification_line(summary.get("verified")))
+
+
+def verification_line(verified):
+    """What the page found when it searched the saved copy again for every redacted finding."""
+    if not verified:
+        return "Verified: not checked"
+    remaining = verified.get("remaining") or []
+    line = "Verified: %d of %d findings remain" % (len(remaining), verified.get("checked", 0))
+    if remaining:
+        line += ": " + ", ".join('"%s" (page %d)' % (r.get("text"), r.get("page", 0) + 1)
+                                 for r in remaining)
+    return line
+
+
+def fully_verified(summary):
+    """True when the copy was checked and nothing redacted remains in it (or nothing was to be
+    redacted)."""
+    verified = summary.get("verified")
+    if not summary.get("total"):
+        return True
+    return bool(verified) and not verified.get("remaining")
 
 
 def main():
@@ -130,6 +152,8 @@ def main():
                 kind, report = host.run_until_page_reports(time.monotonic() + args.timeout)
                 if kind == "summary":
                     print_summary(report)
+                    if not fully_verified(report):
+                        failures += 1
                 else:
                     failures += 1
                     print("%s\n  failed: %s" % (source, json.dumps(report)))

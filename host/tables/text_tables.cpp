@@ -165,8 +165,10 @@ int TextFindStart(NdxTextFind find, const wchar_t* text, uint32_t flags, int sta
         record->current = -1;
         std::vector<engine::MatchPlacement> placements;
         placements.reserve(record->matches.size());
-        for (const engine::TextMatch& match : record->matches)
+        for (const engine::TextMatch& match : record->matches) {
             placements.push_back(engine::PlacementOf(*record->text, match));
+            document->Terms().Record(record->page, *needle.text, placements.back().bands);
+        }
         document->Searches().RecordText(record->page, needle.text, flags, std::move(placements));
         return 1;
     });
@@ -236,6 +238,7 @@ int FieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
         record->current = -1;
         std::vector<FieldHit> hits;
         for (engine::FieldMatch& match : found) {
+            document->Terms().Record(record->page, *needle.text, match.rects);
             record->matches.push_back(std::move(match.rects));
             hits.push_back(FieldHit{FieldHandle(*document, match.field.get()),
                                     std::move(match.value), match.match});

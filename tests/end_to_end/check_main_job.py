@@ -1,12 +1,16 @@
 #!/usr/bin/env python3
 """The main job end to end: Auto Redaction runs headless on the bundled samples with the reference
-page in the embedded browser; pdftotext must find none of the samples' personal data in the
-copies, and the rest of their text must still be there."""
+page in the embedded browser; the leak checker (raw and inflated bytes, pdftotext) must find none
+of the samples' personal data in the copies, the job must report each copy verified with nothing
+remaining, and the rest of their text must still be there."""
 import pathlib
 import re
 import subprocess
 import sys
 import tempfile
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+import leak_check  # noqa: E402
 
 PERSONAL = {
     "sample": [
@@ -56,10 +60,14 @@ def main():
             copy = pathlib.Path(out) / (name + "_redacted.pdf")
             if "output:   %s" % copy not in run.stdout:
                 faults.append("no summary names %s" % copy)
+            verified = re.search(r"output:   %s\n  Verified: 0 of (\d+) findings remain\n"
+                                 % re.escape(str(copy)), run.stdout)
+            if not verified or int(verified.group(1)) == 0:
+                faults.append("%s is not reported verified with nothing remaining" % copy.name)
             text = words(subprocess.run(["pdftotext", str(copy), "-"], capture_output=True,
                                         text=True, check=True).stdout)
-            faults += ["%s still holds %r" % (copy.name, item) for item in personal
-                       if item in text]
+            faults += ["%s still holds %r (%s)" % (copy.name, item, where)
+                       for item, where in leak_check.find_leaks(str(copy), personal)]
             faults += ["%s lost %r" % (copy.name, item) for item in KEPT[name]
                        if item not in text]
     return "\n".join(faults) or None

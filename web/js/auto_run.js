@@ -49,12 +49,14 @@
       this.done.add(doc.id);
       try {
         await this.workflow.scan(this.scanOptions);
-        const session = this.workflow.keptCount()
+        let session = this.workflow.keptCount()
           ? await this.workflow.apply()
           : await this.workflow.save({ unmarked: true });
-        const { file, output, pages, findings, total } = session.summary;
+        // Marks that went away before the apply are marked again: nobody is there to decide.
+        if (!session.saved) session = await this.workflow.remarkAndApply();
+        const { file, output, pages, findings, total, verified } = session.summary;
         this.outputs.add(output);
-        this.log(SUMMARY_TAG + JSON.stringify({ file, output, pages, findings, total }));
+        this.log(SUMMARY_TAG + JSON.stringify({ file, output, pages, findings, total, verified }));
       } catch (error) {
         this._logError(doc, error);
       }

@@ -3,7 +3,7 @@
 (function (root) {
   'use strict';
 
-  const { KIND_ORDER } = root.Sablemark.workflow;
+  const { KIND_ORDER, verificationLine } = root.Sablemark.workflow;
 
   const KIND_LABELS = {
     email: 'E-mail addresses',
@@ -49,6 +49,7 @@
     });
     $('apply').addEventListener('click', () => quietly(workflow.apply()));
     $('save').addEventListener('click', () => quietly(workflow.save()));
+    $('remark').addEventListener('click', () => quietly(workflow.remarkAndApply()));
 
     const findings = $('findings');
     findings.addEventListener('change', (event) => {
@@ -122,6 +123,12 @@
         }),
         el(doc, 'ul', {}, rows),
         el(doc, 'p', { className: 'output', text: `Saved as ${summary.output}` }),
+        ...(summary.verified
+          ? [el(doc, 'p', {
+            className: summary.verified.remaining.length ? 'verified error' : 'verified',
+            text: verificationLine(summary.verified),
+          })]
+          : []),
       ];
     }
 
@@ -142,8 +149,12 @@
       $('scan').disabled = workflow.busy;
       $('scan').textContent = session && !session.applied ? 'Scan again' : 'Scan';
       $('apply').disabled = workflow.busy || !session || session.applied || workflow.keptCount() === 0;
+      const unmarked = workflow.unmarkedFindings().length > 0;
       $('save').hidden = !session || !session.applied || session.saved;
       $('save').disabled = workflow.busy;
+      $('save').textContent = unmarked ? 'Save without them' : 'Save copy';
+      $('remark').hidden = !session || session.saved || !unmarked;
+      $('remark').disabled = workflow.busy;
       doc.body.classList.toggle('busy', workflow.busy);
 
       $('status').textContent = workflow.busy ? `${workflow.activity}…` : workflow.status;

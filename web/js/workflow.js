@@ -153,6 +153,8 @@
           saved: false,
           output: null,
           summary: null,
+          unmarked: [],
+          verification: null,
         };
         this.sessions.set(doc.id, session);
         this.current = session;
@@ -364,16 +366,69 @@
           session.notices.push('The document holds redaction marks that this page did not make; ' +
             'they are left as they are.');
         }
-        const failed = await this._call('redactApply', { uniqueIDNames: names });
-        const notApplied = new Set(Array.isArray(failed) ? failed : []);
-        for (const finding of session.findings) {
-          for (const match of finding.matches) {
-            match.applied = Boolean(match.name) && !notApplied.has(match.name);
+        await this._applyNames(session, names);
+        session.applied = true;
+        if (session.unmarked.length) {
+          this.status = 'Not saved yet: some ticked findings are no longer marked in the document.';
+          return session;
+        }
+        this.status = 'Redaction applied.';
+        this._notify();
+        await this._save(session);
+        return session;
+      });
+    }
+
+    // Applies the marks named; a mark the editor no longer holds (undone, deleted or moved away
+    // in the editor since the scan) leaves its finding in `session.unmarked`, said plainly.
+    async _applyNames(session, names) {
+      const failed = await this._call('redactApply', { uniqueIDNames: names });
+      const notApplied = new Set(Array.isArray(failed) ? failed : []);
+      const unmarked = new Set();
+      for (const finding of session.findings) {
+        for (const match of finding.matches) {
+          if (!match.name || !names.includes(match.name)) continue;
+          match.applied = !notApplied.has(match.name);
+          if (!match.applied) {
+            match.name = null;
+            match.unmarked = true;
+            unmarked.add(finding);
           }
         }
-        session.applied = true;
-        if (notApplied.size) {
-          session.notices.push(`${notApplied.size} mark(s) could not be applied: the editor no longer holds them.`);
+      }
+      session.unmarked = [...unmarked];
+      if (session.unmarked.length) {
+        const list = session.unmarked.map((f) => `"${f.text}" (page ${f.page + 1})`).join(', ');
+        session.notices.push(`${session.unmarked.length} ticked finding(s) are no longer marked in the ` +
+          `document and were not redacted: ${list}. Mark them again, or save without them.`);
+      }
+    }
+
+    // The ticked findings whose marks went away in the editor before the apply.
+    unmarkedFindings() {
+      return this.current && this.current.unmarked ? this.current.unmarked : [];
+    }
+
+    // Marks the findings that lost their marks again, applies them and saves the copy.
+    remarkAndApply() {
+      return this._run('Marking again', async () => {
+        const session = this.current;
+        if (!session || !session.applied || session.saved || !session.unmarked.length) {
+          throw new WorkflowError('No finding waits to be marked again.');
+        }
+        const names = [];
+        for (const finding of session.unmarked) {
+          for (const match of finding.matches) {
+            if (!match.unmarked) continue;
+            await this._addMark(finding, match);
+            match.unmarked = false;
+            if (match.name) names.push(match.name);
+          }
+        }
+        if (names.length) await this._applyNames(session, names);
+        else session.unmarked = [];
+        if (session.unmarked.length) {
+          throw new WorkflowError('Some findings could not be marked again; the copy is not saved.');
         }
         this.status = 'Redaction applied.';
         this._notify();
@@ -400,10 +455,63 @@
       const after = await this._currentDoc();
       session.output = after.filePath || after.name || offeredName(session.doc.name);
       session.saved = true;
+      if (session.applied) {
+        this.activity = 'Checking the saved copy';
+        this._notify();
+        session.verification = await this._verify(session, after);
+      }
       session.summary = summarize(session);
-      this.status = session.applied
-        ? 'Redaction applied and the copy saved.'
-        : 'Copy saved; there was nothing to redact.';
+      this.status = !session.applied
+        ? 'Copy saved; there was nothing to redact.'
+        : session.verification.remaining.length
+          ? 'The copy is saved, but redacted findings remain in it.'
+          : 'Redaction applied, the copy saved and checked.';
+    }
+
+    // Reads the saved copy (now the current document) again and searches each redacted finding
+    // on its page once more, in the page's text (form fields included) and with the editor's
+    // search. Returns {checked, remaining: [{kind, text, page}]}; a finding that cannot be
+    // checked counts as remaining.
+    async _verify(session, saved) {
+      const redacted = session.findings.filter((f) => f.matches.some((m) => m.applied));
+      const remaining = new Set();
+      let texts = null;
+      try {
+        texts = await this._call('getFileTexts', { pageIndex: -1 });
+      } catch (error) {
+        if (!(error instanceof BridgeError)) throw error;
+      }
+      for (const finding of redacted) {
+        const pageText = Array.isArray(texts) ? texts[finding.page] : undefined;
+        if (typeof pageText !== 'string' || textHolds(pageText, finding)) remaining.add(finding);
+      }
+      const pages = [...new Set(redacted.map((f) => f.page))].sort((a, b) => a - b);
+      for (const page of pages) {
+        const onPage = redacted.filter((f) => f.page === page);
+        let results;
+        try {
+          results = await this._call('findTextList', {
+            file: { id: saved.id },
+            textList: onPage.map((f) => [f.searchText, f.flags]),
+            startPage: page,
+            endPage: page,
+          });
+        } catch (error) {
+          if (error instanceof BridgeError && error.ret === 400005) continue; // nothing found
+          if (!(error instanceof BridgeError)) throw error;
+          onPage.forEach((f) => remaining.add(f));
+          continue;
+        }
+        onPage.forEach((finding, i) => {
+          const count = Array.isArray(results) && results[i] ? results[i].count : undefined;
+          if (!Number.isInteger(count) || count > 0) remaining.add(finding);
+        });
+      }
+      const left = redacted.filter((f) => remaining.has(f));
+      return {
+        checked: redacted.length,
+        remaining: left.map((f) => ({ kind: f.kind, text: f.text, page: f.page })),
+      };
     }
 
     // Follows the editor's events.
@@ -450,6 +558,24 @@
     }
   }
 
+  // Whether a page's text still holds a finding's search text, by the finding's flags
+  // (whitespace runs match any whitespace; terms ignore case unless the search does not).
+  function textHolds(pageText, finding) {
+    const body = finding.searchText.trim().split(/\s+/)
+      .map((w) => w.replace(/[.*+?^${}()|[\]\\]/g, '\\$&')).join('\\s+');
+    if (!body) return false;
+    const edge = finding.flags & WHOLE_WORD ? ['(?<![\\p{L}\\p{N}])', '(?![\\p{L}\\p{N}])'] : ['', ''];
+    return new RegExp(edge[0] + body + edge[1], finding.flags & MATCH_CASE ? 'u' : 'iu').test(pageText);
+  }
+
+  // The line the pane and the main job show for a verification.
+  function verificationLine(verification) {
+    const { checked, remaining } = verification;
+    const head = `Verified: ${remaining.length} of ${checked} findings remain`;
+    if (!remaining.length) return head;
+    return `${head}: ${remaining.map((r) => `"${r.text}" (page ${r.page + 1})`).join(', ')}`;
+  }
+
   // What a finished session reports: counts of the findings that were redacted, by kind.
   function summarize(session) {
     const findings = {};
@@ -469,10 +595,11 @@
       findings,
       total,
       pagesWithFindings: pages.size,
+      verified: session.verification,
     };
   }
 
-  const api = { Workflow, WorkflowError, offeredName, summarize, KIND_ORDER, NAME_PREFIX, MATCH_CASE, WHOLE_WORD };
+  const api = { Workflow, WorkflowError, offeredName, summarize, verificationLine, KIND_ORDER, NAME_PREFIX, MATCH_CASE, WHOLE_WORD };
   if (typeof module === 'object' && module.exports) module.exports = api;
   else (root.Sablemark = root.Sablemark || {}).workflow = api;
 })(typeof globalThis !== 'undefined' ? globalThis : this);

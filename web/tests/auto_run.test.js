@@ -38,11 +38,12 @@ test('runs the current document through to the saved copy and writes one summary
   await runner.start();
   assert.deepEqual(plugin.commands().filter((c) => !/^(addAnnot|findTextList)$/.test(c)), [
     'getCurrentDoc', 'getCurrentDoc', 'isCurrentDocModified', 'getFilePageCount', 'getFileTexts',
-    'hasOtherRedact', 'redactApply', 'saveDocument', 'getCurrentDoc']);
+    'hasOtherRedact', 'redactApply', 'saveDocument', 'getCurrentDoc', 'getFileTexts']);
   assert.equal(plugin.applied.length, 3);
   assert.deepEqual(lines.map(summaryOf), [{
     file: '/in/a.pdf', output: '/in/a_redacted.pdf', pages: 2,
     findings: { email: 1, iban: 1, card: 0, nationalId: 0, dob: 0, phone: 0, term: 1 }, total: 3,
+    verified: { checked: 3, remaining: [] },
   }]);
   assert.match(lines[0], /^SABLEMARK-SUMMARY \{/);
 });
@@ -82,4 +83,19 @@ test('a failure writes an error line instead of a summary', async () => {
   assert.deepEqual({ ...error, message: undefined },
     { file: '/in/a.pdf', command: 'redactApply', ret: 400024, message: undefined });
   assert.match(error.message, /cancelled at the prompt/);
+});
+
+test('a mark undone before the apply is marked again, so the summary holds every finding', async () => {
+  const { plugin, runner, lines } = setUp([{ id: '{A}', filePath: '/in/a.pdf',
+    pages: ['ana@example.com at Orchard Lane'] }]);
+  const original = plugin._redactApply.bind(plugin);
+  let first = true;
+  plugin._redactApply = (params) => {
+    if (first) plugin.annots.delete(params.uniqueIDNames[0]); // gone from the editor meanwhile
+    first = false;
+    return original(params);
+  };
+  await runner.start();
+  assert.equal(plugin.paramsOf('redactApply').length, 2);
+  assert.deepEqual(summaryOf(lines[0]).verified, { checked: 2, remaining: [] });
 });

@@ -6,7 +6,7 @@
 
 class FakePlugin {
   constructor({ docs, current = 0 } = {}) {
-    this.docs = (docs || []).map((d) => ({ modified: false, ...d }));
+    this.docs = (docs || []).map((d) => ({ modified: false, ...d, pages: [...(d.pages || [])] }));
     this.currentIndex = this.docs.length ? current : -1;
     this.calls = []; // {command, params}
     this.posted = []; // raw texts posted by the page
@@ -14,7 +14,8 @@ class FakePlugin {
     this.otherRedact = false;
     this.promptAnswer = 1; // 1 = OK at the redaction prompt
     this.savePath = (doc, suffix) => doc.filePath.replace(/(\.[^./]*)?$/, `${suffix}$1`);
-    this.searches = new Map(); // searchKey -> [{page}]
+    this.searches = new Map(); // searchKey -> [{page, start, length}]
+    this.leakOnApply = false; // true: an apply leaves the text it should remove
     this.annots = new Map(); // name -> {searchKey, index}
     this.onEvent = null; // the page's __dispatchEvent
     this._listeners = [];
@@ -99,7 +100,7 @@ class FakePlugin {
       const re = new RegExp(edge[0] + body + edge[1], flags & 1 ? 'gu' : 'giu');
       const list = [];
       for (let page = startPage; page <= endPage; page++) {
-        for (const _ of this.doc.pages[page].matchAll(re)) list.push({ page });
+        for (const m of this.doc.pages[page].matchAll(re)) list.push({ page, start: m.index, length: m[0].length });
       }
       const searchKey = `{KEY-${++this._keys}}`;
       this.searches.set(searchKey, list);
@@ -153,7 +154,14 @@ class FakePlugin {
     if (failed.length === uniqueIDNames.length) return [400023];
     if (this.promptAnswer !== 1) return [400024];
     this.applied = uniqueIDNames.filter((n) => this.annots.has(n));
-    this.applied.forEach((n) => this.annots.delete(n));
+    for (const name of this.applied) {
+      const { searchKey, index } = this.annots.get(name);
+      const { page, start, length } = this.searches.get(searchKey)[index];
+      const text = this.doc.pages[page];
+      // The match's characters go, the others keep their places.
+      if (!this.leakOnApply) this.doc.pages[page] = text.slice(0, start) + ' '.repeat(length) + text.slice(start + length);
+      this.annots.delete(name);
+    }
     this._modified();
     return [0, failed];
   }

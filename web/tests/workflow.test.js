@@ -2,7 +2,7 @@
 const test = require('node:test');
 const assert = require('node:assert/strict');
 const { Bridge, parseEvent } = require('../js/bridge.js');
-const { Workflow, offeredName } = require('../js/workflow.js');
+const { Workflow, offeredName, verificationLine } = require('../js/workflow.js');
 const { FakePlugin } = require('./fake_plugin.js');
 
 const PAGES = [
@@ -62,7 +62,8 @@ test('dropped findings are unmarked and left out of the redaction; the copy is s
 
   plugin.calls.length = 0;
   const session = await workflow.apply();
-  assert.deepEqual(plugin.commands(), ['hasOtherRedact', 'redactApply', 'saveDocument', 'getCurrentDoc']);
+  assert.deepEqual(plugin.commands(), ['hasOtherRedact', 'redactApply', 'saveDocument', 'getCurrentDoc',
+    'getFileTexts', 'findTextList', 'findTextList']);
   const [{ uniqueIDNames }] = plugin.paramsOf('redactApply');
   assert.deepEqual(uniqueIDNames.sort(), [finding(workflow, 'email', 0), finding(workflow, 'email', 2)]
     .map((f) => f.matches[0].name).sort());
@@ -70,7 +71,7 @@ test('dropped findings are unmarked and left out of the redaction; the copy is s
   assert.deepEqual(session.summary, {
     file: '/data/report.pdf', output: '/data/report_redacted.pdf', pages: 3,
     findings: { email: 2, iban: 0, card: 0, nationalId: 0, dob: 0, phone: 0, term: 0 },
-    total: 2, pagesWithFindings: 2,
+    total: 2, pagesWithFindings: 2, verified: { checked: 2, remaining: [] },
   });
 });
 
@@ -175,4 +176,70 @@ test('the copy is offered under the stem, the suffix and the extension', () => {
   assert.equal(offeredName('report.pdf'), 'report_redacted.pdf');
   assert.equal(offeredName('v1.2.report.PDF'), 'v1.2.report_redacted.PDF');
   assert.equal(offeredName('notes'), 'notes_redacted');
+});
+
+test('the saved copy is searched again: what remains is listed, nothing remaining says so', async () => {
+  for (const leak of [false, true]) {
+    const { plugin, workflow } = setUp();
+    await workflow.scan({ terms: ['ana lind'] });
+    plugin.leakOnApply = leak;
+    plugin.calls.length = 0;
+    const session = await workflow.apply();
+    const checks = plugin.calls.slice(plugin.commands().lastIndexOf('getCurrentDoc') + 1);
+    assert.deepEqual(checks.map((c) => c.command), ['getFileTexts', 'findTextList', 'findTextList']);
+    assert.deepEqual(checks[1].params, { file: { id: '{DOC-1}' }, startPage: 0, endPage: 0,
+      textList: [['ana lind', 0], ['ana@example.com', 3], ['4539 1488 0343 6467', 3]] });
+    const { verified } = session.summary;
+    assert.equal(verified.checked, 6);
+    if (!leak) {
+      assert.deepEqual(verified.remaining, []);
+      assert.equal(verificationLine(verified), 'Verified: 0 of 6 findings remain');
+      assert.equal(workflow.status, 'Redaction applied, the copy saved and checked.');
+    } else {
+      assert.equal(verified.remaining.length, 6);
+      assert.deepEqual(verified.remaining[0], { kind: 'term', text: 'Ana Lind', page: 0 });
+      assert.match(verificationLine(verified), /^Verified: 6 of 6 findings remain: "Ana Lind" \(page 1\), /);
+      assert.equal(workflow.status, 'The copy is saved, but redacted findings remain in it.');
+    }
+  }
+});
+
+test('a saved copy that cannot be read again counts every finding as remaining', async () => {
+  const { plugin, workflow } = setUp();
+  await workflow.scan();
+  plugin.failures.set('findTextList', 300011);
+  const session = await workflow.apply();
+  assert.equal(session.summary.verified.remaining.length, session.summary.verified.checked);
+});
+
+test('marks undone in the editor before the apply are named, and marked again on request', async () => {
+  const { plugin, workflow } = setUp();
+  await workflow.scan({ terms: ['ana lind'] });
+  const term = finding(workflow, 'term', 2);
+  plugin.annots.delete(term.matches[0].name); // the user pressed undo in the editor
+
+  const session = await workflow.apply();
+  assert.equal(session.saved, false, 'nothing is saved while a ticked finding is not redacted');
+  assert.deepEqual(workflow.unmarkedFindings(), [term]);
+  assert.match(session.notices.at(-1), /1 ticked finding\(s\) are no longer marked .*"ana lind" \(page 3\)/i);
+  assert.match(plugin.doc.pages[2], /Ana Lind/, 'its text is still in the document');
+
+  plugin.calls.length = 0;
+  await workflow.remarkAndApply();
+  assert.deepEqual(plugin.commands().slice(0, 3), ['addAnnot', 'redactApply', 'saveDocument']);
+  assert.doesNotMatch(plugin.doc.pages[2], /Ana Lind/i);
+  assert.deepEqual(session.summary.verified, { checked: 6, remaining: [] });
+  assert.deepEqual(workflow.unmarkedFindings(), []);
+});
+
+test('saving without the unmarked findings says what stays', async () => {
+  const { plugin, workflow } = setUp();
+  await workflow.scan({ terms: ['ana lind'] });
+  const term = finding(workflow, 'term', 0);
+  plugin.annots.delete(term.matches[0].name);
+  await workflow.apply();
+  const session = await workflow.save();
+  assert.equal(session.saved, true);
+  assert.equal(session.summary.verified.checked, 5, 'the unmarked finding was not redacted');
+  assert.ok(session.notices.some((n) => n.includes('"Ana Lind" (page 1)')));
 });
