@@ -7,8 +7,8 @@ here=$(cd "$(dirname "$0")" && pwd)
 build=$(cd "${1:?usage: fuzz/run.sh BUILD_DIR [SECONDS]}" && pwd)
 seconds=${2:-60}
 work=$(mktemp -d /tmp/fuzz-run.XXXXXX)
-declare -A dict=([bridge_message]=json [config]=json [engine_open]=pdf)
-for name in bridge_message config engine_open; do
+declare -A dict=([bridge_message]=json [config]=json [script_line]=json [engine_open]=pdf)
+for name in bridge_message config script_line engine_open; do
   mkdir -p "$work/$name"
   cp "$here/corpus/$name/"* "$work/$name/"
   echo "== $name: ${seconds}s"

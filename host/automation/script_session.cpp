@@ -2,65 +2,16 @@
 
 #include <QEventLoop>
 #include <QTimer>
-#include <algorithm>
-#include <array>
-#include <memory>
-#include <vector>
-
-#include <json/reader.h>
 
 #include "automation/account_lines.h"
 #include "automation/field_typing.h"
 #include "automation/ribbon_press.h"
+#include "automation/script_line.h"
 #include "automation/user_redaction.h"
 #include "automation/view_state.h"
 #include "host_app.h"
-#include "json_depth.h"
 
 namespace pdfhost {
-namespace {
-
-bool ParseObject(const std::string& text, Json::Value& value, std::string& error) {
-    if (!JsonDepthWithin(text)) {
-        error = "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels";
-        return false;
-    }
-    Json::CharReaderBuilder builder;
-    Json::CharReaderBuilder::strictMode(&builder.settings_);
-    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-    if (!reader->parse(text.data(), text.data() + text.size(), &value, &error))
-        return false;
-    if (!value.isObject()) {
-        error = "expected a JSON object";
-        return false;
-    }
-    return true;
-}
-
-// jsoncpp's report, first error only, on one line: "Line 1, Column 2: Syntax error: ...".
-std::string FirstError(const std::string& report) {
-    std::vector<std::string> parts;
-    std::size_t start = 0;
-    while (start < report.size() && parts.size() < 2) {
-        std::size_t end = report.find('\n', start);
-        if (end == std::string::npos)
-            end = report.size();
-        std::string part = report.substr(start, end - start);
-        const std::size_t text = part.find_first_not_of("* ");
-        if (text != std::string::npos)
-            parts.push_back(part.substr(text));
-        start = end + 1;
-    }
-    if (parts.empty())
-        return "not JSON";
-    return parts.size() == 1 ? parts[0] : parts[0] + ": " + parts[1];
-}
-
-bool IsBlank(const std::string& line) {
-    return line.find_first_not_of(" \t\r\n") == std::string::npos;
-}
-
-}  // namespace
 
 ScriptSession::ScriptSession(HostApp& app, std::ostream& out, bool pageChannel)
     : app_(app), out_(out), channel_(out_) {
@@ -85,34 +36,24 @@ void ScriptSession::Run(std::istream& in) {
 }
 
 ScriptSession::Outcome ScriptSession::HandleLine(const std::string& text) {
-    if (IsBlank(text))
-        return Outcome::kContinue;
-    Json::Value line;
-    std::string error;
-    if (!ParseObject(text, line, error)) {
-        Error("malformed line: " + FirstError(error));
-        return Outcome::kContinue;
+    const ScriptLine line = ReadScriptLine(text);
+    switch (line.kind) {
+        case ScriptLine::Kind::kBlank:
+            break;
+        case ScriptLine::Kind::kError:
+            Error(line.text);
+            break;
+        case ScriptLine::Kind::kPost:
+            channel_.Post(QString::fromStdString(line.text));
+            break;
+        case ScriptLine::Kind::kHost:
+            return HandleHost(line.object, line.text);
     }
-    if (line.isMember("post")) {
-        if (!line["post"].isString()) {
-            Error("\"post\" needs a string");
-            return Outcome::kContinue;
-        }
-        channel_.Post(QString::fromStdString(line["post"].asString()));
-        return Outcome::kContinue;
-    }
-    if (line.isMember("host"))
-        return HandleHost(line);
-    Error("a line needs \"post\" or \"host\"");
     return Outcome::kContinue;
 }
 
-ScriptSession::Outcome ScriptSession::HandleHost(const Json::Value& line) {
-    if (!line["host"].isString()) {
-        Error("\"host\" needs a string");
-        return Outcome::kContinue;
-    }
-    const std::string command = line["host"].asString();
+ScriptSession::Outcome ScriptSession::HandleHost(const Json::Value& line,
+                                                 const std::string& command) {
     if (command == "quit") {
         app_.UnloadPlugins();
         return Outcome::kQuit;

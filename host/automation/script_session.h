@@ -38,7 +38,7 @@ class ScriptSession {
     AutomationChannel& Channel() { return channel_; }
 
   private:
-    Outcome HandleHost(const Json::Value& line);
+    Outcome HandleHost(const Json::Value& line, const std::string& command);
     void New();
     void Save(const Json::Value& line);
     void Wait(const Json::Value& line);

@@ -1,0 +1,86 @@
+#include "automation/script_line.h"
+
+#include <memory>
+#include <vector>
+
+#include <json/reader.h>
+
+#include "json_depth.h"
+
+namespace pdfhost {
+namespace {
+
+bool ParseObject(const std::string& text, Json::Value& value, std::string& error) {
+    if (!JsonDepthWithin(text)) {
+        error = "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels";
+        return false;
+    }
+    Json::CharReaderBuilder builder;
+    Json::CharReaderBuilder::strictMode(&builder.settings_);
+    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+    if (!reader->parse(text.data(), text.data() + text.size(), &value, &error))
+        return false;
+    if (!value.isObject()) {
+        error = "expected a JSON object";
+        return false;
+    }
+    return true;
+}
+
+// jsoncpp's report, first error only, on one line: "Line 1, Column 2: Syntax error: ...".
+std::string FirstError(const std::string& report) {
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    while (start < report.size() && parts.size() < 2) {
+        std::size_t end = report.find('\n', start);
+        if (end == std::string::npos)
+            end = report.size();
+        std::string part = report.substr(start, end - start);
+        const std::size_t text = part.find_first_not_of("* ");
+        if (text != std::string::npos)
+            parts.push_back(part.substr(text));
+        start = end + 1;
+    }
+    if (parts.empty())
+        return "not JSON";
+    return parts.size() == 1 ? parts[0] : parts[0] + ": " + parts[1];
+}
+
+bool IsBlank(const std::string& line) {
+    return line.find_first_not_of(" \t\r\n") == std::string::npos;
+}
+
+ScriptLine Refused(std::string text) {
+    ScriptLine line;
+    line.kind = ScriptLine::Kind::kError;
+    line.text = std::move(text);
+    return line;
+}
+
+}  // namespace
+
+ScriptLine ReadScriptLine(const std::string& text) {
+    if (IsBlank(text))
+        return {};
+    ScriptLine line;
+    std::string error;
+    if (!ParseObject(text, line.object, error))
+        return Refused("malformed line: " + FirstError(error));
+    if (line.object.isMember("post")) {
+        if (!line.object["post"].isString())
+            return Refused("\"post\" needs a string");
+        line.kind = ScriptLine::Kind::kPost;
+        line.text = line.object["post"].asString();
+        return line;
+    }
+    if (line.object.isMember("host")) {
+        if (!line.object["host"].isString())
+            return Refused("\"host\" needs a string");
+        line.kind = ScriptLine::Kind::kHost;
+        line.text = line.object["host"].asString();
+        return line;
+    }
+    return Refused("a line needs \"post\" or \"host\"");
+}
+
+}  // namespace pdfhost
