@@ -7,10 +7,13 @@ here=$(cd "$(dirname "$0")" && pwd)
 build=$(cd "${1:?usage: fuzz/run.sh BUILD_DIR [SECONDS]}" && pwd)
 seconds=${2:-60}
 work=$(mktemp -d /tmp/fuzz-run.XXXXXX)
-declare -A dict=([bridge_message]=json [config]=json [script_line]=json [engine_open]=pdf)
-for name in bridge_message config script_line engine_open; do
+declare -A dict=([bridge_message]=json [config]=json [script_line]=json [engine_open]=pdf
+  [engine_redact]=pdf)
+# The redaction target starts from the PDF seeds of the opening target.
+declare -A seeds=([engine_redact]=engine_open)
+for name in bridge_message config script_line engine_open engine_redact; do
   mkdir -p "$work/$name"
-  cp "$here/corpus/$name/"* "$work/$name/"
+  cp "$here/corpus/${seeds[$name]:-$name}/"* "$work/$name/"
   echo "== $name: ${seconds}s"
   if ! (cd "$work" && "$build/out/bin/${name}_fuzzer" -max_total_time="$seconds" -timeout=20 \
       -rss_limit_mb=3072 -dict="$here/dict/${dict[$name]}.dict" -print_final_stats=1 \

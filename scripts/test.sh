@@ -30,5 +30,6 @@ CC=clang CXX=clang++ cmake -S "$root" -B "$root/build-fuzz" -DCMAKE_BUILD_TYPE=R
   -DBREVAN_FUZZ=ON -DBREVAN_BUILD_TESTS=OFF -DBREVAN_BUILD_BENCH=OFF -DBREVAN_WERROR=ON \
   > "$root/build-fuzz.configure.log" 2>&1 || { cat "$root/build-fuzz.configure.log"; exit 1; }
 cmake --build "$root/build-fuzz" -j"$(nproc)" \
-  --target bridge_message_fuzzer config_fuzzer script_line_fuzzer engine_open_fuzzer
+  --target bridge_message_fuzzer config_fuzzer script_line_fuzzer engine_open_fuzzer \
+  engine_redact_fuzzer
 bash "$root/fuzz/run.sh" "$root/build-fuzz" "${FUZZ_SECONDS:-60}"
