@@ -123,6 +123,18 @@ const Place kPlaces[] = {
                                    Show(72, 600, "zipkept")}});
      },
      Rect{100, 690, 150, 720}, "zipsecret", "zipkept"},
+    {"undecodable inline image in a form XObject",
+     [](RawPdf& pdf) {
+         const int font = pdf.Add(kHelvetica);
+         const int form = pdf.AddStream(
+             "/Type /XObject /Subtype /Form /BBox [0 0 300 100] /Resources << /Font << /F1 " +
+                 Ref(font) + " >> >>",
+             "q 200 0 0 10 10 50 cm BI /W 10 /H 1 /CS /G /BPC 8 /F /Fl ID formsecret EI Q\n" +
+                 Show(10, 10, "formkept"));
+         return RawDocument(pdf, {{"q 1 0 0 1 62 650 cm /X1 Do Q\n",
+                                   "<< /XObject << /X1 " + Ref(form) + " >> >>"}});
+     },
+     Rect{100, 690, 150, 720}, "formsecret", "formkept"},
     {"FreeText annotation",
      [](RawPdf& pdf) {
          const int font = pdf.Add(kHelvetica);
