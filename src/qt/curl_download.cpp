@@ -25,9 +25,7 @@ class PartFile {
   public:
     explicit PartFile(const fs::path& target) {
         const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-        std::string name(1, '.');
-        name.append(target.filename().string()).append(".XXXXXX");
-        std::string pattern = (folder / name).string();
+        std::string pattern = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
         fd_ = mkstemp(pattern.data());
         if (fd_ >= 0)
             path_ = pattern;
