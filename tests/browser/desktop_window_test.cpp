@@ -1,6 +1,7 @@
 // pdfhost's desktop window with the plug-in: the ribbon shows the three entries, Auto Redaction
 // opens the task pane with the reference page, which scans the open document for review. The
-// window is saved as a picture under the build's artifacts folder.
+// window is saved as a picture under the build's artifacts folder. Marks undone in the editor
+// between scan and apply are named by the page and never reach the saved copy unredacted.
 #include <gtest/gtest.h>
 
 #include <QAction>
@@ -9,12 +10,19 @@
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QUrl>
 #include <QWebEngineView>
+#include <algorithm>
 #include <atomic>
+#include <filesystem>
+#include <memory>
+#include <optional>
 
 #include "host_app.h"
+#include "leak_check.h"
 #include "local_http_server.h"
+#include "ui/document_view.h"
 #include "ui/main_window.h"
 #include "ui/web_page_view.h"
 #include "web_test_support.h"
@@ -64,66 +72,102 @@ QWebEngineView* PluginBrowser(QWidget& window) {
     return nullptr;
 }
 
-TEST(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocument) {
-    std::atomic<unsigned short> port = 0;
-    LocalHttpServer server(
-        [&](const HttpRequestSeen& request) { return ServiceDocument(request, port.load()); });
-    port = server.port();
-    QTemporaryDir profile;
-    WriteDevelopersFile(profile.path());
-    pdfhost::HostOptions options;
-    options.profile = profile.path().toStdString();
-    options.plugins = BREVAN_PLUGIN_DIR;
-    pdfhost::HostApp host(options);
-    host.Account().SignIn("http://127.0.0.1:" + std::to_string(server.port()));
+// The desktop window on a copy of the sample, signed in to a local account server, with the
+// reference page open in the task pane and showing the document.
+class DesktopWindowTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        server_.emplace([this](const HttpRequestSeen& request) {
+            return ServiceDocument(request, port_.load());
+        });
+        port_ = server_->port();
+        ASSERT_TRUE(QFile::copy(QStringLiteral(BREVAN_SAMPLE_PDF), SamplePath()));
+        WriteDevelopersFile(profile_.path());
+        pdfhost::HostOptions options;
+        options.profile = profile_.path().toStdString();
+        options.plugins = BREVAN_PLUGIN_DIR;
+        host_ = std::make_unique<pdfhost::HostApp>(options);
+        host_->Account().SignIn("http://127.0.0.1:" + std::to_string(port_.load()));
+        window_ = std::make_unique<pdfhost::ui::MainWindow>(*host_);
+        ASSERT_EQ(host_->LoadPlugins(), 1u);
+        window_->OpenFile(SamplePath());
+        window_->resize(1400, 900);
+        window_->show();
+    }
 
-    pdfhost::ui::MainWindow window(host);
-    ASSERT_EQ(host.LoadPlugins(), 1u);
-    window.OpenFile(QStringLiteral(BREVAN_SAMPLE_PDF));
-    window.resize(1400, 900);
-    window.show();
+    void TearDown() override {
+        if (host_)
+            host_->UnloadPlugins();
+    }
 
+    QString SamplePath() const { return files_.filePath(QStringLiteral("sample.pdf")); }
+
+    // Auto Redaction from the ribbon: the task pane shows the page, which names the document.
+    void OpenThePane() {
+        host_->Answers().Queue("welcome", 0);
+        host_->Answers().Queue("signIn", true);
+        QAction* entry = RibbonEntry(*window_, QStringLiteral("Auto Redaction"));
+        ASSERT_NE(entry, nullptr);
+        entry->trigger();
+        dock_ = window_->findChild<QDockWidget*>(QStringLiteral("BrevanTaskPane"));
+        ASSERT_NE(dock_, nullptr);
+        EXPECT_TRUE(WaitFor([&] { return dock_->isVisible(); }));
+        ASSERT_TRUE(WaitFor([&] {
+            browser_ = PluginBrowser(*window_);
+            return browser_ != nullptr && browser_->url().fileName() == QLatin1String("index.html");
+        }));
+        ASSERT_TRUE(WaitFor([&] {
+            return Page("document.getElementById('doc-line').innerText")
+                .toString()
+                .contains(QStringLiteral("sample.pdf"));
+        }));
+    }
+
+    // Scan in the page, until it lists what it found.
+    void Scan() {
+        Click("scan");
+        ASSERT_TRUE(WaitFor([&] {
+            return Page("document.querySelectorAll('#findings li.finding').length").toInt() > 0 &&
+                   !Page("document.body.classList.contains('busy')").toBool();
+        }));
+    }
+
+    QVariant Page(const char* script) {
+        return Evaluate(*browser_->page(), QString::fromUtf8(script));
+    }
+    void Click(const char* id) {
+        Page((std::string("document.getElementById('") + id + "').click(), 0").c_str());
+    }
+    QString Status() { return Page("document.getElementById('status').textContent").toString(); }
+
+    std::atomic<unsigned short> port_ = 0;
+    std::optional<LocalHttpServer> server_;
+    QTemporaryDir profile_;
+    QTemporaryDir files_;
+    std::unique_ptr<pdfhost::HostApp> host_;
+    std::unique_ptr<pdfhost::ui::MainWindow> window_;
+    QDockWidget* dock_ = nullptr;
+    QWebEngineView* browser_ = nullptr;
+};
+
+TEST_F(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocument) {
     for (const char* entry : {"Auto Redaction", "Batch Redaction", "Profile"})
-        ASSERT_NE(RibbonEntry(window, QString::fromUtf8(entry)), nullptr) << entry;
-    host.Answers().Queue("welcome", 0);
-    host.Answers().Queue("signIn", true);
-    RibbonEntry(window, QStringLiteral("Auto Redaction"))->trigger();
-
-    auto* dock = window.findChild<QDockWidget*>(QStringLiteral("BrevanTaskPane"));
-    ASSERT_NE(dock, nullptr);
-    EXPECT_TRUE(WaitFor([&] { return dock->isVisible(); }));
-    QWebEngineView* browser = nullptr;
-    ASSERT_TRUE(WaitFor([&] {
-        browser = PluginBrowser(window);
-        return browser != nullptr && browser->url().fileName() == QLatin1String("index.html");
-    }));
-    // The page knows the document, then scans it and lists what it found.
-    ASSERT_TRUE(WaitFor([&] {
-        return Evaluate(*browser->page(), QStringLiteral("document.getElementById('doc-line')."
-                                                         "innerText"))
-            .toString()
-            .contains(QStringLiteral("sample.pdf"));
-    }));
-    Evaluate(*browser->page(), QStringLiteral("document.getElementById('scan').click(), 0"));
-    EXPECT_TRUE(WaitFor([&] {
-        return Evaluate(*browser->page(),
-                        QStringLiteral("document.querySelectorAll('#findings li.finding').length"))
-                   .toInt() > 0;
-    }));
+        ASSERT_NE(RibbonEntry(*window_, QString::fromUtf8(entry)), nullptr) << entry;
+    ASSERT_NO_FATAL_FAILURE(OpenThePane());
+    ASSERT_NO_FATAL_FAILURE(Scan());
     // The header names the signed-in user.
     EXPECT_TRUE(WaitFor([&] {
-        return Evaluate(*browser->page(), QStringLiteral("document.getElementById('account')."
-                                                         "textContent"))
-                   .toString() == QStringLiteral("Local User");
+        return Page("document.getElementById('account').textContent").toString() ==
+               QStringLiteral("Local User");
     }));
     Spin(500);  // let the page paint
 
-    const QImage picture = window.grab().toImage();
+    const QImage picture = window_->grab().toImage();
     ASSERT_FALSE(picture.isNull());
     ASSERT_TRUE(QDir().mkpath(QStringLiteral(BREVAN_ARTIFACT_DIR)));
     EXPECT_TRUE(picture.save(QStringLiteral(BREVAN_ARTIFACT_DIR "/desktop_task_pane.png")));
     // The pane's part of the picture is not one flat colour: the page was drawn.
-    const QRect pane = dock->geometry();
+    const QRect pane = dock_->geometry();
     const QRgb first = picture.pixel(pane.center());
     bool varied = false;
     for (int y = pane.top(); y < pane.bottom() && !varied; y += 4) {
@@ -131,7 +175,59 @@ TEST(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocument)
             varied = picture.pixel(x, y) != first;
     }
     EXPECT_TRUE(varied);
-    host.UnloadPlugins();
+}
+
+// The user scans, presses Ctrl+Z in the document a few times (the editor takes the newest marks
+// away), then Apply & save: the page says which ticked findings are no longer marked and saves
+// nothing; "Mark again & apply" then saves a copy that holds none of the findings.
+TEST_F(DesktopWindowTest, MarksUndoneBeforeTheApplyAreNamedAndMarkedAgainBeforeTheSave) {
+    ASSERT_NO_FATAL_FAILURE(OpenThePane());
+    ASSERT_NO_FATAL_FAILURE(Scan());
+    std::vector<std::string> findings;
+    for (const QVariant& text :
+         Page("[...document.querySelectorAll('#findings li.finding:not(.missing) .finding-text')]"
+              ".map((b) => b.textContent)")
+             .toList())
+        findings.push_back(text.toString().toStdString());
+    ASSERT_FALSE(findings.empty());
+
+    pdfhost::HostDocument* document = host_->Documents().Active();
+    ASSERT_NE(document, nullptr);
+    auto* view = window_->findChild<pdfhost::ui::DocumentView*>();
+    ASSERT_NE(view, nullptr);
+    window_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    view->setFocus();
+    const std::size_t marks = host_->Undo().Count(document->Handle());
+    constexpr std::size_t kUndone = 3;
+    ASSERT_GT(marks, kUndone);
+    for (std::size_t i = 0; i < kUndone; ++i)
+        QTest::keyClick(view, Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_EQ(host_->Undo().Count(document->Handle()), marks - kUndone);
+
+    const std::string saved = files_.filePath(QStringLiteral("sample_redacted.pdf")).toStdString();
+    host_->Answers().Queue("messageBox", 1);  // the editor's "apply the redaction?" prompt
+    host_->Answers().Queue("fileSave", saved);
+    Click("apply");
+    ASSERT_TRUE(WaitFor([&] { return Status().contains(QStringLiteral("no longer marked")); }))
+        << Status().toStdString();
+    const QString notices = Page("document.getElementById('notices').textContent").toString();
+    EXPECT_TRUE(notices.contains(QStringLiteral("are no longer marked"))) << notices.toStdString();
+    EXPECT_TRUE(std::any_of(findings.begin(), findings.end(), [&](const std::string& text) {
+        return notices.contains(QString::fromStdString('"' + text + '"'));
+    })) << notices.toStdString();
+    EXPECT_FALSE(Page("document.getElementById('remark').hidden").toBool());
+    EXPECT_EQ(host_->Answers().Pending("fileSave"), 1u);
+    EXPECT_FALSE(std::filesystem::exists(saved));
+
+    host_->Answers().Queue("messageBox", 1);
+    Click("remark");
+    ASSERT_TRUE(WaitFor([&] {
+        return Status() == QStringLiteral("Redaction applied, the copy saved and checked.");
+    })) << Status().toStdString();
+    EXPECT_TRUE(Page("document.getElementById('remark').hidden").toBool());
+    ASSERT_TRUE(std::filesystem::exists(saved));
+    EXPECT_EQ(leak_check::Leaks(saved, findings), "");
 }
 
 }  // namespace
