@@ -130,6 +130,20 @@ bool AnnotationEditor::UndoLast(HostDocument& document) {
     return false;
 }
 
+void AnnotationEditor::Forget(const UndoStack::Entry& entry) {
+    HostDocument* document = app_.Documents().Find(entry.document);
+    AnnotationRecord* record =
+        document != nullptr ? PlacedOf(*document, entry.annotation) : nullptr;
+    if (entry.change != UndoStack::Change::kDeleted || record == nullptr || !record->removal)
+        return;
+    try {
+        engine::Annotations(document->Engine()).Discard(*record->removal);
+        record->removal.reset();
+    } catch (const engine::Error&) {
+        // The objects stay; they go at the next full save.
+    }
+}
+
 bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector<HostAnnot>* only,
                                        bool fill) {
     if (!Allows(document, engine::permission::kModify | engine::permission::kAnnotate))

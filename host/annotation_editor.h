@@ -8,6 +8,7 @@
 #include "engine/annotations.h"
 #include "engine/pdf_value.h"
 #include "host_abi.h"
+#include "undo_stack.h"
 
 namespace pdfhost {
 
@@ -32,6 +33,9 @@ class AnnotationEditor {
     // Undoes the newest recorded addition or deletion of the document that can still be
     // undone; false when there is none.
     bool UndoLast(HostDocument& document);
+    // The history let go of `entry`: a deletion it named can no longer be undone, so the
+    // removed annotation's objects are deleted from the document.
+    void Forget(const UndoStack::Entry& entry);
 
     // Applies the given Redact annotations of the document, or every one with `only` null.
     // False with the document unchanged when one is no live Redact annotation of the document

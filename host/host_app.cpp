@@ -9,6 +9,7 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "annotation_editor.h"
 #include "automation/json_line_writer.h"
 #include "automation/welcome_dialog_answers.h"
 #include "engine/ocr_recognizer.h"
@@ -80,6 +81,8 @@ HostApp::HostApp(HostOptions options)
         urlHandlers_ = std::make_unique<HeadlessUrlHandlers>();
         welcomeAnswers_ = std::make_unique<WelcomeDialogAnswers>(*this);
     }
+    undo_.OnEvicted(
+        [this](const UndoStack::Entry& entry) { AnnotationEditor(*this).Forget(entry); });
     tables_.Activate();
     g_current = this;
 }

@@ -7,9 +7,13 @@ namespace pdfhost {
 void UndoStack::Record(HostDoc document, HostAnnot annotation, Change change) {
     if (document == nullptr || annotation == nullptr)
         return;
-    if (entries_.size() >= kMaxEntries)
-        entries_.erase(entries_.begin());
     entries_.push_back(Entry{document, annotation, change});
+    if (entries_.size() > kMaxEntries) {
+        const Entry evicted = entries_.front();
+        entries_.erase(entries_.begin());
+        if (onEvicted_)
+            onEvicted_(evicted);
+    }
 }
 
 std::optional<UndoStack::Entry> UndoStack::TakeLast(HostDoc document) {

@@ -3,6 +3,7 @@
 // document went is simply skipped.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -24,6 +25,9 @@ class UndoStack {
     HostUndoManager Handle() const { return handle_; }
 
     void Record(HostDoc document, HostAnnot annotation, Change change);
+    // Called with each entry the history lets go of because it is full: what it named can no
+    // longer be undone.
+    void OnEvicted(std::function<void(const Entry&)> callback) { onEvicted_ = std::move(callback); }
     // Takes the newest entry of the document, if any.
     std::optional<Entry> TakeLast(HostDoc document);
     std::size_t Count(HostDoc document) const;
@@ -35,6 +39,7 @@ class UndoStack {
 
     HostUndoManager handle_ = reinterpret_cast<HostUndoManager>(NextHandleValue());
     std::vector<Entry> entries_;
+    std::function<void(const Entry&)> onEvicted_;
 };
 
 }  // namespace pdfhost

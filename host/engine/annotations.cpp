@@ -202,6 +202,41 @@ std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id) {
     return removed;
 }
 
+void Annotations::Discard(const RemovedAnnotation& removed) {
+    if (IsOnPage(removed.id))
+        return;
+    fz_context* ctx = document_.fz();
+    pdf_document* pdf = document_.pdf();
+    std::vector<int> objects;
+    const auto addStream = [&](pdf_obj* value) {
+        if (pdf_is_indirect(ctx, value) && pdf_is_stream(ctx, value))
+            objects.push_back(pdf_to_num(ctx, value));
+    };
+    for (const RemovedAnnotation::Entry& entry : removed.entries) {
+        ObjPtr dict = Dictionary(entry.object);
+        if (!dict)
+            continue;
+        objects.push_back(entry.object);
+        // /AP: each of /N, /R, /D is a stream or a dictionary of streams by state.
+        CallMupdf(ctx, "cannot read an appearance", [&] {
+            pdf_obj* ap = pdf_dict_get(ctx, dict.get(), PDF_NAME(AP));
+            for (pdf_obj* kind : {PDF_NAME(N), PDF_NAME(R), PDF_NAME(D)}) {
+                pdf_obj* value = pdf_dict_get(ctx, ap, kind);
+                if (pdf_is_dict(ctx, value) && !pdf_is_stream(ctx, value)) {
+                    for (int i = 0; i < pdf_dict_len(ctx, value); ++i)
+                        addStream(pdf_dict_get_val(ctx, value, i));
+                } else {
+                    addStream(value);
+                }
+            }
+        });
+    }
+    std::sort(objects.begin(), objects.end());
+    objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
+    for (const int object : objects)
+        CallMupdf(ctx, "cannot delete an object", [&] { pdf_delete_object(ctx, pdf, object); });
+}
+
 bool Annotations::Restore(const RemovedAnnotation& removed) {
     if (IsOnPage(removed.id))
         return false;

@@ -185,6 +185,29 @@ TEST_F(AnnotationTablesTest, UndoTakesBackAdditionsAndDeletionsNewestFirst) {
     EXPECT_EQ(app_.Undo().Count(doc), 0u);
 }
 
+// A deletion the full history let go of can no longer be undone: the annotation's objects
+// leave the document, so that a long session does not keep every annotation it removed.
+TEST_F(AnnotationTablesTest, DeletionsPastTheHistoryLeaveTheDocument) {
+    HostDocument& document = Open({.pages = {engine::PageDescription::TextLines({"alpha beta"})}});
+    const HostPageView view = CallHost<Op::HostDocGetPageView>(document.Handle(), 0);
+    const HostAnnot alpha = RedactWord(document, 0, "alpha");
+    const int object = app_.Annotations().Find(alpha)->id.object;
+    const HostUndoManager undo = CallHost<Op::HostUndoGetManager>();
+    CallHost<Op::HostUndoRecordDeleteAnnot>(undo, alpha, 1);
+    ASSERT_EQ(CallHost<Op::HostPageViewDeleteAnnot>(view, alpha), 1);
+    const auto exists = [&] {
+        const pdf_xref_entry* entry =
+            pdf_get_xref_entry(document.Engine().fz(), document.Engine().pdf(), object);
+        return entry != nullptr && entry->type != 0 && entry->type != 'f';
+    };
+    ASSERT_TRUE(exists()) << "kept while the deletion can be undone";
+    for (int i = 0; i < 1000; ++i)
+        CallHost<Op::HostUndoRecordAddAnnot>(undo, RedactWord(document, 0, "beta"), 1, 1);
+    EXPECT_FALSE(exists());
+    EXPECT_FALSE(AnnotationEditor(app_).UndoLast(document) &&
+                 CallHost<Op::HostDocIsAnnotAlive>(document.Handle(), alpha) != 0);
+}
+
 TEST_F(AnnotationTablesTest, DocumentWithoutViewTakesAnnotationsThroughPageLists) {
     HostDocument& document =
         Open({.pages = {engine::PageDescription::TextLines({"batch secret"})}}, false);

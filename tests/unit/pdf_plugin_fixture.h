@@ -77,7 +77,7 @@ class PdfPluginFixture : public testing::Test {
         return reply["data"]["searchKey"].asString();
     }
 
-    const SearchRecord& Stored(HostDoc doc, const std::string& key, int index) {
+    SearchRecord Stored(HostDoc doc, const std::string& key, int index) {
         return app.searchResults->GetResult(FromUtf8(FileId(doc)), FromUtf8(key), index);
     }
 

@@ -62,11 +62,36 @@ TEST(SearchResultStoreTest, ListsByFileAndKeyWithTheEmptyRecordForMisses) {
     EXPECT_EQ(store.GetResult(L"g", L"k", 0).page, 1);
     for (const auto& [file, key, index] : {std::tuple{L"f", L"k", 2}, std::tuple{L"f", L"x", 0},
                                            std::tuple{L"x", L"k", 0}, std::tuple{L"f", L"k", -1}}) {
-        EXPECT_EQ(&store.GetResult(file, key, index), &SearchResultStore::EmptyRecord());
+        EXPECT_FALSE(store.GetResult(file, key, index).found());
     }
     store.SetResults(L"f", L"k", {Record(L"f", 7, 1)});  // replaces the list
     EXPECT_EQ(store.GetResult(L"f", L"k", 0).page, 7);
     EXPECT_FALSE(store.GetResult(L"f", L"k", 1).found());
+}
+
+TEST(SearchResultStoreTest, RecordsComeBackAsStoredWhenListsAreShared) {
+    SearchResultStore store;
+    // The same matches under two keys (a repeated search), and a spanning record without file
+    // id and key.
+    store.SetResults(L"f", L"k", {Record(L"f", 0, 1, {NdxRect{1, 2, 3, 4}})});
+    store.SetResults(L"f", L"k2", {Record(L"f", 0, 1, {NdxRect{1, 2, 3, 4}}, L"k2")});
+    store.SetResults(L"f", L"span", {Record(L"", 2, 0, {}, L"")});
+    const SearchRecord first = store.GetResult(L"f", L"k", 0);
+    const SearchRecord second = store.GetResult(L"f", L"k2", 0);
+    EXPECT_EQ(first.searchKey, L"k");
+    EXPECT_EQ(second.searchKey, L"k2");
+    EXPECT_EQ(second.file, L"f");
+    ASSERT_EQ(second.rects.size(), 1u);
+    EXPECT_EQ(second.rects[0].top, 4.0f);
+    EXPECT_EQ(store.GetResult(L"f", L"span", 0).file, L"");
+    EXPECT_EQ(store.GetResult(L"f", L"span", 0).searchKey, L"");
+    // A form record appended under one key leaves the other's list as it was.
+    store.AppendResult(L"f", L"k2", Record(L"f", 1, -1, {}, L"k2"));
+    EXPECT_EQ(store.GetResult(L"f", L"k2", 1).page, 1);
+    EXPECT_FALSE(store.GetResult(L"f", L"k", 1).found());
+    // A different result is no copy of an earlier one.
+    store.SetResults(L"f", L"k3", {Record(L"f", 0, 1, {NdxRect{1, 2, 3, 5}}, L"k3")});
+    EXPECT_EQ(store.GetResult(L"f", L"k3", 0).rects[0].top, 5.0f);
 }
 
 TEST(SearchResultStoreTest, AnnotationEntriesByRecordNameAndHandle) {

@@ -1,32 +1,105 @@
 #include "search_result_store.h"
 
+#include <algorithm>
+
 const SearchRecord& SearchResultStore::EmptyRecord() {
     static const SearchRecord kEmpty;
     return kEmpty;
 }
 
+namespace {
+
+bool SameRect(const NdxRect& a, const NdxRect& b) {
+    return a.left == b.left && a.bottom == b.bottom && a.right == b.right && a.top == b.top;
+}
+
+bool SamePiece(const SearchPiece& a, const SearchPiece& b) {
+    return a.file == b.file && a.page == b.page && a.start == b.start && a.end == b.end &&
+           a.index == b.index && a.searchKey == b.searchKey;
+}
+
+bool SameRecord(const SearchRecord& a, const SearchRecord& b) {
+    return a.file == b.file && a.page == b.page && a.start == b.start && a.end == b.end &&
+           a.index == b.index && a.searchKey == b.searchKey &&
+           std::equal(a.pieces.begin(), a.pieces.end(), b.pieces.begin(), b.pieces.end(),
+                      SamePiece) &&
+           std::equal(a.rects.begin(), a.rects.end(), b.rects.begin(), b.rects.end(), SameRect);
+}
+
+}  // namespace
+
+SearchResultStore::StoredRecord SearchResultStore::Stored(const std::wstring& fileId,
+                                                          const std::wstring& searchKey,
+                                                          SearchRecord record) {
+    StoredRecord stored;
+    stored.named = record.file == fileId && record.searchKey == searchKey;
+    if (stored.named) {
+        record.file = std::wstring();
+        record.searchKey = std::wstring();
+    }
+    record.rects.shrink_to_fit();
+    stored.record = std::move(record);
+    return stored;
+}
+
 void SearchResultStore::SetResults(const std::wstring& fileId, const std::wstring& searchKey,
                                    std::vector<SearchRecord> records) {
-    results_[fileId][searchKey] = std::move(records);
+    RecordList list;
+    list.reserve(records.size());
+    for (SearchRecord& record : records)
+        list.push_back(Stored(fileId, searchKey, std::move(record)));
+    FileResults& file = results_[fileId];
+    const auto same = [&](const RecordList& other) {
+        return std::equal(list.begin(), list.end(), other.begin(), other.end(),
+                          [](const StoredRecord& a, const StoredRecord& b) {
+                              return a.named == b.named && SameRecord(a.record, b.record);
+                          });
+    };
+    for (const std::weak_ptr<RecordList>& recent : file.recent) {
+        if (std::shared_ptr<RecordList> shared = recent.lock(); shared && same(*shared)) {
+            file.lists[searchKey] = std::move(shared);
+            return;
+        }
+    }
+    auto stored = std::make_shared<RecordList>(std::move(list));
+    file.lists[searchKey] = stored;
+    file.recent.push_back(stored);
+    if (file.recent.size() > kRecentLists)
+        file.recent.pop_front();
+}
+
+SearchResultStore::RecordList& SearchResultStore::OwnList(FileResults& file,
+                                                          const std::wstring& searchKey) {
+    std::shared_ptr<RecordList>& list = file.lists[searchKey];
+    if (!list)
+        list = std::make_shared<RecordList>();
+    else if (list.use_count() > 1)
+        list = std::make_shared<RecordList>(*list);
+    return *list;
 }
 
 void SearchResultStore::AppendResult(const std::wstring& fileId, const std::wstring& searchKey,
                                      SearchRecord record) {
-    results_[fileId][searchKey].push_back(std::move(record));
+    OwnList(results_[fileId], searchKey).push_back(Stored(fileId, searchKey, std::move(record)));
 }
 
-const SearchRecord& SearchResultStore::GetResult(const std::wstring& fileId,
-                                                 const std::wstring& searchKey,
-                                                 int64_t index) const {
+SearchRecord SearchResultStore::GetResult(const std::wstring& fileId, const std::wstring& searchKey,
+                                          int64_t index) const {
     const auto file = results_.find(fileId);
     if (file == results_.end())
         return EmptyRecord();
-    const auto list = file->second.find(searchKey);
-    if (list == file->second.end() || index < 0 ||
-        static_cast<uint64_t>(index) >= list->second.size()) {
+    const auto list = file->second.lists.find(searchKey);
+    if (list == file->second.lists.end() || index < 0 ||
+        static_cast<uint64_t>(index) >= list->second->size()) {
         return EmptyRecord();
     }
-    return list->second[static_cast<std::size_t>(index)];
+    const StoredRecord& stored = (*list->second)[static_cast<std::size_t>(index)];
+    SearchRecord record = stored.record;
+    if (stored.named) {
+        record.file = fileId;
+        record.searchKey = searchKey;
+    }
+    return record;
 }
 
 void SearchResultStore::RemoveFile(const std::wstring& fileId) {
@@ -37,9 +110,9 @@ void SearchResultStore::EraseAnnotsOfFile(const std::wstring& fileId) {
     const auto file = results_.find(fileId);
     if (file == results_.end())
         return;
-    for (const auto& [key, records] : file->second) {
-        for (const SearchRecord& record : records)
-            EraseAnnot(record);
+    for (const auto& [key, list] : file->second.lists) {
+        for (std::size_t i = 0; i < list->size(); ++i)
+            EraseAnnot(GetResult(fileId, key, static_cast<int64_t>(i)));
     }
 }
 

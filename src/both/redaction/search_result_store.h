@@ -2,12 +2,18 @@
 // `results` maps file id -> search key -> the records in the order a search produced them (the
 // position in that list is what commands call `index`); `annots` maps a whole record, by its
 // total order, to the annotation made from it. Lookups by name or handle walk `annots` in key
-// order and the first match wins (kept in
-// indexes, so they cost no walk).
+// order and the first match wins (kept in indexes, so they cost no walk).
+//
+// Lists stay until their file closes, however many searches the page runs, so they are kept
+// small: a record does not hold its file id and search key when they are the list's own (they
+// are put back when it is read), and a search that found exactly what one of the file's recent
+// searches found shares that list instead of storing a copy.
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -27,8 +33,8 @@ class SearchResultStore {
     void AppendResult(const std::wstring& fileId, const std::wstring& searchKey,
                       SearchRecord record);
     // The record at `index` of that list, or the empty record.
-    const SearchRecord& GetResult(const std::wstring& fileId, const std::wstring& searchKey,
-                                  int64_t index) const;
+    SearchRecord GetResult(const std::wstring& fileId, const std::wstring& searchKey,
+                           int64_t index) const;
     // Forgets the file's results; its annotation entries are dropped by EraseAnnotsOfFile first.
     void RemoveFile(const std::wstring& fileId);
     // Erases the annotation entry of every record the file holds in `results`.
@@ -52,7 +58,24 @@ class SearchResultStore {
     const std::map<SearchRecord, AnnotRecord>& annots() const { return annots_; }
 
   private:
-    using KeyedLists = std::map<std::wstring, std::vector<SearchRecord>>;
+    // A record as a list keeps it: without its file id and search key when `named` (they are
+    // then the list's own).
+    struct StoredRecord {
+        SearchRecord record;
+        bool named = false;
+    };
+    using RecordList = std::vector<StoredRecord>;
+    // A file's lists, and the last few it stored, to be shared by searches that find the same.
+    struct FileResults {
+        std::map<std::wstring, std::shared_ptr<RecordList>> lists;
+        std::deque<std::weak_ptr<RecordList>> recent;
+    };
+    static constexpr std::size_t kRecentLists = 8;
+
+    static StoredRecord Stored(const std::wstring& fileId, const std::wstring& searchKey,
+                               SearchRecord record);
+    // `lists` holds a list of its own under the key, to be changed in place.
+    static RecordList& OwnList(FileResults& file, const std::wstring& searchKey);
     using AnnotMap = std::map<SearchRecord, AnnotRecord>;
     // Entries in the map's own order, so the first of a set is the first a walk would meet.
     struct MapOrder {
@@ -67,7 +90,7 @@ class SearchResultStore {
     AnnotMap::const_iterator FirstWithHandle(HostAnnot annot) const;
     void Unindex(AnnotMap::const_iterator entry);
 
-    std::map<std::wstring, KeyedLists> results_;
+    std::map<std::wstring, FileResults> results_;
     AnnotMap annots_;
     // Indexes of `annots_` by name and by handle, so lookups need not walk the map.
     std::unordered_map<std::wstring, Entries> byName_;
