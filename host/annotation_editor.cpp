@@ -137,11 +137,16 @@ void AnnotationEditor::Forget(const UndoStack::Entry& entry) {
     if (entry.change != UndoStack::Change::kDeleted || record == nullptr || !record->removal)
         return;
     try {
-        engine::Annotations(document->Engine()).Discard(*record->removal);
-        record->removal.reset();
+        if (!engine::Annotations(document->Engine()).Discard(*record->removal))
+            return;
     } catch (const engine::Error&) {
-        // The objects stay; they go at the next full save.
+        return;  // the objects stay; they go at the next full save
     }
+    // Gone for good: its handle is answered as any stale handle from now on.
+    if (app_.Undo().Mentions(entry.annotation))
+        record->removal.reset();
+    else
+        app_.Annotations().Forget(entry.annotation);
 }
 
 bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector<HostAnnot>* only,

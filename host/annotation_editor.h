@@ -34,7 +34,8 @@ class AnnotationEditor {
     // undone; false when there is none.
     bool UndoLast(HostDocument& document);
     // The history let go of `entry`: a deletion it named can no longer be undone, so the
-    // removed annotation's objects are deleted from the document.
+    // removed annotation's objects are deleted from the document and, unless the history names
+    // it again, its handle's record is dropped.
     void Forget(const UndoStack::Entry& entry);
 
     // Applies the given Redact annotations of the document, or every one with `only` null.

@@ -34,6 +34,16 @@ NdxAnnotList AnnotationHandles::ListOf(HostDoc document, int page) {
     return list;
 }
 
+void AnnotationHandles::Forget(HostAnnot handle) {
+    const AnnotationRecord* record = records_.Find(handle);
+    if (record == nullptr)
+        return;
+    const auto key = std::make_pair(record->document, record->id.object);
+    if (const auto it = byObject_.find(key); it != byObject_.end() && it->second == handle)
+        byObject_.erase(it);
+    records_.Erase(handle);
+}
+
 void AnnotationHandles::ForgetDocument(HostDoc document) {
     records_.EraseIf([&](const AnnotationRecord& record) { return record.document == document; });
     std::erase_if(byObject_, [&](const auto& entry) { return entry.first.first == document; });

@@ -51,6 +51,8 @@ class AnnotationHandles {
     NdxAnnotList ListOf(HostDoc document, int page);
     const AnnotationListRecord* FindList(NdxAnnotList list) const { return lists_.Find(list); }
 
+    // Forgets an annotation that left its document for good; its handle is then stale.
+    void Forget(HostAnnot handle);
     // Forgets the annotations and lists of a closing document.
     void ForgetDocument(HostDoc document);
 

@@ -16,6 +16,11 @@ void UndoStack::Record(HostDoc document, HostAnnot annotation, Change change) {
     }
 }
 
+bool UndoStack::Mentions(HostAnnot annotation) const {
+    return std::any_of(entries_.begin(), entries_.end(),
+                       [&](const Entry& entry) { return entry.annotation == annotation; });
+}
+
 std::optional<UndoStack::Entry> UndoStack::TakeLast(HostDoc document) {
     const auto it = std::find_if(entries_.rbegin(), entries_.rend(),
                                  [&](const Entry& entry) { return entry.document == document; });

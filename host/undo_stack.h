@@ -31,6 +31,8 @@ class UndoStack {
     // Takes the newest entry of the document, if any.
     std::optional<Entry> TakeLast(HostDoc document);
     std::size_t Count(HostDoc document) const;
+    // Whether an entry names the annotation.
+    bool Mentions(HostAnnot annotation) const;
     // Forgets the document's history (it closed, or a change that cannot be undone came).
     void ForgetDocument(HostDoc document);
 

@@ -202,9 +202,9 @@ std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id) {
     return removed;
 }
 
-void Annotations::Discard(const RemovedAnnotation& removed) {
+bool Annotations::Discard(const RemovedAnnotation& removed) {
     if (IsOnPage(removed.id))
-        return;
+        return false;
     fz_context* ctx = document_.fz();
     pdf_document* pdf = document_.pdf();
     std::vector<int> objects;
@@ -235,6 +235,7 @@ void Annotations::Discard(const RemovedAnnotation& removed) {
     objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
     for (const int object : objects)
         CallMupdf(ctx, "cannot delete an object", [&] { pdf_delete_object(ctx, pdf, object); });
+    return true;
 }
 
 bool Annotations::Restore(const RemovedAnnotation& removed) {

@@ -58,8 +58,9 @@ class Annotations {
     // page already.
     bool Restore(const RemovedAnnotation& removed);
     // Deletes the objects of a removed annotation that can no longer come back: its dictionary,
-    // its popups' and the appearance streams they name. Nothing when it is on the page again.
-    void Discard(const RemovedAnnotation& removed);
+    // its popups' and the appearance streams they name. False, with nothing deleted, when it is
+    // on the page again.
+    bool Discard(const RemovedAnnotation& removed);
 
     // Gives the page an /Annots array of its own: an indirect array is replaced by a direct
     // copy, so that a change to this page's annotations cannot reach another page that shares

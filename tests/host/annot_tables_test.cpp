@@ -204,6 +204,7 @@ TEST_F(AnnotationTablesTest, DeletionsPastTheHistoryLeaveTheDocument) {
     for (int i = 0; i < 1000; ++i)
         CallHost<Op::HostUndoRecordAddAnnot>(undo, RedactWord(document, 0, "beta"), 1, 1);
     EXPECT_FALSE(exists());
+    EXPECT_EQ(app_.Annotations().Find(alpha), nullptr) << "its handle is stale";
     EXPECT_FALSE(AnnotationEditor(app_).UndoLast(document) &&
                  CallHost<Op::HostDocIsAnnotAlive>(document.Handle(), alpha) != 0);
 }

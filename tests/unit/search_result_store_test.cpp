@@ -94,6 +94,33 @@ TEST(SearchResultStoreTest, RecordsComeBackAsStoredWhenListsAreShared) {
     EXPECT_EQ(store.GetResult(L"f", L"k3", 0).rects[0].top, 5.0f);
 }
 
+// Keys are kept compactly when they are the plug-in's own GUID texts; every key, of that form
+// or not, reads back exactly and is told apart from its near neighbours.
+TEST(SearchResultStoreTest, EveryKeyFindsItsOwnListAndReadsBackExactly) {
+    const std::vector<std::wstring> keys = {
+        L"{0123ABCD-4567-89EF-0A1B-2C3D4E5F6789}",
+        L"{0123ABCD-4567-89EF-0A1B-2C3D4E5F6788}",  // last digit
+        L"{0123abcd-4567-89ef-0a1b-2c3d4e5f6789}",  // lower case: kept as text
+        L"{0123ABCD-4567-89EF-0A1B2-C3D4E5F6789}",  // a dash one place late
+        L"{0123ABCD-4567-89EF-0A1B-2C3D4E5F678G}",  // not hex
+        L"0123ABCD-4567-89EF-0A1B-2C3D4E5F6789",    // no braces
+        L"k",
+    };
+    SearchResultStore store;
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        store.SetResults(L"f", keys[i], {Record(L"f", static_cast<int>(i), 0, {}, keys[i])});
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const SearchRecord found = store.GetResult(L"f", keys[i], 0);
+        EXPECT_EQ(found.page, static_cast<int>(i)) << i;
+        EXPECT_EQ(found.searchKey, keys[i]) << i;
+        store.SetAnnot(found, L"ai_plugin_" + std::to_wstring(i), Handle(static_cast<int>(i) + 1));
+    }
+    EXPECT_FALSE(store.GetResult(L"f", L"{0123ABCD-4567-89EF-0A1B-2C3D4E5F678A}", 0).found());
+    // Closing the file finds each annotation entry again through the key read back.
+    store.EraseAnnotsOfFile(L"f");
+    EXPECT_TRUE(store.annots().empty());
+}
+
 TEST(SearchResultStoreTest, AnnotationEntriesByRecordNameAndHandle) {
     SearchResultStore store;
     const SearchRecord first = Record(L"f", 0, 1, {NdxRect{1, 1, 2, 2}});

@@ -57,12 +57,12 @@ void SearchResultStore::SetResults(const std::wstring& fileId, const std::wstrin
     };
     for (const std::weak_ptr<RecordList>& recent : file.recent) {
         if (std::shared_ptr<RecordList> shared = recent.lock(); shared && same(*shared)) {
-            file.lists[searchKey] = std::move(shared);
+            file.lists.insert_or_assign(SearchKey(searchKey), std::move(shared));
             return;
         }
     }
     auto stored = std::make_shared<RecordList>(std::move(list));
-    file.lists[searchKey] = stored;
+    file.lists.insert_or_assign(SearchKey(searchKey), stored);
     file.recent.push_back(stored);
     if (file.recent.size() > kRecentLists)
         file.recent.pop_front();
@@ -70,7 +70,7 @@ void SearchResultStore::SetResults(const std::wstring& fileId, const std::wstrin
 
 SearchResultStore::RecordList& SearchResultStore::OwnList(FileResults& file,
                                                           const std::wstring& searchKey) {
-    std::shared_ptr<RecordList>& list = file.lists[searchKey];
+    std::shared_ptr<RecordList>& list = file.lists[SearchKey(searchKey)];
     if (!list)
         list = std::make_shared<RecordList>();
     else if (list.use_count() > 1)
@@ -88,7 +88,7 @@ SearchRecord SearchResultStore::GetResult(const std::wstring& fileId, const std:
     const auto file = results_.find(fileId);
     if (file == results_.end())
         return EmptyRecord();
-    const auto list = file->second.lists.find(searchKey);
+    const auto list = file->second.lists.find(SearchKey(searchKey));
     if (list == file->second.lists.end() || index < 0 ||
         static_cast<uint64_t>(index) >= list->second->size()) {
         return EmptyRecord();
@@ -111,8 +111,9 @@ void SearchResultStore::EraseAnnotsOfFile(const std::wstring& fileId) {
     if (file == results_.end())
         return;
     for (const auto& [key, list] : file->second.lists) {
+        const std::wstring text = key.Text();
         for (std::size_t i = 0; i < list->size(); ++i)
-            EraseAnnot(GetResult(fileId, key, static_cast<int64_t>(i)));
+            EraseAnnot(GetResult(fileId, text, static_cast<int64_t>(i)));
     }
 }
 

@@ -7,7 +7,7 @@
 // Lists stay until their file closes, however many searches the page runs, so they are kept
 // small: a record does not hold its file id and search key when they are the list's own (they
 // are put back when it is read), and a search that found exactly what one of the file's recent
-// searches found shares that list instead of storing a copy.
+// searches found shares that list instead of storing a copy; keys are kept in 16 bytes.
 #pragma once
 
 #include <cstdint>
@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "redaction/annot_record.h"
+#include "redaction/search_key.h"
 #include "redaction/search_record.h"
 
 class SearchResultStore {
@@ -67,7 +68,7 @@ class SearchResultStore {
     using RecordList = std::vector<StoredRecord>;
     // A file's lists, and the last few it stored, to be shared by searches that find the same.
     struct FileResults {
-        std::map<std::wstring, std::shared_ptr<RecordList>> lists;
+        std::map<SearchKey, std::shared_ptr<RecordList>> lists;
         std::deque<std::weak_ptr<RecordList>> recent;
     };
     static constexpr std::size_t kRecentLists = 8;
