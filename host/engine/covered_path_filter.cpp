@@ -10,6 +10,7 @@
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
 #include "engine/path_cutting.h"
+#include "engine/pattern_redaction.h"
 
 namespace pdfhost::engine {
 
@@ -556,8 +557,36 @@ std::vector<PlacedForm> CoveredPathFilter::TakeForms() {
     return std::exchange(state_->forms, {});
 }
 
+namespace {
+
+// The tiling patterns a form's content uses, redacted where the form was drawn. The form gets
+// resources and a pattern dictionary of its own first, as they may be shared with forms that
+// the redaction does not change.
+void RedactPatternsOfForm(fz_context* ctx, pdf_document* pdf, pdf_obj* form,
+                          const RedactionAreas& areas, fz_matrix ctm, int depth) {
+    const char* what = "cannot redact the patterns of a form";
+    pdf_obj* resources = CallMupdf(ctx, what, [&] {
+        pdf_obj* shared = pdf_dict_get(ctx, form, PDF_NAME(Resources));
+        if (pdf_dict_len(ctx, pdf_dict_get(ctx, shared, PDF_NAME(Pattern))) == 0)
+            return static_cast<pdf_obj*>(nullptr);
+        pdf_obj* own = pdf_copy_dict(ctx, shared);
+        fz_try(ctx) {
+            pdf_dict_put_drop(ctx, own, PDF_NAME(Pattern),
+                              pdf_copy_dict(ctx, pdf_dict_get(ctx, shared, PDF_NAME(Pattern))));
+            pdf_dict_put(ctx, form, PDF_NAME(Resources), own);
+        }
+        fz_always(ctx) pdf_drop_obj(ctx, own);
+        fz_catch(ctx) fz_rethrow(ctx);
+        return pdf_dict_get(ctx, form, PDF_NAME(Resources));
+    });
+    if (resources != nullptr)
+        RedactTilingPatterns(ctx, pdf, resources, areas, ctm, depth);
+}
+
+}  // namespace
+
 void CutPathsInForms(fz_context* ctx, pdf_document* pdf, std::vector<PlacedForm> forms,
-                     const RedactionAreas& areas) {
+                     const RedactionAreas& areas, int depth) {
     const char* what = "cannot cut the paths of a form";
     // Forms drawn inside forms are walked breadth first, to a depth; a form met again on the
     // same way down is a loop and is not entered.
@@ -568,7 +597,7 @@ void CutPathsInForms(fz_context* ctx, pdf_document* pdf, std::vector<PlacedForm>
     };
     std::vector<Pending> pending;
     for (PlacedForm& form : forms)
-        pending.push_back(Pending{std::move(form), 0, {}});
+        pending.push_back(Pending{std::move(form), depth, {}});
     while (!pending.empty()) {
         Pending item = std::move(pending.back());
         pending.pop_back();
@@ -592,6 +621,7 @@ void CutPathsInForms(fz_context* ctx, pdf_document* pdf, std::vector<PlacedForm>
         });
         if (paths.Removed() + paths.Cut() > 0)
             CallMupdf(ctx, what, [&] { pdf_update_stream(ctx, pdf, form, buffer.get(), 0); });
+        RedactPatternsOfForm(ctx, pdf, form, areas, item.form.ctm, item.depth + 1);
         for (PlacedForm& inner : paths.TakeForms())
             pending.push_back(Pending{std::move(inner), item.depth + 1, item.way});
     }

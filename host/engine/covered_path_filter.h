@@ -47,9 +47,10 @@ class CoveredPathFilter {
 };
 
 // Cuts the paths of `forms` (and of the forms they draw, to a depth) that meet the areas, in
-// place: call it only on forms that belong to the content being redacted (the instances the
-// redaction made). Throws Error.
+// place, and redacts the tiling patterns of their resources (see RedactTilingPatterns): call it
+// only on forms that belong to the content being redacted (the instances the redaction made).
+// `depth` counts the forms and patterns entered before these. Throws Error.
 void CutPathsInForms(fz_context* ctx, pdf_document* pdf, std::vector<PlacedForm> forms,
-                     const RedactionAreas& areas);
+                     const RedactionAreas& areas, int depth = 0);
 
 }  // namespace pdfhost::engine

@@ -95,7 +95,8 @@ RedactionAreas TileCopies(const TileAreas& tiles, const fz_rect& bbox) {
 
 // The pattern's content rewritten without what lies under `tiles` (glyphs, images, and paths
 // cut), as a new pattern object.
-ObjPtr FilteredPattern(fz_context* ctx, pdf_document* pdf, pdf_obj* pattern, TileAreas& tiles) {
+ObjPtr FilteredPattern(fz_context* ctx, pdf_document* pdf, pdf_obj* pattern, TileAreas& tiles,
+                       int depth) {
     const char* what = "cannot redact a pattern";
     const fz_rect bbox =
         CallMupdf(ctx, what, [&] { return pdf_dict_get_rect(ctx, pattern, PDF_NAME(BBox)); });
@@ -137,14 +138,14 @@ ObjPtr FilteredPattern(fz_context* ctx, pdf_document* pdf, pdf_obj* pattern, Til
                       fz_catch(ctx) fz_rethrow(ctx);
                       return made;
                   }));
-    CutPathsInForms(ctx, pdf, paths.TakeForms(), copies);
+    CutPathsInForms(ctx, pdf, paths.TakeForms(), copies, depth + 1);
     return result;
 }
 
 }  // namespace
 
 void RedactTilingPatterns(fz_context* ctx, pdf_document* pdf, pdf_obj* resources,
-                          const RedactionAreas& areas) {
+                          const RedactionAreas& areas, fz_matrix toAreas, int depth) {
     const char* what = "cannot redact the page's patterns";
     pdf_obj* patterns =
         CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, resources, PDF_NAME(Pattern)); });
@@ -161,14 +162,15 @@ void RedactTilingPatterns(fz_context* ctx, pdf_document* pdf, pdf_obj* resources
         const fz_matrix toPattern = CallMupdf(ctx, what, [&] {
             tiles.xStep = pdf_dict_get_real(ctx, pattern, PDF_NAME(XStep));
             tiles.yStep = pdf_dict_get_real(ctx, pattern, PDF_NAME(YStep));
-            return fz_invert_matrix(pdf_dict_get_matrix(ctx, pattern, PDF_NAME(Matrix)));
+            return fz_invert_matrix(
+                fz_concat(pdf_dict_get_matrix(ctx, pattern, PDF_NAME(Matrix)), toAreas));
         });
         for (const RedactionAreas::Area& area : areas.Areas()) {
             const Rect& r = area.rect;
             tiles.rects.push_back(
                 fz_transform_rect(fz_make_rect(r.left, r.bottom, r.right, r.top), toPattern));
         }
-        const ObjPtr filtered = FilteredPattern(ctx, pdf, pattern, tiles);
+        const ObjPtr filtered = FilteredPattern(ctx, pdf, pattern, tiles, depth);
         CallMupdf(ctx, what, [&] {
             pdf_dict_put(ctx, patterns, pdf_dict_get_key(ctx, patterns, i), filtered.get());
         });

@@ -77,6 +77,24 @@ const Place kPlaces[] = {
                "<< /Pattern << /P1 " + Ref(pattern) + " >> /Font << /F1 " + Ref(font) + " >> >>"}});
      },
      Rect{60, 680, 300, 740}, "patternsecret", "patternkept"},
+    {"tiling pattern inside a form XObject",
+     [](RawPdf& pdf) {
+         const int font = pdf.Add(kHelvetica);
+         const int pattern = pdf.AddStream(
+             "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 200 40] "
+             "/XStep 200 /YStep 40 /Matrix [1 0 0 1 5 0] /Resources << /Font << /F1 " +
+                 Ref(font) + " >> >>",
+             Show(5, 15, "formtilesecret"));
+         const int form = pdf.AddStream(
+             "/Type /XObject /Subtype /Form /BBox [0 0 300 100] /Matrix [1 0 0 1 0 -20] "
+             "/Resources << /Pattern << /P1 " +
+                 Ref(pattern) + " >> >>",
+             "/Pattern cs /P1 scn 10 60 200 40 re f\n");
+         return RawDocument(pdf, {{"q 1 0 0 1 62 650 cm /X1 Do Q\n" + Show(72, 600, "formtilekept"),
+                                   "<< /XObject << /X1 " + Ref(form) + " >> /Font << /F1 " +
+                                       Ref(font) + " >> >>"}});
+     },
+     Rect{60, 680, 300, 740}, "formtilesecret", "formtilekept"},
     {"Type 3 font",
      [](RawPdf& pdf) {
          const int glyph = pdf.AddStream("", "500 0 0 0 500 700 d1 0 0 500 700 re f");
