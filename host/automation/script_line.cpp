@@ -1,6 +1,8 @@
 #include "automation/script_line.h"
 
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include <json/reader.h>
@@ -66,18 +68,15 @@ ScriptLine ReadScriptLine(const std::string& text) {
     std::string error;
     if (!ParseObject(text, line.object, error))
         return Refused("malformed line: " + FirstError(error));
-    if (line.object.isMember("post")) {
-        if (!line.object["post"].isString())
-            return Refused("\"post\" needs a string");
-        line.kind = ScriptLine::Kind::kPost;
-        line.text = line.object["post"].asString();
-        return line;
-    }
-    if (line.object.isMember("host")) {
-        if (!line.object["host"].isString())
-            return Refused("\"host\" needs a string");
-        line.kind = ScriptLine::Kind::kHost;
-        line.text = line.object["host"].asString();
+    const std::pair<const char*, ScriptLine::Kind> kinds[] = {{"post", ScriptLine::Kind::kPost},
+                                                              {"host", ScriptLine::Kind::kHost}};
+    for (const auto& [key, kind] : kinds) {
+        if (!line.object.isMember(key))
+            continue;
+        if (!line.object[key].isString())
+            return Refused("\"" + std::string(key) + "\" needs a string");
+        line.kind = kind;
+        line.text = line.object[key].asString();
         return line;
     }
     return Refused("a line needs \"post\" or \"host\"");
