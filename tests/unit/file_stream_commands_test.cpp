@@ -3,7 +3,7 @@
 // stream and the upload bar.
 #include <filesystem>
 
-#include "bridge/create_dispatcher.h"
+#include "bridge/command_table.h"
 #include "document/file_stream_dispatchers.h"
 #include "file_commands_fixture.h"
 #include "logging/async_logger.h"
@@ -161,8 +161,10 @@ TEST_F(FileStreamTest, WrittenReplyIsTheWritersTextOfTheReply) {
     const std::wstring params = FromUtf8(Block(kPicked, "0", "4096"));
     ChannelFileStream first;
     ChannelFileStream second;
-    auto viaRun = CreateDispatcher(app, nullptr, L"getFileStream", L"base", params, first);
-    auto viaDispatch = CreateDispatcher(app, nullptr, L"getFileStream", L"base", params, second);
+    auto viaRun =
+        app.commands().Create(L"base", L"getFileStream", CommandRequest{nullptr, params, first});
+    auto viaDispatch =
+        app.commands().Create(L"base", L"getFileStream", CommandRequest{nullptr, params, second});
     viaRun->uuid = viaDispatch->uuid = L"\u00e9-1";
     const Json::Value reply = viaRun->Run();
     EXPECT_EQ(reply["data"]["name"].asString(), "r\u00e9sum\u00e9 \"1\".bin");

@@ -1,7 +1,7 @@
 // saveDocument, reload and closeCurrentFile: the plain save through the host's Save command with
 // the bookkeeping of the saved and closed hooks, the Save As dialog and its name, the batch's
 // save and close, and the reload that answers without identifier.
-#include "bridge/create_dispatcher.h"
+#include "bridge/command_table.h"
 #include "document/batch_document_session.h"
 #include "document/save_as_name.h"
 #include "fake_page_dialog.h"
@@ -174,8 +174,8 @@ TEST_F(SaveCloseTest, ReloadAnswersWithoutIdentifierAndReloadsItsOwner) {
     std::vector<std::string> calls;
     FakePageDialog dialog(calls, "pane");
     ChannelFileStream stream;
-    auto reload =
-        CreateDispatcher(app, static_cast<PageDialog*>(&dialog), L"reload", L"base", L"", stream);
+    auto reload = app.commands().Create(
+        L"base", L"reload", CommandRequest{static_cast<PageDialog*>(&dialog), L"", stream});
     EXPECT_EQ(reload->Dispatch(L"reload"), L"{\"data\":\"\",\"ret\":0}\n");
     EXPECT_EQ(calls, std::vector<std::string>{"pane Reload 0"});
 }

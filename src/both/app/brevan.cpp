@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "account/account_change.h"
+#include "account/account_commands.h"
 #include "account/usage_report.h"
 #include "app/app_event_record.h"
 #include "app/doc_event_record.h"
@@ -15,9 +16,11 @@
 #include "bridge/web_message_channel.h"
 #include "config/brevan_config.h"
 #include "config/service_config.h"
+#include "document/document_commands.h"
 #include "document/document_registry.h"
 #include "host/host_string.h"
 #include "logging/async_logger.h"
+#include "redaction/redaction_commands.h"
 #include "redaction/search_result_store.h"
 #include "util/utf.h"
 
@@ -32,7 +35,12 @@ void Delete(std::unique_ptr<T>& field) {
 
 }  // namespace
 
-Brevan::Brevan() : logger(AsyncLogger::Instance()) {}
+Brevan::Brevan() : logger(AsyncLogger::Instance()) {
+    AddAccountCommands(commands_, *this);
+    AddDocumentCommands(commands_, *this);
+    AddRedactionCommands(commands_, *this);
+    commands_.SetActivityWatch([this] { return progressBar.get(); });
+}
 
 Brevan::~Brevan() {
     StopListeningToAccountChanges(*this);

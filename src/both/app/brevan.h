@@ -9,6 +9,7 @@
 
 #include "app/extension_tables.h"
 #include "app/platform_services.h"
+#include "bridge/command_table.h"
 #include "document/channel_file_stream.h"
 #include "host/host_api.h"
 #include "host/owned_resources.h"
@@ -76,6 +77,9 @@ class Brevan {
     // Whether the host's scripted page channel stands in for the pane's page.
     bool HasHostPageChannel() const { return hostPage_ != nullptr; }
 
+    // The bridge's commands, each feature's added at construction.
+    const CommandTable& commands() const { return commands_; }
+
     std::unique_ptr<SearchResultStore> searchResults;
     std::unique_ptr<BrevanConfig> config;
     std::unique_ptr<DocEventRecord> docEvents;
@@ -113,6 +117,7 @@ class Brevan {
     void SetUpInterfaceLanguage();
     void StartLogger();
 
+    CommandTable commands_;
     HostApi* host_ = nullptr;
     PlatformServices* platform_ = nullptr;
     OwnedResources interfaceResources_;

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "app/brevan.h"
-#include "bridge/create_dispatcher.h"
+#include "bridge/command_table.h"
 #include "bridge/page_dialog.h"
 #include "util/utf.h"
 
@@ -29,9 +29,10 @@ void HostViewChannel::Dispatch(void* client, const wchar_t* module, const wchar_
     const std::wstring commandName = TextOf(command);
     const std::optional<std::wstring> reply = ContainedReply(
         [&] {
-            auto dispatcher =
-                CreateDispatcher(self.app_, static_cast<void*>(&self.dialog_), commandName,
-                                 TextOf(module), TextOf(params), self.stream_);
+            const std::wstring paramText = TextOf(params);
+            auto dispatcher = self.app_.commands().Create(
+                TextOf(module), commandName,
+                CommandRequest{static_cast<void*>(&self.dialog_), paramText, self.stream_});
             return dispatcher->Dispatch(commandName.c_str());
         },
         ToUtf8(commandName));

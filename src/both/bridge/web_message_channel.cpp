@@ -4,7 +4,8 @@
 
 #include <exception>
 
-#include "bridge/create_dispatcher.h"
+#include "app/brevan.h"
+#include "bridge/command_table.h"
 #include "bridge/json_text.h"
 #include "logging/async_logger.h"
 #include "util/utf.h"
@@ -48,8 +49,8 @@ void WebMessageChannel::OnWebMessage(std::string_view text) {
 
     const std::optional<std::wstring> reply = ContainedReply(
         [&] {
-            auto dispatcher =
-                CreateDispatcher(app_, nullptr, command, module, paramText, fileStream_);
+            auto dispatcher = app_.commands().Create(
+                module, command, CommandRequest{nullptr, paramText, fileStream_});
             dispatcher->uuid = identifier;
             return dispatcher->Dispatch(command.c_str());
         },
