@@ -109,8 +109,9 @@ class FileOpenCommandsTest : public testing::Test {
     }
 
     Json::Value Call(const std::string& command, const std::string& params, void* owner = nullptr) {
-        auto dispatcher = app.commands().Create(
-            L"base", FromUtf8(command), CommandRequest{owner, FromUtf8(params), app.browserStream});
+        const CommandParams request = CommandParams::FromText(params);
+        auto dispatcher = app.commands().Create(L"base", FromUtf8(command),
+                                                CommandRequest{owner, request, app.browserStream});
         Json::Value reply;
         ParseJson(ToUtf8(dispatcher->Dispatch(nullptr)), reply);
         return reply;

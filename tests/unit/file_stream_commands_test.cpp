@@ -158,7 +158,7 @@ TEST_F(FileStreamTest, AnOpenStreamStaysOnItsFileAndEachChannelHasItsOwn) {
 
 TEST_F(FileStreamTest, WrittenReplyIsTheWritersTextOfTheReply) {
     Pick("r\u00e9sum\u00e9 \"1\".bin", std::string(5000, '\xff'));
-    const std::wstring params = FromUtf8(Block(kPicked, "0", "4096"));
+    const CommandParams params = CommandParams::FromText(Block(kPicked, "0", "4096"));
     ChannelFileStream first;
     ChannelFileStream second;
     auto viaRun =

@@ -175,7 +175,8 @@ TEST_F(SaveCloseTest, ReloadAnswersWithoutIdentifierAndReloadsItsOwner) {
     FakePageDialog dialog(calls, "pane");
     ChannelFileStream stream;
     auto reload = app.commands().Create(
-        L"base", L"reload", CommandRequest{static_cast<PageDialog*>(&dialog), L"", stream});
+        L"base", L"reload",
+        CommandRequest{static_cast<PageDialog*>(&dialog), BaseDispatcher::kNoParams, stream});
     EXPECT_EQ(reload->Dispatch(L"reload"), L"{\"data\":\"\",\"ret\":0}\n");
     EXPECT_EQ(calls, std::vector<std::string>{"pane Reload 0"});
 }

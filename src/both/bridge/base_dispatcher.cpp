@@ -9,6 +9,8 @@
 #include "logging/async_logger.h"
 #include "util/utf.h"
 
+const CommandParams BaseDispatcher::kNoParams;
+
 Json::Value BaseDispatcher::Run() {
     Json::Value reply(Json::objectValue);
     reply["data"] = Json::Value();
@@ -35,7 +37,7 @@ std::wstring BaseDispatcher::Dispatch(const wchar_t* commandName) {
     AsyncLogger& logger = AsyncLogger::Instance();
     const std::string name = commandName != nullptr ? ToUtf8(commandName) : "unitTest";
     if (logger.Enabled(kLogInfo)) {
-        logger.Log(kLogInfo, "Get Dispatch % input:  %", name, ToUtf8(params));
+        logger.Log(kLogInfo, "Get Dispatch % input:  %", name, params.Text());
     }
     if (!logger.Enabled(kLogInfo))
         return WideReplyText();

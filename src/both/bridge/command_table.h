@@ -15,11 +15,16 @@
 
 class ProgressBarHost;
 
-// What a command may take from its request besides the application's parts.
+// What a command may take from its request besides the application's parts. The dispatcher keeps
+// the parameters by reference, so they must outlive it: a temporary is refused.
 struct CommandRequest {
+    CommandRequest(void* owner, const CommandParams& params, ChannelFileStream& stream)
+        : owner(owner), params(params), stream(stream) {}
+    CommandRequest(void*, CommandParams&&, ChannelFileStream&) = delete;
+
     // The page dialog of a host-browser channel, null on the browser channel.
     void* owner;
-    const std::wstring& params;
+    const CommandParams& params;
     // The channel's file stream, which outlives the request.
     ChannelFileStream& stream;
 };
@@ -53,6 +58,6 @@ CommandTable::Factory TakingNothing(Parts&... parts) {
 template <typename Command, typename... Parts>
 CommandTable::Factory TakingParams(Parts&... parts) {
     return [&parts...](const CommandRequest& request) {
-        return std::make_unique<Command>(parts..., request.params.c_str());
+        return std::make_unique<Command>(parts..., request.params);
     };
 }

@@ -29,10 +29,10 @@ void HostViewChannel::Dispatch(void* client, const wchar_t* module, const wchar_
     const std::wstring commandName = TextOf(command);
     const std::optional<std::wstring> reply = ContainedReply(
         [&] {
-            const std::wstring paramText = TextOf(params);
+            const CommandParams request = CommandParams::FromText(ToUtf8(TextOf(params)));
             auto dispatcher = self.app_.commands().Create(
                 TextOf(module), commandName,
-                CommandRequest{static_cast<void*>(&self.dialog_), paramText, self.stream_});
+                CommandRequest{static_cast<void*>(&self.dialog_), request, self.stream_});
             return dispatcher->Dispatch(commandName.c_str());
         },
         ToUtf8(commandName));

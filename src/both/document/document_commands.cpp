@@ -16,8 +16,7 @@ void AddDocumentCommands(CommandTable& table, Brevan& app) {
     table.Add(L"getCurrentDoc", TakingNothing<GetCurrentDocDispatcher>(app));
     // The file stream commands keep the channel's stream, which outlives the request.
     table.Add(L"getFileStream", [&app](const CommandRequest& request) {
-        return std::make_unique<GetFileStreamDispatcher>(app, request.params.c_str(),
-                                                         request.stream);
+        return std::make_unique<GetFileStreamDispatcher>(app, request.params, request.stream);
     });
     table.Add(L"releaseFileStream", [&app](const CommandRequest& request) {
         return std::make_unique<ReleaseFileStreamDispatcher>(app, request.stream);

@@ -42,9 +42,9 @@ Json::Value GetCurrentDocDispatcher::Run() {
 }
 
 Json::Value GetDocMetadataDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring id = FileIdOf(root);
     if (id.empty())
         return Fail(err::kNoId);

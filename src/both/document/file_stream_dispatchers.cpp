@@ -99,9 +99,9 @@ char* GetFileStreamDispatcher::BlockBuffer(std::size_t size) {
 }
 
 Json::Value GetFileStreamDispatcher::Serve(HostBytes& encoded) {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const Json::Value& file = Member(root, "file");
     const std::wstring id = TextOf(Member(file, "id"));
     if (id.empty() || TextOf(Member(file, "filePath")).empty())

@@ -92,9 +92,9 @@ Json::Value GetAllFormFieldsDispatcher::Run() {
 }
 
 Json::Value SetFormFieldValueDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring fileId = FileIdOf(root);
     if (fileId.empty())
         return Fail(err::kNoId);

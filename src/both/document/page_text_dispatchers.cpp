@@ -133,9 +133,9 @@ void RecognizePages(HostApi& host, HostDoc doc, NdxDoc pdf, HostExtTable ocr,
 }  // namespace
 
 Json::Value GetFileTextsDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::optional<int64_t> pageIndex = JsonInteger(Member(root, "pageIndex"));
     if (!pageIndex)
         return Fail(err::kNoPageIndex);
@@ -172,8 +172,8 @@ Json::Value RunFileOCRDispatcher::Run() {
     if (FindExtensionTable(host, hostops::ExtTable::Ocr) == nullptr)
         return Fail(kNoOcrExtension);
     bool showDialog = false;
-    if (Json::Value root; ParseParams(params, root)) {
-        const Json::Value& isShowDlg = Member(root, "isShowDlg");
+    if (params.parsed()) {
+        const Json::Value& isShowDlg = Member(params.value(), "isShowDlg");
         if (!isShowDlg.isBool())
             return Fail(err::kNoJson);
         showDialog = isShowDlg.asBool();

@@ -30,9 +30,9 @@ constexpr unsigned kSaveDialogFlags = 6;
 }  // namespace
 
 Json::Value SaveDocumentDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const bool saveAs = IsSaveAs(Member(root, "isSaveAs"));
     if (app_.batchMode) {
         if (app_.batchSession != nullptr)

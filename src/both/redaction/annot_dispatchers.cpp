@@ -52,9 +52,9 @@ Json::Value MessageData(const char* message) {
 }  // namespace
 
 Json::Value AddAnnotDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     MatchRequest request;
     if (const int32_t code = ReadMatchRequest(root, request); code != err::kOk)
         return Fail(code);
@@ -154,9 +154,9 @@ std::optional<Json::Value> AddAnnotDispatcher::InsertWithoutView(HostDoc doc, Nd
 }
 
 Json::Value RemoveAnnotsDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     MatchRequest request;
     if (const int32_t code = ReadMatchRequest(root, request); code != err::kOk)
         return Fail(code);

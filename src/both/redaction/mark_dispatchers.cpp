@@ -59,9 +59,9 @@ std::optional<NdxPoint> ScrollTargetFor(const SearchRecord& record, const NdxRec
 }
 
 Json::Value MarkTextDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring searchKey = TextOf(Member(root, "searchKey"));
     if (searchKey.empty())
         return Fail(err::kNoSearchKey);

@@ -36,9 +36,9 @@ Json::Value RedactApplyDispatcher::Run() {
     const bool named = !params.empty();
     std::vector<std::wstring> names;
     if (named) {
-        Json::Value root;
-        if (!ParseParams(params, root))
+        if (!params.parsed())
             return Fail(err::kNoJson);
+        const Json::Value& root = params.value();
         const Json::Value& list = Member(root, "uniqueIDNames");
         if (!list.isArray() || list.empty())
             return Fail(err::kNoUniqueIdName);

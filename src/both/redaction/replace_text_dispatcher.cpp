@@ -28,9 +28,9 @@ std::optional<int64_t> TruncatedIndexOf(const Json::Value& value) {
 }
 
 Json::Value ReplaceTextDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring searchKey = TextOf(Member(root, "searchKey"));
     if (searchKey.empty())
         return Fail(err::kNoSearchKey);

@@ -97,9 +97,9 @@ SearchResultStore* FindTextsDispatcher::Store() const {
 }
 
 Json::Value FindTextsDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring fileId = FileIdOf(root);
     if (fileId.empty())
         return Fail(err::kNoId);
@@ -194,9 +194,9 @@ Json::Value FindTextsDispatcher::RunSpanning(const Json::Value& root, const Targ
 }
 
 Json::Value FindTextListDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring fileId = FileIdOf(root);
     if (fileId.empty())
         return Fail(err::kNoId);
