@@ -8,6 +8,7 @@
 #include "app/extension_tables.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 #include "document/flattened_copy.h"
 #include "document/host_save_command.h"
 #include "host/host_string.h"
@@ -139,13 +140,12 @@ Json::Value GetFileTextsDispatcher::Run() {
     const std::optional<int64_t> pageIndex = JsonInteger(Member(root, "pageIndex"));
     if (!pageIndex)
         return Fail(err::kNoPageIndex);
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_, {.pdf = true});
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     HostApi& host = app_.host();
-    NdxDoc pdf = host.HostDocGetPdfDoc(doc);
-    if (pdf == nullptr)
-        return Fail(err::kNoNdxDoc);
+    NdxDoc pdf = checked.pdf;
     const int pageCount = host.NDXDocGetPageCount(pdf);
     std::optional<int> askedPage;
     if (*pageIndex != -1) {
@@ -165,9 +165,10 @@ Json::Value GetFileTextsDispatcher::Run() {
 }
 
 Json::Value RunFileOCRDispatcher::Run() {
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     HostApi& host = app_.host();
     if (FindExtensionTable(host, hostops::ExtTable::Ocr) == nullptr)
         return Fail(kNoOcrExtension);

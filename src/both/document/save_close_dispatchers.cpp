@@ -9,6 +9,7 @@
 #include "bridge/error_codes.h"
 #include "bridge/page_dialog.h"
 #include "document/batch_document_session.h"
+#include "document/current_document.h"
 #include "document/file_stream_dispatchers.h"
 #include "document/host_save_command.h"
 #include "document/save_as_name.h"
@@ -39,9 +40,10 @@ Json::Value SaveDocumentDispatcher::Run() {
             app_.batchSession->SaveCurrent();
         return MakeResult(err::kOk, Json::Value());
     }
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     app_.saveOfTemporaryDoc = app_.host().HostDocIsTemporary(doc);
     return saveAs ? SaveAs(doc, root) : SaveInPlace(doc, app_.saveOfTemporaryDoc != 0);
 }
