@@ -65,7 +65,7 @@ void HtmlPageDialog::StartBrowser() {
 }
 
 void HtmlPageDialog::OnBrowserCreated() {
-    browser_->SetOwnerDialog(&self_);
+    browser_->SetNavigationCompleted([this] { HideHostView(); });
     browser_->EnableScriptDialogs();
     BuildPageUrl(app_, kind_, url_);
     if (IsConnectedToInternet(app_) && !url_.empty()) {

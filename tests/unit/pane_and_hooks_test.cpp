@@ -61,17 +61,17 @@ TEST_F(PaneAndHooksTest, ThePaneWindowIsMadeOnceAndOnlyWhileTheUserWantsThePane)
 TEST_F(PaneAndHooksTest, TitleAndCaptionShowOnceThePaneIsOpenOnAHostWithItsBrowserTable) {
     const auto title = Word<HostPaneTextFn>(kPaneGetTitle);
     const auto caption = Word<HostPaneTextFn>(kPaneGetCaption);
-    const HostExtTable saved = g_browserExtTable;
-    g_browserExtTable = reinterpret_cast<HostExtTable>(0x77);
+    const HostExtTable found = app.browserExt->table;
+    app.browserExt->table = reinterpret_cast<HostExtTable>(0x77);
     EXPECT_EQ(title(Client()), nullptr);
     EXPECT_EQ(caption(Client()), nullptr);
     app.taskPaneShown = 1;
     ASSERT_NE(title(Client()), nullptr);
     EXPECT_EQ(host.HostWideStringData(title(Client())), std::wstring(L"Sable Mark"));
     EXPECT_EQ(caption(Client()), title(Client()));
-    g_browserExtTable = nullptr;
+    app.browserExt->table = nullptr;
     EXPECT_EQ(title(Client()), nullptr);
-    g_browserExtTable = saved;
+    app.browserExt->table = found;
 }
 
 TEST_F(PaneAndHooksTest, ClosingThePaneForgetsItUnlessThePluginHidesItItself) {

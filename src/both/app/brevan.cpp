@@ -68,15 +68,13 @@ void Brevan::Attach(HostApi& host, PlatformServices& platform) {
 
 int Brevan::ImportTables() {
     if (!cloudLogin) {
-        cloudLogin = std::make_unique<CCloudLogin>(*this);
+        cloudLogin = std::make_unique<CCloudLogin>();
         cloudLogin->table = FindExtensionTable(host(), hostops::ExtTable::Login);
         ListenToAccountChanges(*this);
     }
     if (!browserExt) {
-        browserExt = std::make_unique<CBrowser>(*this);
+        browserExt = std::make_unique<CBrowser>();
         browserExt->table = FindExtensionTable(host(), hostops::ExtTable::BrowserExt);
-        if (browserExt->table != nullptr)
-            g_browserExtTable = browserExt->table;
     }
     return 1;
 }

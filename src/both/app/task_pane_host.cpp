@@ -48,7 +48,8 @@ const char* TaskPaneHost::GetPaneName(void*) {
 // The title shows once the user opened the pane, on a host that lends its browser table.
 HostWideString TaskPaneHost::GetPaneTitle(void* client) {
     TaskPaneHost& self = OwnerOf(client);
-    if (self.app_.taskPaneShown == 0 || g_browserExtTable == nullptr)
+    if (self.app_.taskPaneShown == 0 || !self.app_.browserExt ||
+        self.app_.browserExt->table == nullptr)
         return nullptr;
     return self.title_.get();
 }
