@@ -89,7 +89,7 @@ int Brevan::Init() {
         host().HostMessageShow(FromUtf8(e.what()).c_str(), 0, 0, L"", 0, 0);
         return 0;
     }
-    serviceConfig = std::make_unique<ServiceConfig>(*this);
+    serviceConfig = std::make_unique<ServiceConfig>(config, platform());
     greeting = std::make_unique<GreetingNotifier>(*this);
     docEvents = std::make_unique<DocEventRecord>(*this);
     appEvents = std::make_unique<AppEventRecord>(*this);
@@ -100,7 +100,8 @@ int Brevan::Init() {
         StartLogger();
     else
         logger.Discard();  // nothing will write the lines: stop queueing them
-    ReportFirstLoadOfVersion(*this, SystemFacts::OfThisSystem());
+    ReportFirstLoadOfVersion(host(), signInTable(), serviceConfig.get(), config->pluginVersion,
+                             SystemFacts::OfThisSystem());
     return 1;
 }
 
@@ -158,6 +159,17 @@ HostDoc Brevan::GetCurrentDoc() const {
 
 bool Brevan::FileIdOf(HostDoc doc, std::wstring& id) const {
     return documents && documents->findIdByDoc(doc, id);
+}
+
+std::wstring Brevan::EventFileIdOf(HostDoc doc) const {
+    std::wstring id;
+    if (!documents || documents->findIdByDoc(doc, id))
+        return id;
+    HostWide path(host());
+    host().HostDocGetFilePath(doc, path);
+    if (!documents->findIdByPath(path.Text(), id))
+        id.clear();
+    return id;
 }
 
 bool Brevan::DocOf(const std::wstring& id, HostDoc& doc) const {

@@ -7,9 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "account/sign_in_table.h"
 #include "app/extension_tables.h"
 #include "app/platform_services.h"
 #include "bridge/command_table.h"
+#include "bridge/page_event_sink.h"
+#include "config/plugin_sections.h"
 #include "document/channel_file_stream.h"
 #include "host/host_api.h"
 #include "host/owned_resources.h"
@@ -28,15 +31,14 @@ class ServiceConfig;
 class GreetingNotifier;
 class TaskPaneHost;
 
-class Brevan {
+class Brevan : public PageEventSink {
   public:
-    static constexpr const wchar_t* kSettingsSection = L"plugins\\Installed\\TarvoSablemark";
+    static constexpr const wchar_t* kSettingsSection = kPluginSettingsSection;
     static constexpr const char* kTaskPaneName = "BrevanTaskPane";
-    // The host preferences of the plug-in: "welcome", "lastTime", "Greeting".
-    static constexpr const wchar_t* kPreferencesSection = L"Installed\\TarvoSablemark";
+    static constexpr const wchar_t* kPreferencesSection = kPluginPreferencesSection;
 
     Brevan();
-    ~Brevan();
+    ~Brevan() override;
     Brevan(const Brevan&) = delete;
     Brevan& operator=(const Brevan&) = delete;
 
@@ -62,6 +64,11 @@ class Brevan {
     // The open document that carries a registry id; false when none does.
     bool DocOf(const std::wstring& id, HostDoc& doc) const;
 
+    // The host's sign-in table found at import, if any.
+    SignInTable signInTable() const {
+        return SignInTable(host(), cloudLogin ? cloudLogin->table : nullptr);
+    }
+
     // Shows or hides the task pane and remembers the choice.
     void ShowTaskPane(bool show);
 
@@ -69,7 +76,10 @@ class Brevan {
     // main window. While the host offers its scripted page channel, that channel is the pane's
     // page and takes the call, also while the pane is hidden; otherwise the pane's dialog runs
     // it, and without a dialog nothing happens.
-    void SendToTaskPane(const std::wstring& functionName, const std::vector<std::wstring>& args);
+    void SendToTaskPane(const std::wstring& functionName,
+                        const std::vector<std::wstring>& args) override;
+    std::wstring EventFileIdOf(HostDoc doc) const override;
+    bool ShowsAccountPage() const override { return accountPage; }
     // The page dialog of the task pane of the host's current main window, or null.
     PageDialog* ActivePaneDialog() const;
     // Reloads the page of the active task pane, if it has a dialog.

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "account/http_client.h"
 #include "bridge/page_dialog.h"
 #include "host/host_abi.h"
 
@@ -57,11 +58,7 @@ class DownloadProgress {
     virtual void OnProgress(unsigned long progress, unsigned long maximum, int status) = 0;
 };
 
-struct HttpSettings {
-    bool verifyCertificates = true;
-};
-
-class PlatformServices {
+class PlatformServices : public HttpClient {
   public:
     virtual ~PlatformServices() = default;
     // The file of this plug-in library.
@@ -96,10 +93,6 @@ class PlatformServices {
     virtual unsigned StartTimer(unsigned periodMs, std::function<void()> tick) = 0;
     virtual void KillTimer(unsigned id) = 0;
 
-    // One blocking GET: 0 with the body when the server answered 200 with a non-empty body,
-    // otherwise 3.
-    virtual int HttpGet(const std::wstring& url, std::string& body,
-                        const HttpSettings& settings) = 0;
     // Downloads `url` into the file `path`, blocking, reporting to `progress`. True when the
     // whole body was written; a failure leaves no file at `path`.
     virtual bool DownloadToFile(const std::wstring& url, const std::wstring& path,
