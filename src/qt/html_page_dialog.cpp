@@ -15,7 +15,7 @@ HtmlPageDialog::HtmlPageDialog(Brevan& app, PageDialogKind kind, PageDialog& sel
       app_(app),
       kind_(kind),
       self_(self),
-      viewChannel_(app, self, viewStream),
+      viewChannel_(app.host(), app.commands(), self, viewStream),
       scripted_(app.HasHostPageChannel()) {}
 
 HtmlPageDialog::~HtmlPageDialog() {

@@ -59,7 +59,7 @@ QUrl AddressOf(const std::wstring& url) {
 // Replies go to the browser while it lives.
 struct CWebBrowser::MessageRoute final : PageEndpoint {
     MessageRoute(Brevan& app, CWebBrowser& browser)
-        : browser(&browser), channel(app, *this, app.browserStream) {}
+        : browser(&browser), channel(app.commands(), *this, app.browserStream) {}
     void PostWebMessageAsString(const std::wstring& text) override {
         if (browser)
             browser->PostWebMessageAsString(text);

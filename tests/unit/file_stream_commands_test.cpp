@@ -149,7 +149,7 @@ TEST_F(FileStreamTest, AnOpenStreamStaysOnItsFileAndEachChannelHasItsOwn) {
     EXPECT_EQ(mixed["id"].asString(), "{OTHER}");
 
     RecordingEndpoint secondPage;
-    WebMessageChannel second(app, secondPage);
+    WebMessageChannel second(app.commands(), secondPage);
     second.OnWebMessage(R"(["base","getFileStream",)" + Block("{OTHER}", "0", "4") + R"(,"2"])");
     ASSERT_EQ(secondPage.replies.size(), 1u);
     EXPECT_NE(secondPage.replies[0].find("\"content\":\"QkJCQg==\""), std::string::npos);

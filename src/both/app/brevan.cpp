@@ -39,7 +39,8 @@ Brevan::Brevan() : logger(AsyncLogger::Instance()) {
     AddAccountCommands(commands_, *this);
     AddDocumentCommands(commands_, *this);
     AddRedactionCommands(commands_, *this);
-    commands_.SetActivityWatch([this] { return progressBar.get(); });
+    commands_.SetActivityWatch(
+        [this] { return progressBar ? &progressBar->activity : static_cast<bool*>(nullptr); });
 }
 
 Brevan::~Brevan() {
@@ -120,7 +121,7 @@ void Brevan::OnMainFrameCreated(HostFrame frame) {
     if (!hostPage_) {
         hostPage_ = platform().ConnectHostPageChannel();
         if (hostPage_) {
-            hostPageChannel_ = std::make_unique<WebMessageChannel>(*this, *hostPage_);
+            hostPageChannel_ = std::make_unique<WebMessageChannel>(commands_, *hostPage_);
             hostPage_->SetMessageHandler([channel = hostPageChannel_.get()](std::string_view text) {
                 channel->OnWebMessage(text);
             });

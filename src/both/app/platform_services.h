@@ -10,24 +10,10 @@
 
 #include "account/http_client.h"
 #include "bridge/page_dialog.h"
+#include "bridge/page_endpoint.h"
 #include "host/host_abi.h"
 
 class Brevan;
-
-// The page side of a bridge channel: replies go back as strings, events run as scripts.
-class PageEndpoint {
-  public:
-    virtual ~PageEndpoint() = default;
-    virtual void PostWebMessageAsString(const std::wstring& text) = 0;
-    virtual void ExecuteScript(const std::wstring& script) = 0;
-};
-
-// A live connection to a page: an endpoint plus the messages the page posts (UTF-8 text).
-class PageConnection : public PageEndpoint {
-  public:
-    using MessageHandler = std::function<void(std::string_view utf8Text)>;
-    virtual void SetMessageHandler(MessageHandler handler) = 0;
-};
 
 // A file dialog of the platform. The handle is what the host's file-dialog operations take
 // while the dialog lives.

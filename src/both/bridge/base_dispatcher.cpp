@@ -2,7 +2,6 @@
 
 #include <exception>
 
-#include "app/progress_bar_host.h"
 #include "bridge/error_codes.h"
 #include "bridge/json_text.h"
 #include "bridge/wide_reply.h"
@@ -32,8 +31,8 @@ std::string BaseDispatcher::ReplyText() {
 }
 
 std::wstring BaseDispatcher::Dispatch(const wchar_t* commandName) {
-    if (progressBar != nullptr)
-        progressBar->activity = true;
+    if (activity != nullptr)
+        *activity = true;
     AsyncLogger& logger = AsyncLogger::Instance();
     const std::string name = commandName != nullptr ? ToUtf8(commandName) : "unitTest";
     if (logger.Enabled(kLogInfo)) {

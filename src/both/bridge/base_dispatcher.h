@@ -13,8 +13,6 @@
 #include <cstdint>
 #include <string>
 
-class ProgressBarHost;
-
 class BaseDispatcher {
   public:
     // `params` outlives the dispatcher: the channel holds them for the request.
@@ -39,9 +37,9 @@ class BaseDispatcher {
 
     const CommandParams& params;
     std::wstring uuid;
-    // The progress bar host whose watchdog counts every request as a sign of life of the page;
+    // Raised at every request as a sign of life of the page, for the progress bar's watchdog;
     // null when there is none.
-    ProgressBarHost* progressBar = nullptr;
+    bool* activity = nullptr;
 
   protected:
     // MakeResult with a null `data`.

@@ -20,6 +20,6 @@ std::unique_ptr<BaseDispatcher> CommandTable::Create(const std::wstring& module,
     }
     if (!dispatcher)
         dispatcher = std::make_unique<BaseDispatcher>();
-    dispatcher->progressBar = watch_ ? watch_() : nullptr;
+    dispatcher->activity = watch_ ? watch_() : nullptr;
     return dispatcher;
 }

@@ -13,8 +13,6 @@
 #include "bridge/base_dispatcher.h"
 #include "document/channel_file_stream.h"
 
-class ProgressBarHost;
-
 // What a command may take from its request besides the application's parts. The dispatcher keeps
 // the parameters by reference, so they must outlive it: a temporary is refused.
 struct CommandRequest {
@@ -36,8 +34,8 @@ class CommandTable {
     // Adds a command of module "base"; a second command of the same name replaces the first.
     void Add(std::wstring_view name, Factory make);
 
-    // Where each request is counted as a sign of life of the page (may give null).
-    void SetActivityWatch(std::function<ProgressBarHost*()> watch) { watch_ = std::move(watch); }
+    // The flag each request raises as a sign of life of the page (may give null).
+    void SetActivityWatch(std::function<bool*()> watch) { watch_ = std::move(watch); }
 
     std::unique_ptr<BaseDispatcher> Create(const std::wstring& module, const std::wstring& command,
                                            const CommandRequest& request) const;
@@ -46,7 +44,7 @@ class CommandTable {
 
   private:
     std::unordered_map<std::wstring, Factory> commands_;
-    std::function<ProgressBarHost*()> watch_;
+    std::function<bool*()> watch_;
 };
 
 // Factories for the usual shapes of a command's constructor.

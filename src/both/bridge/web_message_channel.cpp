@@ -4,7 +4,6 @@
 
 #include <exception>
 
-#include "app/brevan.h"
 #include "bridge/command_table.h"
 #include "bridge/json_text.h"
 #include "logging/async_logger.h"
@@ -50,8 +49,8 @@ void WebMessageChannel::OnWebMessage(std::string_view text) {
 
     const std::optional<std::wstring> reply = ContainedReply(
         [&] {
-            auto dispatcher = app_.commands().Create(module, command,
-                                                     CommandRequest{nullptr, params, fileStream_});
+            auto dispatcher =
+                commands_.Create(module, command, CommandRequest{nullptr, params, fileStream_});
             dispatcher->uuid = identifier;
             return dispatcher->Dispatch(command.c_str());
         },
