@@ -128,7 +128,7 @@ TEST_F(FileStreamTest, ModifiedOpenDocumentIsSavedBeforeItsFirstBlock) {
     EXPECT_EQ(reply["data"]["content"].asString(), "JVBERg==");
     EXPECT_EQ(reply["data"]["filePath"].asString(), ToUtf8(path));
     EXPECT_EQ(host.HostDocIsModified(doc), 0);
-    EXPECT_EQ(app.saveOfTemporaryDoc, 0);
+    EXPECT_FALSE(app.temporarySave.underway());
     Call("releaseFileStream");
 
     // After the document is closed its file can still be read through the registry.

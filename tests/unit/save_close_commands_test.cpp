@@ -78,17 +78,17 @@ TEST_F(SaveCloseTest, TemporaryDocumentSaveIsToldByTheSavedHookAndKeepsThePane) 
     app.ShowTaskPane(true);
     HostSavesOnCommand(std::nullopt);
     EXPECT_EQ(Ret("saveDocument"), 300002);
-    EXPECT_EQ(app.temporaryDocSaved, 0);
+    EXPECT_FALSE(app.temporarySave.saved());
 
     HostSavesOnCommand();
     const std::size_t paneCallsBefore = host.paneCalls.size();
     EXPECT_EQ(Ret("saveDocument"), 0);
-    EXPECT_EQ(app.temporaryDocSaved, 0);
+    EXPECT_FALSE(app.temporarySave.saved());
     // The close within the save left the pane up and cleared the flag.
     for (std::size_t i = paneCallsBefore; i < host.paneCalls.size(); ++i)
         EXPECT_EQ(host.paneCalls[i].second, 1);
-    EXPECT_EQ(app.taskPaneShown, 1);
-    EXPECT_EQ(app.saveOfTemporaryDoc, 0);
+    EXPECT_TRUE(app.pane.shown());
+    EXPECT_FALSE(app.temporarySave.underway());
     EXPECT_EQ(host.Doc(host.active).path, L"/docs/saved.pdf");
 
     // A later close of the last document hides the pane as usual.

@@ -178,8 +178,8 @@ bool Brevan::DocOf(const std::wstring& id, HostDoc& doc) const {
 }
 
 void Brevan::ShowTaskPane(bool show) {
-    taskPaneShown = show ? 1 : 0;
-    host().HostAppShowPane(kTaskPaneName, taskPaneShown);
+    pane.SetShown(show);
+    host().HostAppShowPane(kTaskPaneName, pane.shownFlag());
 }
 
 void Brevan::SendToTaskPane(const std::wstring& functionName,

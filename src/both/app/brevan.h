@@ -10,10 +10,12 @@
 #include "account/sign_in_table.h"
 #include "app/extension_tables.h"
 #include "app/platform_services.h"
+#include "app/task_pane_state.h"
 #include "bridge/command_table.h"
 #include "bridge/page_event_sink.h"
 #include "config/plugin_sections.h"
 #include "document/channel_file_stream.h"
+#include "document/temporary_save.h"
 #include "host/host_api.h"
 #include "host/owned_resources.h"
 
@@ -98,10 +100,8 @@ class Brevan : public PageEventSink {
     AsyncLogger& logger;
     std::unique_ptr<CCloudLogin> cloudLogin;
     std::unique_ptr<CBrowser> browserExt;
-    int saveOfTemporaryDoc = 0;
-    int taskPaneShown = 0;
-    int temporaryDocSaved = 0;
-    int hidingPane = 0;
+    TemporarySave temporarySave;
+    TaskPaneState pane;
     HostDoc batchDocument = nullptr;
     bool accountPage = false;
     bool batchMode = false;

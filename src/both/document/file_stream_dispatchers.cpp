@@ -55,7 +55,7 @@ Source FileOf(Brevan& app, const std::wstring& id, std::wstring& path) {
     HostApi& host = app.host();
     const bool save = host.HostDocIsModified(doc) != 0;
     if (save) {
-        app.saveOfTemporaryDoc = host.HostDocIsTemporary(doc);
+        app.temporarySave.Start(host.HostDocIsTemporary(doc) != 0);
         if (host.HostDocSave(doc, 0, 0, 1, 0) == 0)
             return Source::kSaveFailed;
     }

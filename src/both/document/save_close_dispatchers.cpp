@@ -44,8 +44,8 @@ Json::Value SaveDocumentDispatcher::Run() {
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    app_.saveOfTemporaryDoc = app_.host().HostDocIsTemporary(doc);
-    return saveAs ? SaveAs(doc, root) : SaveInPlace(doc, app_.saveOfTemporaryDoc != 0);
+    app_.temporarySave.Start(app_.host().HostDocIsTemporary(doc) != 0);
+    return saveAs ? SaveAs(doc, root) : SaveInPlace(doc, app_.temporarySave.underway());
 }
 
 Json::Value SaveDocumentDispatcher::SaveInPlace(HostDoc doc, bool temporary) {
@@ -55,7 +55,7 @@ Json::Value SaveDocumentDispatcher::SaveInPlace(HostDoc doc, bool temporary) {
     if (temporary) {
         // The host puts the saved file in the place of a temporary document, so `doc` is gone;
         // the saved hook alone tells whether the save happened.
-        const bool saved = std::exchange(app_.temporaryDocSaved, 0) != 0;
+        const bool saved = app_.temporarySave.TakeSaved();
         return saved ? MakeResult(err::kOk, Json::Value()) : Fail(err::kSavingDocFailed);
     }
     return host.HostDocIsModified(doc) != 0 ? Fail(err::kSavingDocFailed)
