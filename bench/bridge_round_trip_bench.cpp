@@ -35,7 +35,7 @@ void RoundTrip(benchmark::State& state, const char* envelope) {
     Brevan app;
     app.Attach(host, platform);
     LastReply endpoint;
-    WebMessageChannel channel(app, endpoint);
+    WebMessageChannel channel(app.commands(), endpoint);
     for (auto _ : state) {
         channel.OnWebMessage(envelope);
         benchmark::DoNotOptimize(endpoint.reply.data());

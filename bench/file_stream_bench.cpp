@@ -67,7 +67,7 @@ void BM_GetFileStreamThroughBridge(benchmark::State& state) {
     const std::wstring id = app.documents->newIdForPath(StreamedFile().wstring());
     app.documents->bindPath(id, StreamedFile().wstring());
     LastReply page;
-    WebMessageChannel channel(app, page);
+    WebMessageChannel channel(app.commands(), page);
     const std::string release = R"(["base","releaseFileStream","","r"])";
     std::size_t replyBytes = 0;
     for (auto _ : state) {

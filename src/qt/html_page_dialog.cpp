@@ -15,7 +15,7 @@ HtmlPageDialog::HtmlPageDialog(Brevan& app, PageDialogKind kind, PageDialog& sel
       app_(app),
       kind_(kind),
       self_(self),
-      viewChannel_(app, self, viewStream),
+      viewChannel_(app.host(), app.commands(), self, viewStream),
       scripted_(app.HasHostPageChannel()) {}
 
 HtmlPageDialog::~HtmlPageDialog() {
@@ -65,7 +65,7 @@ void HtmlPageDialog::StartBrowser() {
 }
 
 void HtmlPageDialog::OnBrowserCreated() {
-    browser_->SetOwnerDialog(&self_);
+    browser_->SetNavigationCompleted([this] { HideHostView(); });
     browser_->EnableScriptDialogs();
     BuildPageUrl(app_, kind_, url_);
     if (IsConnectedToInternet(app_) && !url_.empty()) {

@@ -41,7 +41,6 @@ class HtmlPageDialog : public QDialog {
     const std::wstring& url() const { return url_; }
     bool webViewStarted() const { return webViewStarted_; }
     CWebBrowser* browser() const { return browser_.get(); }
-    const LentWebView& hostView() const { return hostView_; }
 
   protected:
     // Writes the offline and upgrade pages unless they are there.

@@ -18,7 +18,6 @@
 #include "app/brevan.h"
 #include "bridge/browser_navigation.h"
 #include "bridge/browser_status.h"
-#include "bridge/page_dialog.h"
 #include "bridge/web_message_channel.h"
 #include "browser_page.h"
 #include "web_view_bridge.h"
@@ -60,7 +59,7 @@ QUrl AddressOf(const std::wstring& url) {
 // Replies go to the browser while it lives.
 struct CWebBrowser::MessageRoute final : PageEndpoint {
     MessageRoute(Brevan& app, CWebBrowser& browser)
-        : browser(&browser), channel(app, *this, app.browserStream) {}
+        : browser(&browser), channel(app.commands(), *this, app.browserStream) {}
     void PostWebMessageAsString(const std::wstring& text) override {
         if (browser)
             browser->PostWebMessageAsString(text);
@@ -259,8 +258,8 @@ void CWebBrowser::OnWebMessage(const QString& text, bool isString) {
 
 void CWebBrowser::OnNavigationCompleted() {
     show();
-    if (ownerDialog_ != nullptr)
-        ownerDialog_->HideHostView();
+    if (navigationCompleted_)
+        navigationCompleted_();
 }
 
 void CWebBrowser::resizeEvent(QResizeEvent* event) {

@@ -11,12 +11,12 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "app/platform_services.h"
 
 class Brevan;
 class BrowserPage;
-class PageDialog;
 class QWebChannel;
 class QWebEngineView;
 class WebMessageChannel;
@@ -67,9 +67,10 @@ class CWebBrowser final : public QWidget, public PageEndpoint {
     void CloseWebView();
 
     bool IsUp() const { return view_ != nullptr; }
-    // The dialog told when a navigation has completed.
-    void SetOwnerDialog(PageDialog* owner) { ownerDialog_ = owner; }
-    PageDialog* ownerDialog() const { return ownerDialog_; }
+    // Called each time a navigation has completed, once the browser shows.
+    void SetNavigationCompleted(std::function<void()> completed) {
+        navigationCompleted_ = std::move(completed);
+    }
 
     // PageEndpoint: replies as "message" events, events as scripts, in the order they are given.
     void PostWebMessageAsString(const std::wstring& text) override;
@@ -95,5 +96,5 @@ class CWebBrowser final : public QWidget, public PageEndpoint {
     // channel still needs afterwards lives in the route, which the running request keeps.
     struct MessageRoute;
     std::shared_ptr<MessageRoute> messages_;
-    PageDialog* ownerDialog_ = nullptr;
+    std::function<void()> navigationCompleted_;
 };

@@ -43,27 +43,27 @@ TEST_F(BrevanLifecycleTest, OpenedDocumentsAreRegisteredTemporaryOnesWithoutPath
 TEST_F(BrevanLifecycleTest, ClosingTheLastDocumentHidesThePaneUnlessATemporarySaveClosedIt) {
     HostDoc a = host.Open(FakeDoc{});
     HostDoc b = host.Open(FakeDoc{});
-    app.taskPaneShown = 1;
+    app.pane.SetShown(true);
     host.paneCalls.clear();
     host.Close(a);
     EXPECT_TRUE(host.paneCalls.empty());
-    EXPECT_EQ(app.taskPaneShown, 1);
-    app.saveOfTemporaryDoc = 1;
+    EXPECT_TRUE(app.pane.shown());
+    app.temporarySave.Start(true);
     host.Close(b);
     EXPECT_TRUE(host.paneCalls.empty());
-    EXPECT_EQ(app.taskPaneShown, 1);
-    EXPECT_EQ(app.saveOfTemporaryDoc, 0);
+    EXPECT_TRUE(app.pane.shown());
+    EXPECT_FALSE(app.temporarySave.underway());
 
     HostDoc c = host.Open(FakeDoc{});
     host.paneCalls.clear();
     host.Close(c);
     ASSERT_EQ(host.paneCalls.size(), 1u);
     EXPECT_EQ(host.paneCalls[0], std::make_pair(std::string("BrevanTaskPane"), 0));
-    EXPECT_EQ(app.taskPaneShown, 0);
+    EXPECT_FALSE(app.pane.shown());
 }
 
 TEST_F(BrevanLifecycleTest, ActivationFollowsTheLastPaneChoiceAndOtherTabsHideIt) {
-    app.taskPaneShown = 1;
+    app.pane.SetShown(true);
     host.paneCalls.clear();
     host.Open(FakeDoc{});
     ASSERT_FALSE(host.paneCalls.empty());
@@ -72,8 +72,8 @@ TEST_F(BrevanLifecycleTest, ActivationFollowsTheLastPaneChoiceAndOtherTabsHideIt
         reinterpret_cast<HostDocHookNoDoc>(host.docEventRecords[0]->word(kDocEventOtherTab));
     hook(host.docEventRecords[0]->word(kDocEventClientData));
     EXPECT_EQ(host.paneCalls.back().second, 0);
-    EXPECT_EQ(app.taskPaneShown, 0);
-    EXPECT_EQ(app.hidingPane, 0);
+    EXPECT_FALSE(app.pane.shown());
+    EXPECT_FALSE(app.pane.hiding());
 }
 
 TEST_F(BrevanLifecycleTest, SavingRebindsThePathAndNotesASavedTemporaryDocument) {
@@ -90,11 +90,11 @@ TEST_F(BrevanLifecycleTest, SavingRebindsThePathAndNotesASavedTemporaryDocument)
     std::wstring path;
     ASSERT_TRUE(app.documents->findIdByDoc(handle, id));
     EXPECT_FALSE(app.documents->pathOf(id, path));  // a failed save changes nothing
-    app.saveOfTemporaryDoc = 1;
+    app.temporarySave.Start(true);
     save(client, handle, 1);
     EXPECT_TRUE(app.documents->pathOf(id, path));
     EXPECT_EQ(path, L"/d/saved.pdf");
-    EXPECT_EQ(app.temporaryDocSaved, 1);
+    EXPECT_TRUE(app.temporarySave.saved());
 }
 
 TEST(BrevanStartTest, BrokenBooleanInTheConfigurationRefusesTheStartWithAMessage) {

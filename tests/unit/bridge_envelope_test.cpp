@@ -100,6 +100,29 @@ TEST_F(BridgeEnvelopeTest, ParameterTextThatIsNotJsonOnlyMattersToCommandsThatRe
     EXPECT_EQ(Call("getFileTexts", Nested(1001))["ret"].asInt(), 100001);
 }
 
+// The parameters may come as their JSON text or as the value itself; both read the same. A text
+// ends at its first NUL, and only an empty text counts as no parameters at all.
+TEST_F(BridgeEnvelopeTest, ParametersReadTheSameAsTextOrAsValue) {
+    const std::pair<const char*, int> cases[] = {
+        {R"(["base","getDocMetadata",{"file":{"id":"nope"}},"x"])", 300001},
+        {R"(["base","getDocMetadata","{\"file\":{\"id\":\"nope\"}}","x"])", 300001},
+        {R"(["base","getDocMetadata","{\"file\":{\"id\":\"nope\"}}\u0000{","x"])", 300001},
+        {R"(["base","getDocMetadata",null,"x"])", 100004},
+        {R"(["base","getDocMetadata",7,"x"])", 100004},
+        {R"(["base","getDocMetadata","","x"])", 100001},
+        {R"(["base","getDocMetadata","{","x"])", 100001},
+        {R"(["base","redactApply",null,"x"])", 100014},
+        {R"(["base","redactApply",{},"x"])", 100014},
+    };
+    for (const auto& [text, code] : cases) {
+        const std::vector<std::string> replies = Post(text);
+        ASSERT_EQ(replies.size(), 1u) << text;
+        Json::Value reply;
+        ASSERT_TRUE(ParseJson(replies[0], reply)) << text;
+        EXPECT_EQ(reply["ret"].asInt(), code) << text;
+    }
+}
+
 // Long replies are widened in chunks up to their first byte beyond ASCII, decoded after it.
 TEST(DispatchReplyText, LongRepliesWithAndWithoutTextBeyondAsciiComeOutWhole) {
     class Echo : public BaseDispatcher {

@@ -71,5 +71,5 @@ class FileCommandsFixture : public testing::Test {
     FakePlatform platform;
     Brevan app;
     RecordingEndpoint endpoint;
-    WebMessageChannel channel{app, endpoint};
+    WebMessageChannel channel{app.commands(), endpoint};
 };

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "bridge/create_dispatcher.h"
+#include "bridge/command_table.h"
 #include "config/brevan_config.h"
 #include "fake_page_dialog.h"
 #include "plugin_fixture.h"
@@ -109,8 +109,9 @@ class FileOpenCommandsTest : public testing::Test {
     }
 
     Json::Value Call(const std::string& command, const std::string& params, void* owner = nullptr) {
-        auto dispatcher = CreateDispatcher(app, owner, FromUtf8(command), L"base", FromUtf8(params),
-                                           app.browserStream);
+        const CommandParams request = CommandParams::FromText(params);
+        auto dispatcher = app.commands().Create(L"base", FromUtf8(command),
+                                                CommandRequest{owner, request, app.browserStream});
         Json::Value reply;
         ParseJson(ToUtf8(dispatcher->Dispatch(nullptr)), reply);
         return reply;

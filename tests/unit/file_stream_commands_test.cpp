@@ -3,7 +3,7 @@
 // stream and the upload bar.
 #include <filesystem>
 
-#include "bridge/create_dispatcher.h"
+#include "bridge/command_table.h"
 #include "document/file_stream_dispatchers.h"
 #include "file_commands_fixture.h"
 #include "logging/async_logger.h"
@@ -128,7 +128,7 @@ TEST_F(FileStreamTest, ModifiedOpenDocumentIsSavedBeforeItsFirstBlock) {
     EXPECT_EQ(reply["data"]["content"].asString(), "JVBERg==");
     EXPECT_EQ(reply["data"]["filePath"].asString(), ToUtf8(path));
     EXPECT_EQ(host.HostDocIsModified(doc), 0);
-    EXPECT_EQ(app.saveOfTemporaryDoc, 0);
+    EXPECT_FALSE(app.temporarySave.underway());
     Call("releaseFileStream");
 
     // After the document is closed its file can still be read through the registry.
@@ -149,7 +149,7 @@ TEST_F(FileStreamTest, AnOpenStreamStaysOnItsFileAndEachChannelHasItsOwn) {
     EXPECT_EQ(mixed["id"].asString(), "{OTHER}");
 
     RecordingEndpoint secondPage;
-    WebMessageChannel second(app, secondPage);
+    WebMessageChannel second(app.commands(), secondPage);
     second.OnWebMessage(R"(["base","getFileStream",)" + Block("{OTHER}", "0", "4") + R"(,"2"])");
     ASSERT_EQ(secondPage.replies.size(), 1u);
     EXPECT_NE(secondPage.replies[0].find("\"content\":\"QkJCQg==\""), std::string::npos);
@@ -158,11 +158,13 @@ TEST_F(FileStreamTest, AnOpenStreamStaysOnItsFileAndEachChannelHasItsOwn) {
 
 TEST_F(FileStreamTest, WrittenReplyIsTheWritersTextOfTheReply) {
     Pick("r\u00e9sum\u00e9 \"1\".bin", std::string(5000, '\xff'));
-    const std::wstring params = FromUtf8(Block(kPicked, "0", "4096"));
+    const CommandParams params = CommandParams::FromText(Block(kPicked, "0", "4096"));
     ChannelFileStream first;
     ChannelFileStream second;
-    auto viaRun = CreateDispatcher(app, nullptr, L"getFileStream", L"base", params, first);
-    auto viaDispatch = CreateDispatcher(app, nullptr, L"getFileStream", L"base", params, second);
+    auto viaRun =
+        app.commands().Create(L"base", L"getFileStream", CommandRequest{nullptr, params, first});
+    auto viaDispatch =
+        app.commands().Create(L"base", L"getFileStream", CommandRequest{nullptr, params, second});
     viaRun->uuid = viaDispatch->uuid = L"\u00e9-1";
     const Json::Value reply = viaRun->Run();
     EXPECT_EQ(reply["data"]["name"].asString(), "r\u00e9sum\u00e9 \"1\".bin");

@@ -21,7 +21,7 @@ class HostViewChannelTest : public PluginFixture {
 
     std::vector<std::string> log;
     FakePageDialog dialog{log, "pane"};
-    HostViewChannel channel{app, dialog, app.paneViewStream};
+    HostViewChannel channel{app.host(), app.commands(), dialog, app.paneViewStream};
 };
 
 TEST_F(HostViewChannelTest, RepliesComeBackAsTheCallsResultWithoutIdentifier) {

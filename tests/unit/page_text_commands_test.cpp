@@ -85,14 +85,14 @@ TEST_F(PageTextTest, TextFieldAnywhereLeadsToAFlattenedCopyOfTheSavedFile) {
     EXPECT_FALSE(fs::exists(Scratch("form.pdf")));
     EXPECT_EQ(host.Page(doc, 1).controls[0].value, L"edited");
     EXPECT_EQ(host.active, doc);
-    EXPECT_EQ(app.taskPaneShown, 1);
+    EXPECT_TRUE(app.pane.shown());
     EXPECT_EQ(host.paneCalls.back(), std::make_pair(std::string("BrevanTaskPane"), 1));
 
     app.ShowTaskPane(false);
     app.batchMode = true;
     app.batchDocument = doc;
     EXPECT_EQ(Texts("1")["ret"].asInt(), 0);
-    EXPECT_EQ(app.taskPaneShown, 0);
+    EXPECT_FALSE(app.pane.shown());
 }
 
 TEST_F(PageTextTest, FailuresOfTheCopyLeaveNothingBehind) {

@@ -25,7 +25,7 @@ class PaneAndHooksTest : public ShellFixture {
 
     // The pane open with its dialog, so that events reach the page.
     void OpenPane() {
-        app.taskPaneShown = 1;
+        app.pane.SetShown(true);
         host.HostAppShowPane("BrevanTaskPane", 1);
         TakeEvents();
     }
@@ -44,7 +44,7 @@ TEST_F(PaneAndHooksTest, ThePaneWindowIsMadeOnceAndOnlyWhileTheUserWantsThePane)
     EXPECT_EQ(create(Client(), host.paneParent), nullptr);
     EXPECT_TRUE(platform.pageDialogParents.empty());
 
-    app.taskPaneShown = 1;
+    app.pane.SetShown(true);
     EXPECT_EQ(create(Client(), nullptr), nullptr);
     const HostWindow window = create(Client(), host.paneParent);
     ASSERT_NE(window, nullptr);
@@ -61,28 +61,26 @@ TEST_F(PaneAndHooksTest, ThePaneWindowIsMadeOnceAndOnlyWhileTheUserWantsThePane)
 TEST_F(PaneAndHooksTest, TitleAndCaptionShowOnceThePaneIsOpenOnAHostWithItsBrowserTable) {
     const auto title = Word<HostPaneTextFn>(kPaneGetTitle);
     const auto caption = Word<HostPaneTextFn>(kPaneGetCaption);
-    const HostExtTable saved = g_browserExtTable;
-    g_browserExtTable = reinterpret_cast<HostExtTable>(0x77);
+    const HostExtTable found = app.browserExt->table;
+    app.browserExt->table = reinterpret_cast<HostExtTable>(0x77);
     EXPECT_EQ(title(Client()), nullptr);
     EXPECT_EQ(caption(Client()), nullptr);
-    app.taskPaneShown = 1;
+    app.pane.SetShown(true);
     ASSERT_NE(title(Client()), nullptr);
     EXPECT_EQ(host.HostWideStringData(title(Client())), std::wstring(L"Sable Mark"));
     EXPECT_EQ(caption(Client()), title(Client()));
-    g_browserExtTable = nullptr;
+    app.browserExt->table = nullptr;
     EXPECT_EQ(title(Client()), nullptr);
-    g_browserExtTable = saved;
+    app.browserExt->table = found;
 }
 
 TEST_F(PaneAndHooksTest, ClosingThePaneForgetsItUnlessThePluginHidesItItself) {
     const auto closed = Word<HostPaneClosedFn>(kPaneClosed);
-    app.taskPaneShown = 1;
-    app.hidingPane = 1;
+    app.pane.SetShown(true);
+    app.pane.HideByPlugin([&] { EXPECT_EQ(closed(Client()), 1); });
+    EXPECT_TRUE(app.pane.shown());
     EXPECT_EQ(closed(Client()), 1);
-    EXPECT_EQ(app.taskPaneShown, 1);
-    app.hidingPane = 0;
-    EXPECT_EQ(closed(Client()), 1);
-    EXPECT_EQ(app.taskPaneShown, 0);
+    EXPECT_FALSE(app.pane.shown());
 }
 
 TEST_F(PaneAndHooksTest, OpeningActivatingSavingAndClosingTellThePageInOrder) {
@@ -115,7 +113,7 @@ TEST_F(PaneAndHooksTest, OpeningActivatingSavingAndClosingTellThePageInOrder) {
     ASSERT_EQ(Names(events), std::vector<std::string>{"ev-doc-closed"});
     EXPECT_EQ(events[0]["data"]["id"].asString(), ToUtf8(id));
     EXPECT_FALSE(app.documents->findIdByDoc(doc, id));
-    EXPECT_EQ(app.taskPaneShown, 0);
+    EXPECT_FALSE(app.pane.shown());
 }
 
 TEST_F(PaneAndHooksTest, AStartPageHidesThePaneAndTheNextPdfTabLeavesItHidden) {
@@ -127,8 +125,8 @@ TEST_F(PaneAndHooksTest, AStartPageHidesThePaneAndTheNextPdfTabLeavesItHidden) {
     ASSERT_EQ(events.size(), 1u);
     EXPECT_EQ(events[0]["data"]["id"].asString(), "0");
     EXPECT_EQ(host.paneCalls, (std::vector<std::pair<std::string, int>>{{"BrevanTaskPane", 0}}));
-    EXPECT_EQ(app.taskPaneShown, 0);
-    EXPECT_EQ(app.hidingPane, 0);
+    EXPECT_FALSE(app.pane.shown());
+    EXPECT_FALSE(app.pane.hiding());
 
     DocHook<HostDocHook>(kDocEventActivate)(DocClient(), doc);
     EXPECT_EQ(host.paneCalls.back(), std::make_pair(std::string("BrevanTaskPane"), 0));

@@ -85,5 +85,5 @@ class PdfPluginFixture : public testing::Test {
     FakePlatform platform;
     Brevan app;
     RecordingEndpoint endpoint;
-    WebMessageChannel channel{app, endpoint};
+    WebMessageChannel channel{app.commands(), endpoint};
 };

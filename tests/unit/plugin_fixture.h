@@ -59,5 +59,5 @@ class PluginFixture : public testing::Test {
     FakePlatform platform;
     Brevan app;
     RecordingEndpoint endpoint;
-    WebMessageChannel channel{app, endpoint};
+    WebMessageChannel channel{app.commands(), endpoint};
 };

@@ -91,7 +91,7 @@ TEST_F(RibbonTest, ASignedOutUserMeetsTheWelcomeAtEveryPressAndNotNowStops) {
     EXPECT_TRUE(Press(L"Profile"));
     EXPECT_EQ(platform.welcomeDialogs.size(), 2u);
     EXPECT_NE(Pref(L"welcome"), L"stale");
-    EXPECT_EQ(app.taskPaneShown, 0);
+    EXPECT_FALSE(app.pane.shown());
     EXPECT_FALSE(app.accountPage);
     EXPECT_TRUE(host.signInTexts.empty());
     EXPECT_TRUE(platform.pageDialogParents.empty());
@@ -104,7 +104,7 @@ TEST_F(RibbonTest, ASignedInUserMeetsTheWelcomeOnceAndThenGoesStraightOn) {
     EXPECT_TRUE(Press(L"AutoRedaction"));
     ASSERT_EQ(platform.welcomeDialogs.size(), 1u);
     EXPECT_EQ(host.signInTexts, std::vector<std::wstring>{L""});
-    EXPECT_EQ(app.taskPaneShown, 1);
+    EXPECT_TRUE(app.pane.shown());
     EXPECT_TRUE(Press(L"AutoRedaction"));
     EXPECT_EQ(platform.welcomeDialogs.size(), 1u);
     EXPECT_EQ(host.signInTexts.size(), 1u);
@@ -138,10 +138,10 @@ TEST_F(RibbonTest, TheWelcomeAnswersDecideTheSignIn) {
         host.hasWindow = c.hasWindow;
         host.signInTexts.clear();
         host.hasWindowCalls.clear();
-        app.taskPaneShown = 0;
+        app.pane.SetShown(false);
         platform.welcomeAnswers = {c.answer};
         Press(L"AutoRedaction");
-        EXPECT_EQ(app.taskPaneShown, c.opens ? 1 : 0);
+        EXPECT_EQ(app.pane.shown(), c.opens);
         EXPECT_EQ(host.signInTexts.size(), c.signIns);
         if (c.answer == SignInGate::kSignUp) {
             EXPECT_EQ(host.hasWindowCalls, std::vector<HostWindow>{host.mainWindow});
@@ -165,7 +165,7 @@ TEST_F(RibbonTest, WithoutTheSignInTableTheCommandsStopAtSignIn) {
     ASSERT_NE(entry, nullptr);
     entry->execute(entry);
     EXPECT_EQ(platform2.welcomeDialogs.size(), 1u);
-    EXPECT_EQ(app2.taskPaneShown, 0);
+    EXPECT_FALSE(app2.pane.shown());
     EXPECT_TRUE(bare.paneCalls.empty());
     app2.Unload();
 }
@@ -178,7 +178,7 @@ TEST_F(RibbonTest, AutoRedactionOpensThePaneOnHomeAndProfileOnTheAccountPage) {
     app.accountPage = true;
     EXPECT_TRUE(Press(L"AutoRedaction"));
     EXPECT_EQ(host.paneCalls, (std::vector<std::pair<std::string, int>>{{"BrevanTaskPane", 1}}));
-    EXPECT_EQ(app.taskPaneShown, 1);
+    EXPECT_TRUE(app.pane.shown());
     EXPECT_FALSE(app.accountPage);
     // The pane's dialog was made by the showing, over the host's parent, and loaded once.
     EXPECT_EQ(platform.pageDialogParents, std::vector<HostWindow>{host.paneParent});

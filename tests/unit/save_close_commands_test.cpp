@@ -1,7 +1,7 @@
 // saveDocument, reload and closeCurrentFile: the plain save through the host's Save command with
 // the bookkeeping of the saved and closed hooks, the Save As dialog and its name, the batch's
 // save and close, and the reload that answers without identifier.
-#include "bridge/create_dispatcher.h"
+#include "bridge/command_table.h"
 #include "document/batch_document_session.h"
 #include "document/save_as_name.h"
 #include "fake_page_dialog.h"
@@ -78,17 +78,17 @@ TEST_F(SaveCloseTest, TemporaryDocumentSaveIsToldByTheSavedHookAndKeepsThePane) 
     app.ShowTaskPane(true);
     HostSavesOnCommand(std::nullopt);
     EXPECT_EQ(Ret("saveDocument"), 300002);
-    EXPECT_EQ(app.temporaryDocSaved, 0);
+    EXPECT_FALSE(app.temporarySave.saved());
 
     HostSavesOnCommand();
     const std::size_t paneCallsBefore = host.paneCalls.size();
     EXPECT_EQ(Ret("saveDocument"), 0);
-    EXPECT_EQ(app.temporaryDocSaved, 0);
+    EXPECT_FALSE(app.temporarySave.saved());
     // The close within the save left the pane up and cleared the flag.
     for (std::size_t i = paneCallsBefore; i < host.paneCalls.size(); ++i)
         EXPECT_EQ(host.paneCalls[i].second, 1);
-    EXPECT_EQ(app.taskPaneShown, 1);
-    EXPECT_EQ(app.saveOfTemporaryDoc, 0);
+    EXPECT_TRUE(app.pane.shown());
+    EXPECT_FALSE(app.temporarySave.underway());
     EXPECT_EQ(host.Doc(host.active).path, L"/docs/saved.pdf");
 
     // A later close of the last document hides the pane as usual.
@@ -174,8 +174,9 @@ TEST_F(SaveCloseTest, ReloadAnswersWithoutIdentifierAndReloadsItsOwner) {
     std::vector<std::string> calls;
     FakePageDialog dialog(calls, "pane");
     ChannelFileStream stream;
-    auto reload =
-        CreateDispatcher(app, static_cast<PageDialog*>(&dialog), L"reload", L"base", L"", stream);
+    auto reload = app.commands().Create(
+        L"base", L"reload",
+        CommandRequest{static_cast<PageDialog*>(&dialog), BaseDispatcher::kNoParams, stream});
     EXPECT_EQ(reload->Dispatch(L"reload"), L"{\"data\":\"\",\"ret\":0}\n");
     EXPECT_EQ(calls, std::vector<std::string>{"pane Reload 0"});
 }

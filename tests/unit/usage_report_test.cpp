@@ -9,6 +9,9 @@ class UsageReportTest : public AccountFixture {
     std::wstring& StoredVersion() {
         return host.pluginSettings[{Brevan::kSettingsSection, L"bLoad"}];
     }
+    Json::Value Details(const SystemFacts& facts) {
+        return LoadUsageDetails(app.host(), app.signInTable(), app.serviceConfig.get(), facts);
+    }
 };
 
 TEST_F(UsageReportTest, EachInstalledVersionIsReportedOnce) {
@@ -45,12 +48,12 @@ TEST_F(UsageReportTest, DetailsNameTheHostTheSystemAndASignedInUser) {
     ParseJson(R"({"appName":"FakeEditor","appType":"editor","appVersion":"1.2.3",
                   "os":"Win PDF Editor","osLang":"de_DE","osVersion":"Debian GNU/Linux 12"})",
               expected);
-    EXPECT_EQ(LoadUsageDetails(app, facts), expected) << "without a token nobody is signed in";
+    EXPECT_EQ(Details(facts), expected) << "without a token nobody is signed in";
 
     host.account.tokens[kServer] = L"tok";
-    EXPECT_EQ(LoadUsageDetails(app, facts)["userID"], "u-7");
+    EXPECT_EQ(Details(facts)["userID"], "u-7");
     host.account.userId = L"";
-    EXPECT_FALSE(LoadUsageDetails(app, facts).isMember("userID"));
+    EXPECT_FALSE(Details(facts).isMember("userID"));
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ bool SameAccount(const SignInTable& login, const std::wstring& present, const st
 }  // namespace
 
 void ListenToAccountChanges(Brevan& app) {
-    const SignInTable login = SignInTable::Of(app);
+    const SignInTable login = app.signInTable();
     if (!login.Available())
         return;
     g_listener = &app;
@@ -51,7 +51,7 @@ void OnSignedInUserChanged(Brevan& app, const wchar_t* server) {
         return;
     }
     const std::wstring present = app.config->serverAddress;
-    if (!present.empty() && SameAccount(SignInTable::Of(app), present, next))
+    if (!present.empty() && SameAccount(app.signInTable(), present, next))
         return;
     app.config->SetServerAddress(next);
     if (app.serviceConfig)

@@ -54,7 +54,7 @@ HttpSettings HttpSettingsOf(const Brevan& app) {
 }  // namespace
 
 Json::Value LoginInDispatcher::Run() {
-    const SignInTable login = SignInTable::Of(app_);
+    const SignInTable login = app_.signInTable();
     if (!login.ShowSignIn())
         return Fail(err::kSigninFails);
     if (!login.IsSignedIn(BaseAddress(app_)))
@@ -67,7 +67,7 @@ Json::Value GetUserDispatcher::Run() {
     if (ServiceValue(app_, kAccountServerKey, domain) != ServiceConfig::kFound)
         return MakeResult(err::kNoAccountServer, AccountServerData(L""));
 
-    const SignInTable login = SignInTable::Of(app_);
+    const SignInTable login = app_.signInTable();
     AccountUser user;
     if (!login.GetUserInfo(domain, user)) {
         Json::Value data = AccountServerData(domain);
@@ -101,7 +101,7 @@ Json::Value GetUserJWTDispatcher::Run() {
         return MakeResult(err::kNoAccountServer, AccountServerData(L""));
 
     std::wstring token;
-    SignInTable::Of(app_).GetToken(domain, token);
+    app_.signInTable().GetToken(domain, token);
     if (token.empty()) {
         Json::Value data = AccountServerData(L"");
         data["message"] = "get Token result is empty";

@@ -1,11 +1,6 @@
 #include "sign_in_table.h"
 
-#include "app/brevan.h"
 #include "host/host_string.h"
-
-SignInTable SignInTable::Of(const Brevan& app) {
-    return SignInTable(app.host(), app.cloudLogin ? app.cloudLogin->table : nullptr);
-}
 
 bool SignInTable::GetToken(const std::wstring& baseAddress, std::wstring& token) const {
     token.clear();

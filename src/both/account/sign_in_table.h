@@ -7,8 +7,6 @@
 
 #include "host/host_api.h"
 
-class Brevan;
-
 struct AccountUser {
     std::wstring email;
     std::wstring userId;
@@ -22,8 +20,6 @@ class SignInTable {
     static constexpr int kNoTable = 3;
 
     SignInTable(HostApi& host, HostExtTable table) : host_(&host), table_(table) {}
-    // The table the application found at import, if any.
-    static SignInTable Of(const Brevan& app);
 
     bool Available() const { return table_ != nullptr; }
 

@@ -3,9 +3,8 @@
 #include "account/sign_in_table.h"
 #include "account/system_language.h"
 #include "account/system_name.h"
-#include "app/brevan.h"
 #include "bridge/json_text.h"
-#include "config/brevan_config.h"
+#include "config/plugin_sections.h"
 #include "config/service_config.h"
 #include "host/host_string.h"
 #include "util/utf.h"
@@ -21,11 +20,10 @@ constexpr const wchar_t* kAccountServerKey = L"url@qvd_domain";
 
 // The id of the user signed in to the service document's account server; empty when there is
 // none or it cannot be had.
-std::wstring SignedInUserId(Brevan& app) {
+std::wstring SignedInUserId(const SignInTable& login, ServiceConfig* service) {
     std::wstring domain;
-    if (!app.serviceConfig || app.serviceConfig->GetValue(kAccountServerKey, domain) != 0)
+    if (service == nullptr || service->GetValue(kAccountServerKey, domain) != 0)
         return {};
-    const SignInTable login = SignInTable::Of(app);
     std::wstring token;
     login.GetToken(domain, token);
     if (token.empty())
@@ -41,8 +39,8 @@ SystemFacts SystemFacts::OfThisSystem() {
     return SystemFacts{SystemName(&ReadWholeFile), SystemLanguage(&ReadEnvironment)};
 }
 
-Json::Value LoadUsageDetails(Brevan& app, const SystemFacts& system) {
-    HostApi& host = app.host();
+Json::Value LoadUsageDetails(HostApi& host, const SignInTable& login, ServiceConfig* service,
+                             const SystemFacts& system) {
     HostBytes name(host);
     host.HostAppGetName(name);
     HostWide version(host);
@@ -57,32 +55,30 @@ Json::Value LoadUsageDetails(Brevan& app, const SystemFacts& system) {
     details["osVersion"] = system.name;
     details["osLang"] = system.language;
     details["os"] = kOs;
-    if (const std::wstring userId = SignedInUserId(app); !userId.empty())
+    if (const std::wstring userId = SignedInUserId(login, service); !userId.empty())
         details["userID"] = ToUtf8(userId);
     return details;
 }
 
-void ReportLoadUsage(Brevan& app, const SystemFacts& system) {
-    HostApi& host = app.host();
+void ReportLoadUsage(HostApi& host, const SignInTable& login, ServiceConfig* service,
+                     const std::wstring& pluginVersion, const SystemFacts& system) {
     HostWide name(host, kEventName);
     HostWide type(host, kEventType);
-    HostWide details(host, FromUtf8(WriteJson(LoadUsageDetails(app, system))));
+    HostWide details(host, FromUtf8(WriteJson(LoadUsageDetails(host, login, service, system))));
     HostWide module(host, kModule);
-    HostWide version(host, app.config ? app.config->pluginVersion : std::wstring());
+    HostWide version(host, pluginVersion);
     HostWide extra1(host);
     HostWide extra2(host);
     host.HostAppReportUsage(name, nullptr, nullptr, type, nullptr, nullptr, details, module,
                             version, extra1, extra2, 0);
 }
 
-void ReportFirstLoadOfVersion(Brevan& app, const SystemFacts& system) {
-    if (!app.config)
-        return;
-    const std::wstring& version = app.config->pluginVersion;
-    HostWide stored(app.host());
-    app.host().HostPluginSettingGet(Brevan::kSettingsSection, kLoadedVersionKey, stored, L"");
+void ReportFirstLoadOfVersion(HostApi& host, const SignInTable& login, ServiceConfig* service,
+                              const std::wstring& version, const SystemFacts& system) {
+    HostWide stored(host);
+    host.HostPluginSettingGet(kPluginSettingsSection, kLoadedVersionKey, stored, L"");
     if (!stored.Text().empty() && stored.Text() == version)
         return;
-    ReportLoadUsage(app, system);
-    app.host().HostPluginSettingSet(Brevan::kSettingsSection, kLoadedVersionKey, version.c_str());
+    ReportLoadUsage(host, login, service, version, system);
+    host.HostPluginSettingSet(kPluginSettingsSection, kLoadedVersionKey, version.c_str());
 }

@@ -6,7 +6,9 @@
 
 #include <string>
 
-class Brevan;
+class HostApi;
+class ServiceConfig;
+class SignInTable;
 
 // What the report says of the running system.
 struct SystemFacts {
@@ -19,11 +21,15 @@ struct SystemFacts {
 
 // The details: the host's name, version and type, the system's name and language, the fixed
 // "os", and "userID" when a user is signed in to the account server of the service document.
-Json::Value LoadUsageDetails(Brevan& app, const SystemFacts& system);
+// `service` may be null: then nobody counts as signed in.
+Json::Value LoadUsageDetails(HostApi& host, const SignInTable& login, ServiceConfig* service,
+                             const SystemFacts& system);
 
 // Sends the load event through HostAppReportUsage.
-void ReportLoadUsage(Brevan& app, const SystemFacts& system);
+void ReportLoadUsage(HostApi& host, const SignInTable& login, ServiceConfig* service,
+                     const std::wstring& version, const SystemFacts& system);
 
 // Sends the load event unless the plug-in setting "bLoad" already holds this version, then stores
 // the version there: one report per installed version and user.
-void ReportFirstLoadOfVersion(Brevan& app, const SystemFacts& system);
+void ReportFirstLoadOfVersion(HostApi& host, const SignInTable& login, ServiceConfig* service,
+                              const std::wstring& version, const SystemFacts& system);

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "account/account_change.h"
+#include "account/account_commands.h"
 #include "account/usage_report.h"
 #include "app/app_event_record.h"
 #include "app/doc_event_record.h"
@@ -15,9 +16,11 @@
 #include "bridge/web_message_channel.h"
 #include "config/brevan_config.h"
 #include "config/service_config.h"
+#include "document/document_commands.h"
 #include "document/document_registry.h"
 #include "host/host_string.h"
 #include "logging/async_logger.h"
+#include "redaction/redaction_commands.h"
 #include "redaction/search_result_store.h"
 #include "util/utf.h"
 
@@ -32,7 +35,13 @@ void Delete(std::unique_ptr<T>& field) {
 
 }  // namespace
 
-Brevan::Brevan() : logger(AsyncLogger::Instance()) {}
+Brevan::Brevan() : logger(AsyncLogger::Instance()) {
+    AddAccountCommands(commands_, *this);
+    AddDocumentCommands(commands_, *this);
+    AddRedactionCommands(commands_, *this);
+    commands_.SetActivityWatch(
+        [this] { return progressBar ? &progressBar->activity : static_cast<bool*>(nullptr); });
+}
 
 Brevan::~Brevan() {
     StopListeningToAccountChanges(*this);
@@ -60,15 +69,13 @@ void Brevan::Attach(HostApi& host, PlatformServices& platform) {
 
 int Brevan::ImportTables() {
     if (!cloudLogin) {
-        cloudLogin = std::make_unique<CCloudLogin>(*this);
+        cloudLogin = std::make_unique<CCloudLogin>();
         cloudLogin->table = FindExtensionTable(host(), hostops::ExtTable::Login);
         ListenToAccountChanges(*this);
     }
     if (!browserExt) {
-        browserExt = std::make_unique<CBrowser>(*this);
+        browserExt = std::make_unique<CBrowser>();
         browserExt->table = FindExtensionTable(host(), hostops::ExtTable::BrowserExt);
-        if (browserExt->table != nullptr)
-            g_browserExtTable = browserExt->table;
     }
     return 1;
 }
@@ -83,7 +90,7 @@ int Brevan::Init() {
         host().HostMessageShow(FromUtf8(e.what()).c_str(), 0, 0, L"", 0, 0);
         return 0;
     }
-    serviceConfig = std::make_unique<ServiceConfig>(*this);
+    serviceConfig = std::make_unique<ServiceConfig>(config, platform());
     greeting = std::make_unique<GreetingNotifier>(*this);
     docEvents = std::make_unique<DocEventRecord>(*this);
     appEvents = std::make_unique<AppEventRecord>(*this);
@@ -94,7 +101,8 @@ int Brevan::Init() {
         StartLogger();
     else
         logger.Discard();  // nothing will write the lines: stop queueing them
-    ReportFirstLoadOfVersion(*this, SystemFacts::OfThisSystem());
+    ReportFirstLoadOfVersion(host(), signInTable(), serviceConfig.get(), config->pluginVersion,
+                             SystemFacts::OfThisSystem());
     return 1;
 }
 
@@ -113,7 +121,7 @@ void Brevan::OnMainFrameCreated(HostFrame frame) {
     if (!hostPage_) {
         hostPage_ = platform().ConnectHostPageChannel();
         if (hostPage_) {
-            hostPageChannel_ = std::make_unique<WebMessageChannel>(*this, *hostPage_);
+            hostPageChannel_ = std::make_unique<WebMessageChannel>(commands_, *hostPage_);
             hostPage_->SetMessageHandler([channel = hostPageChannel_.get()](std::string_view text) {
                 channel->OnWebMessage(text);
             });
@@ -154,13 +162,24 @@ bool Brevan::FileIdOf(HostDoc doc, std::wstring& id) const {
     return documents && documents->findIdByDoc(doc, id);
 }
 
+std::wstring Brevan::EventFileIdOf(HostDoc doc) const {
+    std::wstring id;
+    if (!documents || documents->findIdByDoc(doc, id))
+        return id;
+    HostWide path(host());
+    host().HostDocGetFilePath(doc, path);
+    if (!documents->findIdByPath(path.Text(), id))
+        id.clear();
+    return id;
+}
+
 bool Brevan::DocOf(const std::wstring& id, HostDoc& doc) const {
     return documents && documents->findDocById(id, doc);
 }
 
 void Brevan::ShowTaskPane(bool show) {
-    taskPaneShown = show ? 1 : 0;
-    host().HostAppShowPane(kTaskPaneName, taskPaneShown);
+    pane.SetShown(show);
+    host().HostAppShowPane(kTaskPaneName, pane.shownFlag());
 }
 
 void Brevan::SendToTaskPane(const std::wstring& functionName,

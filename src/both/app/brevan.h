@@ -7,9 +7,15 @@
 #include <string>
 #include <vector>
 
+#include "account/sign_in_table.h"
 #include "app/extension_tables.h"
 #include "app/platform_services.h"
+#include "app/task_pane_state.h"
+#include "bridge/command_table.h"
+#include "bridge/page_event_sink.h"
+#include "config/plugin_sections.h"
 #include "document/channel_file_stream.h"
+#include "document/temporary_save.h"
 #include "host/host_api.h"
 #include "host/owned_resources.h"
 
@@ -27,15 +33,14 @@ class ServiceConfig;
 class GreetingNotifier;
 class TaskPaneHost;
 
-class Brevan {
+class Brevan : public PageEventSink {
   public:
-    static constexpr const wchar_t* kSettingsSection = L"plugins\\Installed\\TarvoSablemark";
+    static constexpr const wchar_t* kSettingsSection = kPluginSettingsSection;
     static constexpr const char* kTaskPaneName = "BrevanTaskPane";
-    // The host preferences of the plug-in: "welcome", "lastTime", "Greeting".
-    static constexpr const wchar_t* kPreferencesSection = L"Installed\\TarvoSablemark";
+    static constexpr const wchar_t* kPreferencesSection = kPluginPreferencesSection;
 
     Brevan();
-    ~Brevan();
+    ~Brevan() override;
     Brevan(const Brevan&) = delete;
     Brevan& operator=(const Brevan&) = delete;
 
@@ -61,6 +66,11 @@ class Brevan {
     // The open document that carries a registry id; false when none does.
     bool DocOf(const std::wstring& id, HostDoc& doc) const;
 
+    // The host's sign-in table found at import, if any.
+    SignInTable signInTable() const {
+        return SignInTable(host(), cloudLogin ? cloudLogin->table : nullptr);
+    }
+
     // Shows or hides the task pane and remembers the choice.
     void ShowTaskPane(bool show);
 
@@ -68,13 +78,19 @@ class Brevan {
     // main window. While the host offers its scripted page channel, that channel is the pane's
     // page and takes the call, also while the pane is hidden; otherwise the pane's dialog runs
     // it, and without a dialog nothing happens.
-    void SendToTaskPane(const std::wstring& functionName, const std::vector<std::wstring>& args);
+    void SendToTaskPane(const std::wstring& functionName,
+                        const std::vector<std::wstring>& args) override;
+    std::wstring EventFileIdOf(HostDoc doc) const override;
+    bool ShowsAccountPage() const override { return accountPage; }
     // The page dialog of the task pane of the host's current main window, or null.
     PageDialog* ActivePaneDialog() const;
     // Reloads the page of the active task pane, if it has a dialog.
     void ReloadPanes(bool rebuild);
     // Whether the host's scripted page channel stands in for the pane's page.
     bool HasHostPageChannel() const { return hostPage_ != nullptr; }
+
+    // The bridge's commands, each feature's added at construction.
+    const CommandTable& commands() const { return commands_; }
 
     std::unique_ptr<SearchResultStore> searchResults;
     std::unique_ptr<BrevanConfig> config;
@@ -84,10 +100,8 @@ class Brevan {
     AsyncLogger& logger;
     std::unique_ptr<CCloudLogin> cloudLogin;
     std::unique_ptr<CBrowser> browserExt;
-    int saveOfTemporaryDoc = 0;
-    int taskPaneShown = 0;
-    int temporaryDocSaved = 0;
-    int hidingPane = 0;
+    TemporarySave temporarySave;
+    TaskPaneState pane;
     HostDoc batchDocument = nullptr;
     bool accountPage = false;
     bool batchMode = false;
@@ -113,6 +127,7 @@ class Brevan {
     void SetUpInterfaceLanguage();
     void StartLogger();
 
+    CommandTable commands_;
     HostApi* host_ = nullptr;
     PlatformServices* platform_ = nullptr;
     OwnedResources interfaceResources_;

@@ -70,7 +70,7 @@ void DocEventRecord::OnDocDidOpen(void* client, HostDoc doc) {
 void DocEventRecord::OnDocActivate(void* client, HostDoc doc) {
     Brevan& app = AppOf(client);
     DocActivateEvent(app, doc).Send();
-    app.host().HostAppShowPane(Brevan::kTaskPaneName, app.taskPaneShown);
+    app.host().HostAppShowPane(Brevan::kTaskPaneName, app.pane.shownFlag());
 }
 
 void DocEventRecord::OnDocDidSave(void* client, HostDoc doc, int result) {
@@ -81,8 +81,7 @@ void DocEventRecord::OnDocDidSave(void* client, HostDoc doc, int result) {
         app.documents->bindPath(id, FilePathOf(app.host(), doc));
     }
     // A save the user cancelled reports 0 and does not count as the save of a temporary document.
-    if (app.saveOfTemporaryDoc != 0 && result != 0)
-        app.temporaryDocSaved = 1;
+    app.temporarySave.OnSaved(result != 0);
 }
 
 // The page hears of the close while the registry still knows the document. A close that the
@@ -91,9 +90,9 @@ void DocEventRecord::OnDocClosing(void* client, HostDoc doc) {
     Brevan& app = AppOf(client);
     DocClosedEvent(app, doc).Send();
     if (app.host().HostAppGetActiveDoc() == nullptr) {
-        if (app.saveOfTemporaryDoc == 0)
+        if (!app.temporarySave.underway())
             app.ShowTaskPane(false);
-        app.saveOfTemporaryDoc = 0;
+        app.temporarySave.End();
     }
     std::wstring id;
     if (app.documents && app.documents->findIdByDoc(doc, id)) {
@@ -116,9 +115,7 @@ void DocEventRecord::OnDocModified(void* client, HostDoc doc) {
 void DocEventRecord::OnOtherTabActivate(void* client) {
     Brevan& app = AppOf(client);
     OtherDocActivateEvent(app).Send();
-    app.hidingPane = 1;
-    app.ShowTaskPane(false);
-    app.hidingPane = 0;
+    app.pane.HideByPlugin([&app] { app.ShowTaskPane(false); });
 }
 
 void DocEventRecord::OnFormFieldChanged(void* client, HostDoc doc, NdxFormField field) {

@@ -1,7 +1,5 @@
 #include "extension_tables.h"
 
-HostExtTable g_browserExtTable = nullptr;
-
 HostExtTable FindExtensionTable(HostApi& host, hostops::ExtTable table) {
     const hostops::ExtTableInfo& info = hostops::InfoOf(table);
     return host.HostExtensionFind(info.name, info.version);

@@ -8,25 +8,12 @@
 #include <string_view>
 #include <vector>
 
+#include "account/http_client.h"
 #include "bridge/page_dialog.h"
+#include "bridge/page_endpoint.h"
 #include "host/host_abi.h"
 
 class Brevan;
-
-// The page side of a bridge channel: replies go back as strings, events run as scripts.
-class PageEndpoint {
-  public:
-    virtual ~PageEndpoint() = default;
-    virtual void PostWebMessageAsString(const std::wstring& text) = 0;
-    virtual void ExecuteScript(const std::wstring& script) = 0;
-};
-
-// A live connection to a page: an endpoint plus the messages the page posts (UTF-8 text).
-class PageConnection : public PageEndpoint {
-  public:
-    using MessageHandler = std::function<void(std::string_view utf8Text)>;
-    virtual void SetMessageHandler(MessageHandler handler) = 0;
-};
 
 // A file dialog of the platform. The handle is what the host's file-dialog operations take
 // while the dialog lives.
@@ -57,11 +44,7 @@ class DownloadProgress {
     virtual void OnProgress(unsigned long progress, unsigned long maximum, int status) = 0;
 };
 
-struct HttpSettings {
-    bool verifyCertificates = true;
-};
-
-class PlatformServices {
+class PlatformServices : public HttpClient {
   public:
     virtual ~PlatformServices() = default;
     // The file of this plug-in library.
@@ -96,10 +79,6 @@ class PlatformServices {
     virtual unsigned StartTimer(unsigned periodMs, std::function<void()> tick) = 0;
     virtual void KillTimer(unsigned id) = 0;
 
-    // One blocking GET: 0 with the body when the server answered 200 with a non-empty body,
-    // otherwise 3.
-    virtual int HttpGet(const std::wstring& url, std::string& body,
-                        const HttpSettings& settings) = 0;
     // Downloads `url` into the file `path`, blocking, reporting to `progress`. True when the
     // whole body was written; a failure leaves no file at `path`.
     virtual bool DownloadToFile(const std::wstring& url, const std::wstring& path,

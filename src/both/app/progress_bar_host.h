@@ -34,8 +34,6 @@ class ProgressBarHost {
     void close();
 
     bool shown() const { return progress_ != nullptr; }
-    unsigned timerId() const { return timerId_; }
-    unsigned timeoutMs() const { return timeoutMs_; }
 
     // Raised by the dispatch of every bridge command: the page is alive. Cleared at each tick.
     bool activity = false;

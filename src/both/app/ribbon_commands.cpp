@@ -62,7 +62,7 @@ void UnbindRibbonProcedures(const Brevan& app) {
 }
 
 void OpenTaskPane(Brevan& app) {
-    app.taskPaneShown = 1;
+    app.pane.SetShown(true);
     app.host().HostAppShowPane(Brevan::kTaskPaneName, 1);
     app.accountPage = false;
     ChangePageEvent(app).Send();
@@ -70,7 +70,7 @@ void OpenTaskPane(Brevan& app) {
 
 void OpenAccountPage(Brevan& app) {
     app.accountPage = true;
-    app.taskPaneShown = 1;
+    app.pane.SetShown(true);
     app.host().HostAppShowPane(Brevan::kTaskPaneName, 1);
     ChangePageEvent(app).Send();
 }

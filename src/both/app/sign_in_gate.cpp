@@ -35,11 +35,11 @@ SignInGate::SignInGate(Brevan& app, Clock now) : app_(app), now_(std::move(now))
 
 bool SignInGate::IsSignedIn() const {
     const std::wstring base = app_.config ? app_.config->serverAddress : std::wstring();
-    return SignInTable::Of(app_).IsSignedIn(base);
+    return app_.signInTable().IsSignedIn(base);
 }
 
 bool SignInGate::SignIn(bool signedIn) const {
-    return SignInTable::Of(app_).ShowSignIn() ? IsSignedIn() : signedIn;
+    return app_.signInTable().ShowSignIn() ? IsSignedIn() : signedIn;
 }
 
 bool SignInGate::Pass() {

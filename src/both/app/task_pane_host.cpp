@@ -48,19 +48,19 @@ const char* TaskPaneHost::GetPaneName(void*) {
 // The title shows once the user opened the pane, on a host that lends its browser table.
 HostWideString TaskPaneHost::GetPaneTitle(void* client) {
     TaskPaneHost& self = OwnerOf(client);
-    if (self.app_.taskPaneShown == 0 || g_browserExtTable == nullptr)
+    if (!self.app_.pane.shown() || !self.app_.browserExt || self.app_.browserExt->table == nullptr)
         return nullptr;
     return self.title_.get();
 }
 
 HostWideString TaskPaneHost::GetPaneCaption(void* client) {
-    return OwnerOf(client).app_.taskPaneShown != 0 ? GetPaneTitle(client) : nullptr;
+    return OwnerOf(client).app_.pane.shown() ? GetPaneTitle(client) : nullptr;
 }
 
 HostWindow TaskPaneHost::CreatePaneWindow(void* client, HostWindow parent) {
     TaskPaneHost& self = OwnerOf(client);
     Brevan& app = self.app_;
-    if (app.taskPaneShown == 0)
+    if (!app.pane.shown())
         return nullptr;
     if (!self.dialog_ && parent != nullptr) {
         self.dialog_ = app.platform().MakeTaskPaneDialog(app, parent);
@@ -77,12 +77,10 @@ void TaskPaneHost::DestroyPaneWindow(void* client) {
     OwnerOf(client).DeleteDialog();
 }
 
-// The pane went from shown to hidden. While the plug-in hides it itself (hidingPane), that was
-// not the user's doing and is left alone.
+// The pane went from shown to hidden. While the plug-in hides it itself, that was not the user's
+// doing and is left alone.
 int TaskPaneHost::OnPaneClosed(void* client) {
-    Brevan& app = OwnerOf(client).app_;
-    if (app.hidingPane == 0)
-        app.taskPaneShown = 0;
+    OwnerOf(client).app_.pane.OnClosed();
     return 1;
 }
 

@@ -2,12 +2,13 @@
 
 #include <exception>
 
-#include "app/progress_bar_host.h"
 #include "bridge/error_codes.h"
 #include "bridge/json_text.h"
 #include "bridge/wide_reply.h"
 #include "logging/async_logger.h"
 #include "util/utf.h"
+
+const CommandParams BaseDispatcher::kNoParams;
 
 Json::Value BaseDispatcher::Run() {
     Json::Value reply(Json::objectValue);
@@ -30,12 +31,12 @@ std::string BaseDispatcher::ReplyText() {
 }
 
 std::wstring BaseDispatcher::Dispatch(const wchar_t* commandName) {
-    if (progressBar != nullptr)
-        progressBar->activity = true;
+    if (activity != nullptr)
+        *activity = true;
     AsyncLogger& logger = AsyncLogger::Instance();
     const std::string name = commandName != nullptr ? ToUtf8(commandName) : "unitTest";
     if (logger.Enabled(kLogInfo)) {
-        logger.Log(kLogInfo, "Get Dispatch % input:  %", name, ToUtf8(params));
+        logger.Log(kLogInfo, "Get Dispatch % input:  %", name, params.Text());
     }
     if (!logger.Enabled(kLogInfo))
         return WideReplyText();

@@ -8,15 +8,15 @@
 
 #include <json/value.h>
 
+#include "bridge/command_params.h"
+
 #include <cstdint>
 #include <string>
 
-class ProgressBarHost;
-
 class BaseDispatcher {
   public:
-    // A null parameter text counts as empty.
-    explicit BaseDispatcher(const wchar_t* params = nullptr) : params(params ? params : L"") {}
+    // `params` outlives the dispatcher: the channel holds them for the request.
+    explicit BaseDispatcher(const CommandParams& params = kNoParams) : params(params) {}
     virtual ~BaseDispatcher() = default;
     BaseDispatcher(const BaseDispatcher&) = delete;
     BaseDispatcher& operator=(const BaseDispatcher&) = delete;
@@ -32,11 +32,14 @@ class BaseDispatcher {
     // A null command name is logged as "unitTest".
     std::wstring Dispatch(const wchar_t* commandName);
 
-    std::wstring params;
+    // The parameters of a request without any.
+    static const CommandParams kNoParams;
+
+    const CommandParams& params;
     std::wstring uuid;
-    // The progress bar host whose watchdog counts every request as a sign of life of the page;
+    // Raised at every request as a sign of life of the page, for the progress bar's watchdog;
     // null when there is none.
-    ProgressBarHost* progressBar = nullptr;
+    bool* activity = nullptr;
 
   protected:
     // MakeResult with a null `data`.

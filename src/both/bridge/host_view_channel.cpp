@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "app/brevan.h"
-#include "bridge/create_dispatcher.h"
+#include "bridge/command_table.h"
 #include "bridge/page_dialog.h"
+#include "host/host_api.h"
 #include "util/utf.h"
 
 namespace {
@@ -15,8 +15,9 @@ std::wstring TextOf(const wchar_t* text) {
 
 }  // namespace
 
-HostViewChannel::HostViewChannel(Brevan& app, PageDialog& dialog, ChannelFileStream& stream)
-    : app_(app), dialog_(dialog), stream_(stream) {
+HostViewChannel::HostViewChannel(HostApi& host, const CommandTable& commands, PageDialog& dialog,
+                                 ChannelFileStream& stream)
+    : host_(host), commands_(commands), dialog_(dialog), stream_(stream) {
     record_.setWord(kWebPageClientData, this);
     record_.setWord(kWebPageDispatch, reinterpret_cast<void*>(&HostViewChannel::Dispatch));
 }
@@ -29,12 +30,13 @@ void HostViewChannel::Dispatch(void* client, const wchar_t* module, const wchar_
     const std::wstring commandName = TextOf(command);
     const std::optional<std::wstring> reply = ContainedReply(
         [&] {
-            auto dispatcher =
-                CreateDispatcher(self.app_, static_cast<void*>(&self.dialog_), commandName,
-                                 TextOf(module), TextOf(params), self.stream_);
+            const CommandParams request = CommandParams::FromText(ToUtf8(TextOf(params)));
+            auto dispatcher = self.commands_.Create(
+                TextOf(module), commandName,
+                CommandRequest{static_cast<void*>(&self.dialog_), request, self.stream_});
             return dispatcher->Dispatch(commandName.c_str());
         },
         ToUtf8(commandName));
     if (reply)
-        self.app_.host().HostWideStringSet(result, reply->c_str());
+        self.host_.HostWideStringSet(result, reply->c_str());
 }

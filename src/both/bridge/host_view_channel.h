@@ -7,14 +7,16 @@
 
 #include "host/host_abi.h"
 
-class Brevan;
+class CommandTable;
+class HostApi;
 class PageDialog;
 struct ChannelFileStream;
 
 class HostViewChannel {
   public:
     // `stream` is the channel's file stream for the plug-in's whole run.
-    HostViewChannel(Brevan& app, PageDialog& dialog, ChannelFileStream& stream);
+    HostViewChannel(HostApi& host, const CommandTable& commands, PageDialog& dialog,
+                    ChannelFileStream& stream);
     HostViewChannel(const HostViewChannel&) = delete;
     HostViewChannel& operator=(const HostViewChannel&) = delete;
 
@@ -26,7 +28,8 @@ class HostViewChannel {
                          const wchar_t* params, HostWideString result);
 
   private:
-    Brevan& app_;
+    HostApi& host_;
+    const CommandTable& commands_;
     PageDialog& dialog_;
     ChannelFileStream& stream_;
     HostWebPageRecord record_;

@@ -1,6 +1,6 @@
 // PageDialog: a dialog that shows the page — the task pane's dialog of a main window, or the
 // modal dialog of a batch run. The platform makes them (PlatformServices::MakeTaskPaneDialog,
-// MakeBatchDialog). On the host-browser channel of a dialog, the `owner` that CreateDispatcher
+// MakeBatchDialog). On the host-browser channel of a dialog, the `owner` that the command table
 // hands to the commands is the dialog as a PageDialog*.
 #pragma once
 

@@ -2,10 +2,7 @@
 
 #include <vector>
 
-#include "app/brevan.h"
 #include "bridge/json_text.h"
-#include "document/document_registry.h"
-#include "host/host_string.h"
 #include "logging/async_logger.h"
 #include "util/utf.h"
 
@@ -28,19 +25,14 @@ Json::Value NamedWithData(const char* name, const Json::Value& data) {
 void BaseEvent::Send() {
     const Json::Value event = ToJson();
     const std::vector<std::wstring> arguments{FromUtf8(WriteJson(event))};
-    app_.SendToTaskPane(L"__dispatchEvent", arguments);
-    if (app_.logger.Enabled(kLogInfo))
-        app_.logger.Log(kLogInfo, "Brevan Event:  %", WriteStyledJson(event));
+    sink_.SendToTaskPane(L"__dispatchEvent", arguments);
+    AsyncLogger& logger = AsyncLogger::Instance();
+    if (logger.Enabled(kLogInfo))
+        logger.Log(kLogInfo, "Brevan Event:  %", WriteStyledJson(event));
 }
 
-BaseEventWithFileID::BaseEventWithFileID(Brevan& app, HostDoc doc) : BaseEvent(app) {
-    if (!app.documents || app.documents->findIdByDoc(doc, fileId_))
-        return;
-    HostWide path(app.host());
-    app.host().HostDocGetFilePath(doc, path);
-    if (!app.documents->findIdByPath(path.Text(), fileId_))
-        fileId_.clear();
-}
+BaseEventWithFileID::BaseEventWithFileID(PageEventSink& sink, HostDoc doc)
+    : BaseEvent(sink), fileId_(sink.EventFileIdOf(doc)) {}
 
 Json::Value BaseEventWithFileID::IdEvent(const char* name) const {
     Json::Value data(Json::objectValue);
@@ -89,7 +81,8 @@ Json::Value DocFormFieldChangedEvent::ToJson() const {
     return event;
 }
 
-ChangePageEvent::ChangePageEvent(Brevan& app) : BaseEvent(app), accountPage_(app.accountPage) {}
+ChangePageEvent::ChangePageEvent(PageEventSink& sink)
+    : BaseEvent(sink), accountPage_(sink.ShowsAccountPage()) {}
 
 Json::Value ChangePageEvent::ToJson() const {
     Json::Value data(Json::objectValue);

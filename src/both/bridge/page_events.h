@@ -1,20 +1,19 @@
 // Events to the page: small objects that tell the page what happened in the editor. Each is made
 // on the stack, sent once with Send and dropped. Send writes the event as compact JSON, hands it to
-// the application object for the task pane's page (as the one argument of a call of
-// window.__dispatchEvent) and logs it. Nothing comes back.
+// the sink for the task pane's page (as the one argument of a call of window.__dispatchEvent) and
+// logs it. Nothing comes back.
 #pragma once
 
 #include <json/value.h>
 
 #include <string>
 
+#include "bridge/page_event_sink.h"
 #include "host/host_abi.h"
-
-class Brevan;
 
 class BaseEvent {
   public:
-    explicit BaseEvent(Brevan& app) : app_(app) {}
+    explicit BaseEvent(PageEventSink& sink) : sink_(sink) {}
     virtual ~BaseEvent() = default;
     BaseEvent(const BaseEvent&) = delete;
     BaseEvent& operator=(const BaseEvent&) = delete;
@@ -25,11 +24,8 @@ class BaseEvent {
     // Delivers the event to the task pane's page of the host's current main window and logs it.
     void Send();
 
-  protected:
-    Brevan& app() const { return app_; }
-
   private:
-    Brevan& app_;
+    PageEventSink& sink_;
 };
 
 // An event about one document, which the page knows by its registry id.
@@ -37,7 +33,7 @@ class BaseEventWithFileID : public BaseEvent {
   public:
     // The id the registry holds for the document, or else for its file path; empty when the
     // registry knows neither. The event never makes an id.
-    BaseEventWithFileID(Brevan& app, HostDoc doc);
+    BaseEventWithFileID(PageEventSink& sink, HostDoc doc);
 
     const std::wstring& fileId() const { return fileId_; }
 
@@ -103,8 +99,9 @@ class DocClosedEvent : public BaseEventWithFileID {
 
 class DocFormFieldChangedEvent : public BaseEventWithFileID {
   public:
-    DocFormFieldChangedEvent(Brevan& app, HostDoc doc, std::wstring fieldName, std::wstring value)
-        : BaseEventWithFileID(app, doc),
+    DocFormFieldChangedEvent(PageEventSink& sink, HostDoc doc, std::wstring fieldName,
+                             std::wstring value)
+        : BaseEventWithFileID(sink, doc),
           fieldName_(std::move(fieldName)),
           value_(std::move(value)) {}
     Json::Value ToJson() const override;
@@ -114,11 +111,11 @@ class DocFormFieldChangedEvent : public BaseEventWithFileID {
     std::wstring value_;
 };
 
-// The page shall show its account page ("my-plan") or its home page, as the application's
-// account page flag says at the time the event is made.
+// The page shall show its account page ("my-plan") or its home page, as the sink says at the time
+// the event is made.
 class ChangePageEvent : public BaseEvent {
   public:
-    explicit ChangePageEvent(Brevan& app);
+    explicit ChangePageEvent(PageEventSink& sink);
     Json::Value ToJson() const override;
 
   private:

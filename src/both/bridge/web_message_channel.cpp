@@ -4,7 +4,7 @@
 
 #include <exception>
 
-#include "bridge/create_dispatcher.h"
+#include "bridge/command_table.h"
 #include "bridge/json_text.h"
 #include "logging/async_logger.h"
 #include "util/utf.h"
@@ -42,14 +42,15 @@ void WebMessageChannel::OnWebMessage(std::string_view text) {
                                     std::string(text));
         return;
     }
-    const Json::Value& params = envelope[2];
-    const std::wstring paramText =
-        params.isString() ? FromUtf8(params.asString()) : FromUtf8(WriteJson(params));
+    // A text is the parameters' JSON text; anything else is the parameters themselves.
+    Json::Value& element = envelope[2];
+    const CommandParams params = element.isString() ? CommandParams::FromText(element.asString())
+                                                    : CommandParams::FromValue(std::move(element));
 
     const std::optional<std::wstring> reply = ContainedReply(
         [&] {
             auto dispatcher =
-                CreateDispatcher(app_, nullptr, command, module, paramText, fileStream_);
+                commands_.Create(module, command, CommandRequest{nullptr, params, fileStream_});
             dispatcher->uuid = identifier;
             return dispatcher->Dispatch(command.c_str());
         },

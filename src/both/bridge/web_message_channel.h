@@ -5,21 +5,22 @@
 
 #include <string_view>
 
-#include "app/platform_services.h"
+#include "bridge/page_endpoint.h"
 #include "document/channel_file_stream.h"
 
-class Brevan;
+class CommandTable;
 
 class WebMessageChannel {
   public:
     // The plain-text answer to an envelope that is not a four-element array.
     static constexpr const wchar_t* kBadEnvelopeReply = L"Error Message Parma";
 
-    WebMessageChannel(Brevan& app, PageEndpoint& endpoint)
-        : app_(app), endpoint_(endpoint), fileStream_(ownStream_) {}
+    WebMessageChannel(const CommandTable& commands, PageEndpoint& endpoint)
+        : commands_(commands), endpoint_(endpoint), fileStream_(ownStream_) {}
     // A channel whose file stream outlives it, for a channel that several pages share in turn.
-    WebMessageChannel(Brevan& app, PageEndpoint& endpoint, ChannelFileStream& stream)
-        : app_(app), endpoint_(endpoint), fileStream_(stream) {}
+    WebMessageChannel(const CommandTable& commands, PageEndpoint& endpoint,
+                      ChannelFileStream& stream)
+        : commands_(commands), endpoint_(endpoint), fileStream_(stream) {}
 
     // Serves one message of the page (UTF-8 text).
     void OnWebMessage(std::string_view text);
@@ -27,7 +28,7 @@ class WebMessageChannel {
     ChannelFileStream& fileStream() { return fileStream_; }
 
   private:
-    Brevan& app_;
+    const CommandTable& commands_;
     PageEndpoint& endpoint_;
     ChannelFileStream ownStream_;
     ChannelFileStream& fileStream_;

@@ -2,7 +2,6 @@
 
 #include <json/value.h>
 
-#include "app/brevan.h"
 #include "bridge/json_text.h"
 #include "config/brevan_config.h"
 #include "util/utf.h"
@@ -36,19 +35,19 @@ int ServiceConfig::GetValue(const std::wstring& key, std::wstring& out) {
 }
 
 std::wstring ServiceConfig::DocumentAddress() const {
-    const BrevanConfig& config = *app_.config;
+    const BrevanConfig& config = *config_;
     return config.serverAddress + L"/" + config.apiVersion + L"/" + config.platformName + L"/" +
            config.hostVersion + L"/" + config.language + L"/" + config.apiFileName;
 }
 
 int ServiceConfig::Load() {
     loaded_ = false;
-    if (!app_.config)
+    if (!config_)
         return kFetchFailed;
     HttpSettings settings;
-    settings.verifyCertificates = !app_.config->insecureTls;
+    settings.verifyCertificates = !config_->insecureTls;
     std::string body;
-    const int status = app_.platform().HttpGet(DocumentAddress(), body, settings);
+    const int status = http_.HttpGet(DocumentAddress(), body, settings);
     if (status != 0)
         return status;
     Json::Value document;

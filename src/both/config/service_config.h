@@ -5,9 +5,12 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 
-class Brevan;
+#include "account/http_client.h"
+
+class BrevanConfig;
 
 class ServiceConfig {
   public:
@@ -23,7 +26,9 @@ class ServiceConfig {
     static constexpr const wchar_t* kEngine = L"url@qvd_brevan_aig";
     static constexpr const wchar_t* kEngineKey = L"url@qvd_brevan_aig_key";
 
-    explicit ServiceConfig(Brevan& app) : app_(app) {}
+    // `config` is the owner's configuration, which may be gone (then nothing is fetched).
+    ServiceConfig(const std::unique_ptr<BrevanConfig>& config, HttpClient& http)
+        : config_(config), http_(http) {}
 
     // Loads the document unless it is loaded, then looks the key up: kFound with the value in
     // `out`, kMissing when the key isn't there, or the load's status (`out` untouched).
@@ -40,7 +45,8 @@ class ServiceConfig {
     const std::map<std::wstring, std::wstring>& entries() const { return entries_; }
 
   private:
-    Brevan& app_;
+    const std::unique_ptr<BrevanConfig>& config_;
+    HttpClient& http_;
     bool loaded_ = false;
     std::map<std::wstring, std::wstring> entries_;
 };

@@ -3,6 +3,7 @@
 #include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 #include "document/doc_images_type.h"
 #include "document/document_registry.h"
 #include "document/file_descriptor.h"
@@ -10,9 +11,10 @@
 #include "util/utf.h"
 
 Json::Value GetCurrentDocDispatcher::Run() {
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     DocumentRegistry& registry = *app_.documents;
     std::wstring id;
     if (!registry.findIdByDoc(doc, id)) {
@@ -42,9 +44,9 @@ Json::Value GetCurrentDocDispatcher::Run() {
 }
 
 Json::Value GetDocMetadataDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring id = FileIdOf(root);
     if (id.empty())
         return Fail(err::kNoId);

@@ -19,7 +19,7 @@ class GetCurrentDocDispatcher : public BaseDispatcher {
 // CreationDate and ModDate of the document named by file.id, as the file holds them.
 class GetDocMetadataDispatcher : public BaseDispatcher {
   public:
-    GetDocMetadataDispatcher(Brevan& app, const wchar_t* params)
+    GetDocMetadataDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 

@@ -2,30 +2,30 @@
 
 #include "app/brevan.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 
 Json::Value IsCurrentDocModifiedDispatcher::Run() {
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     return MakeResult(err::kOk, Json::Value(app_.host().HostDocIsModified(doc) != 0));
 }
 
 Json::Value GetFilePageCountDispatcher::Run() {
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
-    NdxDoc pdf = app_.host().HostDocGetPdfDoc(doc);
-    if (pdf == nullptr)
-        return Fail(err::kNoNdxDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_, {.pdf = true});
+    if (!checked)
+        return Fail(checked.error);
     Json::Value data(Json::objectValue);
-    data["pageCount"] = app_.host().NDXDocGetPageCount(pdf);
+    data["pageCount"] = app_.host().NDXDocGetPageCount(checked.pdf);
     return MakeResult(err::kOk, data);
 }
 
 Json::Value CheckFilePermissionDispatcher::Run() {
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     const uint32_t granted =
         app_.host().HostDocGetPermissions(doc) & (kHostPermCopy | kHostPermAnnotate);
     const char* reason = nullptr;

@@ -91,9 +91,9 @@ Json::Value ShowFileSelectDialogDispatcher::Run() {
 }
 
 Json::Value OpenFileDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring fileUrl = TextOf(Member(root, "fileUrl"));
     if (fileUrl.empty())
         return Fail(err::kNoUrl);
@@ -144,9 +144,9 @@ Json::Value OpenFileDispatcher::Run() {
 }
 
 Json::Value SetIdToFileDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring id = FileIdOf(root);
     if (id.empty())
         return Fail(err::kNoId);
@@ -158,9 +158,9 @@ Json::Value SetIdToFileDispatcher::Run() {
 }
 
 Json::Value OpenUrlInBrowserDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring url = TextOf(Member(root, "url"));
     if (url.empty())
         return Fail(err::kNoUrl);

@@ -23,7 +23,8 @@ class ShowFileSelectDialogDispatcher : public BaseDispatcher {
 // open, otherwise downloads and opens it.
 class OpenFileDispatcher : public BaseDispatcher {
   public:
-    OpenFileDispatcher(Brevan& app, const wchar_t* params) : BaseDispatcher(params), app_(app) {}
+    OpenFileDispatcher(Brevan& app, const CommandParams& params)
+        : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
   private:
@@ -33,7 +34,8 @@ class OpenFileDispatcher : public BaseDispatcher {
 // Ties the page's service id to a registry id, known or not.
 class SetIdToFileDispatcher : public BaseDispatcher {
   public:
-    SetIdToFileDispatcher(Brevan& app, const wchar_t* params) : BaseDispatcher(params), app_(app) {}
+    SetIdToFileDispatcher(Brevan& app, const CommandParams& params)
+        : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
   private:
@@ -43,7 +45,7 @@ class SetIdToFileDispatcher : public BaseDispatcher {
 // Opens an address in the user's browser, or in a tab of the host's web view.
 class OpenUrlInBrowserDispatcher : public BaseDispatcher {
   public:
-    OpenUrlInBrowserDispatcher(Brevan& app, const wchar_t* params)
+    OpenUrlInBrowserDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 

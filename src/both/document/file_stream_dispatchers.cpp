@@ -55,7 +55,7 @@ Source FileOf(Brevan& app, const std::wstring& id, std::wstring& path) {
     HostApi& host = app.host();
     const bool save = host.HostDocIsModified(doc) != 0;
     if (save) {
-        app.saveOfTemporaryDoc = host.HostDocIsTemporary(doc);
+        app.temporarySave.Start(host.HostDocIsTemporary(doc) != 0);
         if (host.HostDocSave(doc, 0, 0, 1, 0) == 0)
             return Source::kSaveFailed;
     }
@@ -99,9 +99,9 @@ char* GetFileStreamDispatcher::BlockBuffer(std::size_t size) {
 }
 
 Json::Value GetFileStreamDispatcher::Serve(HostBytes& encoded) {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const Json::Value& file = Member(root, "file");
     const std::wstring id = TextOf(Member(file, "id"));
     if (id.empty() || TextOf(Member(file, "filePath")).empty())

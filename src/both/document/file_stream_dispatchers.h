@@ -16,7 +16,7 @@ class GetFileStreamDispatcher : public BaseDispatcher {
     // The largest block handed out; larger requests answer as an invalid block size.
     static constexpr int32_t kLargestBlock = 64 * 1024 * 1024;
 
-    GetFileStreamDispatcher(Brevan& app, const wchar_t* params, ChannelFileStream& stream)
+    GetFileStreamDispatcher(Brevan& app, const CommandParams& params, ChannelFileStream& stream)
         : BaseDispatcher(params), app_(app), stream_(stream) {}
     Json::Value Run() override;
 

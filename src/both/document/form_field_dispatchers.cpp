@@ -7,6 +7,7 @@
 #include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 #include "document/document_registry.h"
 #include "host/host_string.h"
 #include "redaction/search_result_store.h"
@@ -21,16 +22,13 @@ const char* ControlTypeName(int type) {
 }
 
 Json::Value GetAllFormFieldsDispatcher::Run() {
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_, {.pdf = true, .fileId = true});
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     HostApi& host = app_.host();
-    NdxDoc pdf = host.HostDocGetPdfDoc(doc);
-    if (pdf == nullptr)
-        return Fail(err::kNoNdxDoc);
-    std::wstring fileId;
-    if (!app_.FileIdOf(doc, fileId))
-        return Fail(err::kNoIdFromDoc);
+    NdxDoc pdf = checked.pdf;
+    const std::wstring& fileId = checked.fileId;
     HostFormEnv env = host.HostDocGetInterForm(doc);
     if (env == nullptr)
         return Fail(err::kNoDocView);
@@ -92,9 +90,9 @@ Json::Value GetAllFormFieldsDispatcher::Run() {
 }
 
 Json::Value SetFormFieldValueDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring fileId = FileIdOf(root);
     if (fileId.empty())
         return Fail(err::kNoId);

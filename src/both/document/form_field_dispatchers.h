@@ -21,7 +21,7 @@ class GetAllFormFieldsDispatcher : public BaseDispatcher {
 
 class SetFormFieldValueDispatcher : public BaseDispatcher {
   public:
-    SetFormFieldValueDispatcher(Brevan& app, const wchar_t* params)
+    SetFormFieldValueDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 

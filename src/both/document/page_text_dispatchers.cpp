@@ -8,6 +8,7 @@
 #include "app/extension_tables.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 #include "document/flattened_copy.h"
 #include "document/host_save_command.h"
 #include "host/host_string.h"
@@ -133,19 +134,18 @@ void RecognizePages(HostApi& host, HostDoc doc, NdxDoc pdf, HostExtTable ocr,
 }  // namespace
 
 Json::Value GetFileTextsDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::optional<int64_t> pageIndex = JsonInteger(Member(root, "pageIndex"));
     if (!pageIndex)
         return Fail(err::kNoPageIndex);
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_, {.pdf = true});
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     HostApi& host = app_.host();
-    NdxDoc pdf = host.HostDocGetPdfDoc(doc);
-    if (pdf == nullptr)
-        return Fail(err::kNoNdxDoc);
+    NdxDoc pdf = checked.pdf;
     const int pageCount = host.NDXDocGetPageCount(pdf);
     std::optional<int> askedPage;
     if (*pageIndex != -1) {
@@ -165,15 +165,16 @@ Json::Value GetFileTextsDispatcher::Run() {
 }
 
 Json::Value RunFileOCRDispatcher::Run() {
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     HostApi& host = app_.host();
     if (FindExtensionTable(host, hostops::ExtTable::Ocr) == nullptr)
         return Fail(kNoOcrExtension);
     bool showDialog = false;
-    if (Json::Value root; ParseParams(params, root)) {
-        const Json::Value& isShowDlg = Member(root, "isShowDlg");
+    if (params.parsed()) {
+        const Json::Value& isShowDlg = Member(params.value(), "isShowDlg");
         if (!isShowDlg.isBool())
             return Fail(err::kNoJson);
         showDialog = isShowDlg.asBool();

@@ -12,7 +12,7 @@ class Brevan;
 // changes of such a document are not in the answer.
 class GetFileTextsDispatcher : public BaseDispatcher {
   public:
-    GetFileTextsDispatcher(Brevan& app, const wchar_t* params)
+    GetFileTextsDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
@@ -28,7 +28,8 @@ class RunFileOCRDispatcher : public BaseDispatcher {
     static constexpr int32_t kNoOcrExtension = -1;
     static constexpr int32_t kNotRecognised = 1;
 
-    RunFileOCRDispatcher(Brevan& app, const wchar_t* params) : BaseDispatcher(params), app_(app) {}
+    RunFileOCRDispatcher(Brevan& app, const CommandParams& params)
+        : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
   private:

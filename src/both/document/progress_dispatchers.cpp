@@ -22,9 +22,9 @@ std::optional<uint64_t> NonNegativeInteger(const Json::Value& value) {
 }  // namespace
 
 Json::Value CreateProgressBarDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const Json::Value& title = Member(root, "title");
     if (!title.isString() || title.asString().empty())
         return Fail(err::kNoTitle);
@@ -37,9 +37,9 @@ Json::Value CreateProgressBarDispatcher::Run() {
 }
 
 Json::Value UpdateProgressBarDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::optional<uint64_t> position = NonNegativeInteger(Member(root, "currentPos"));
     if (!position || *position > 100)
         return Fail(err::kNoCurrentPosition);

@@ -9,7 +9,7 @@ class Brevan;
 // A bar with `title` and a watchdog of `timeout` seconds; a bar already up stays as it is.
 class CreateProgressBarDispatcher : public BaseDispatcher {
   public:
-    CreateProgressBarDispatcher(Brevan& app, const wchar_t* params)
+    CreateProgressBarDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
@@ -20,7 +20,7 @@ class CreateProgressBarDispatcher : public BaseDispatcher {
 // Moves the bar to `currentPos` (0 to 100); a string `title` replaces its text.
 class UpdateProgressBarDispatcher : public BaseDispatcher {
   public:
-    UpdateProgressBarDispatcher(Brevan& app, const wchar_t* params)
+    UpdateProgressBarDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
@@ -35,14 +35,4 @@ class DestroyProgressBarDispatcher : public BaseDispatcher {
 
   private:
     Brevan& app_;
-};
-
-// A message command the page cannot reach: no command name builds it, and it answers that it
-// does nothing.
-class ShowMessageDispatcher : public BaseDispatcher {
-  public:
-    static constexpr int32_t kNotServed = 500000;
-
-    explicit ShowMessageDispatcher(const wchar_t* params) : BaseDispatcher(params) {}
-    Json::Value Run() override { return Fail(kNotServed); }
 };

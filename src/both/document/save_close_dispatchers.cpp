@@ -9,6 +9,7 @@
 #include "bridge/error_codes.h"
 #include "bridge/page_dialog.h"
 #include "document/batch_document_session.h"
+#include "document/current_document.h"
 #include "document/file_stream_dispatchers.h"
 #include "document/host_save_command.h"
 #include "document/save_as_name.h"
@@ -30,20 +31,21 @@ constexpr unsigned kSaveDialogFlags = 6;
 }  // namespace
 
 Json::Value SaveDocumentDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const bool saveAs = IsSaveAs(Member(root, "isSaveAs"));
     if (app_.batchMode) {
         if (app_.batchSession != nullptr)
             app_.batchSession->SaveCurrent();
         return MakeResult(err::kOk, Json::Value());
     }
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
-    app_.saveOfTemporaryDoc = app_.host().HostDocIsTemporary(doc);
-    return saveAs ? SaveAs(doc, root) : SaveInPlace(doc, app_.saveOfTemporaryDoc != 0);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
+    app_.temporarySave.Start(app_.host().HostDocIsTemporary(doc) != 0);
+    return saveAs ? SaveAs(doc, root) : SaveInPlace(doc, app_.temporarySave.underway());
 }
 
 Json::Value SaveDocumentDispatcher::SaveInPlace(HostDoc doc, bool temporary) {
@@ -53,7 +55,7 @@ Json::Value SaveDocumentDispatcher::SaveInPlace(HostDoc doc, bool temporary) {
     if (temporary) {
         // The host puts the saved file in the place of a temporary document, so `doc` is gone;
         // the saved hook alone tells whether the save happened.
-        const bool saved = std::exchange(app_.temporaryDocSaved, 0) != 0;
+        const bool saved = app_.temporarySave.TakeSaved();
         return saved ? MakeResult(err::kOk, Json::Value()) : Fail(err::kSavingDocFailed);
     }
     return host.HostDocIsModified(doc) != 0 ? Fail(err::kSavingDocFailed)

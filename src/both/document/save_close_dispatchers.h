@@ -11,7 +11,7 @@ class Brevan;
 // name the user picks (offered with `suffix`). During a batch the batch session saves instead.
 class SaveDocumentDispatcher : public BaseDispatcher {
   public:
-    SaveDocumentDispatcher(Brevan& app, const wchar_t* params)
+    SaveDocumentDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 

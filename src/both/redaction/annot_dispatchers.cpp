@@ -3,6 +3,7 @@
 #include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 #include "document/document_registry.h"
 #include "logging/async_logger.h"
 #include "redaction/annot_dictionaries.h"
@@ -52,9 +53,9 @@ Json::Value MessageData(const char* message) {
 }  // namespace
 
 Json::Value AddAnnotDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     MatchRequest request;
     if (const int32_t code = ReadMatchRequest(root, request); code != err::kOk)
         return Fail(code);
@@ -64,19 +65,15 @@ Json::Value AddAnnotDispatcher::Run() {
     const std::wstring uniqueIDName = TextOf(Member(root, "uniqueIDName"));
     if (!StartsWith(uniqueIDName, kMatchAnnotPrefix))
         return Fail(err::kNoUniqueIdName);
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked =
+        CheckCurrentDocument(app_, {.pdf = true, .fileId = true, .store = true});
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     HostApi& host = app_.host();
-    NdxDoc pdf = host.HostDocGetPdfDoc(doc);
-    if (pdf == nullptr)
-        return Fail(err::kNoNdxDoc);
-    std::wstring fileId;
-    if (!app_.FileIdOf(doc, fileId))
-        return Fail(err::kNoIdFromDoc);
-    SearchResultStore* store = app_.searchResults.get();
-    if (store == nullptr)
-        return Fail(err::kNoResultForSearchKey);
+    NdxDoc pdf = checked.pdf;
+    const std::wstring& fileId = checked.fileId;
+    SearchResultStore* store = checked.store;
     const SearchRecord record = store->GetResult(fileId, request.searchKey, request.index);
     if (record.page == -1 || record.rects.empty())
         return Fail(err::kNoFindResult);
@@ -154,17 +151,18 @@ std::optional<Json::Value> AddAnnotDispatcher::InsertWithoutView(HostDoc doc, Nd
 }
 
 Json::Value RemoveAnnotsDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     MatchRequest request;
     if (const int32_t code = ReadMatchRequest(root, request); code != err::kOk)
         return Fail(code);
     if (TextOf(Member(root, "uniqueIDPrefix")).empty())
         return Fail(err::kNoUniqueIdName);
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     HostApi& host = app_.host();
     HostDocView view = host.HostDocGetView(doc);
     if (view == nullptr)

@@ -13,7 +13,8 @@ struct SearchRecord;
 
 class AddAnnotDispatcher : public BaseDispatcher {
   public:
-    AddAnnotDispatcher(Brevan& app, const wchar_t* params) : BaseDispatcher(params), app_(app) {}
+    AddAnnotDispatcher(Brevan& app, const CommandParams& params)
+        : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
   private:
@@ -29,7 +30,7 @@ class AddAnnotDispatcher : public BaseDispatcher {
 
 class RemoveAnnotsDispatcher : public BaseDispatcher {
   public:
-    RemoveAnnotsDispatcher(Brevan& app, const wchar_t* params)
+    RemoveAnnotsDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 

@@ -6,6 +6,7 @@
 #include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 #include "document/document_registry.h"
 #include "redaction/owned_handle.h"
 #include "redaction/request_fields.h"
@@ -59,24 +60,20 @@ std::optional<NdxPoint> ScrollTargetFor(const SearchRecord& record, const NdxRec
 }
 
 Json::Value MarkTextDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring searchKey = TextOf(Member(root, "searchKey"));
     if (searchKey.empty())
         return Fail(err::kNoSearchKey);
     const std::optional<int64_t> index = ListIndexOf(root);
     if (!index)
         return Fail(err::kNoIndex);
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
-    std::wstring fileId;
-    if (!app_.FileIdOf(doc, fileId))
-        return Fail(err::kNoIdFromDoc);
-    if (!app_.searchResults)
-        return Fail(err::kNoResultForSearchKey);
-    const SearchRecord record = app_.searchResults->GetResult(fileId, searchKey, *index);
+    const CheckedDocument checked = CheckCurrentDocument(app_, {.fileId = true, .store = true});
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
+    const SearchRecord record = checked.store->GetResult(checked.fileId, searchKey, *index);
     if (record.page == -1 || record.index == -1)
         return Fail(err::kNoFindResult);
 
@@ -134,9 +131,10 @@ void MarkTextDispatcher::Select(HostTextSelectTool tool, HostPageView pageView,
 }
 
 Json::Value ClearMarkTextsDispatcher::Run() {
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     HostTextSelectTool tool = app_.host().HostDocGetTextSelectTool(doc);
     if (tool == nullptr)
         return Fail(err::kNoTextSelectTool);

@@ -17,7 +17,8 @@ std::optional<NdxPoint> ScrollTargetFor(const SearchRecord& record, const NdxRec
 
 class MarkTextDispatcher : public BaseDispatcher {
   public:
-    MarkTextDispatcher(Brevan& app, const wchar_t* params) : BaseDispatcher(params), app_(app) {}
+    MarkTextDispatcher(Brevan& app, const CommandParams& params)
+        : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
   private:

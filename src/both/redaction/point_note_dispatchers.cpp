@@ -39,10 +39,10 @@ std::string DictBytes(HostApi& host, NdxObject dict, const char* key) {
 
 }  // namespace
 
-int32_t PointNoteRequest::Read(Brevan& app, const std::wstring& params, Kind kind) {
-    Json::Value root;
-    if (!ParseParams(params, root))
+int32_t PointNoteRequest::Read(Brevan& app, const CommandParams& params, Kind kind) {
+    if (!params.parsed())
         return err::kNoJson;
+    const Json::Value& root = params.value();
     const std::wstring fileId = FileIdOf(root);
     if (fileId.empty())
         return err::kNoId;

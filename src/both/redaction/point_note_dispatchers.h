@@ -34,7 +34,7 @@ class PointNoteRequest {
     enum class Kind { kNewNote, kExistingNotes };
 
     // 0 when every check passes; otherwise the code of the first that fails.
-    int32_t Read(Brevan& app, const std::wstring& params, Kind kind);
+    int32_t Read(Brevan& app, const CommandParams& params, Kind kind);
 
     NotePlace place;
     std::wstring contents;  // of a new note
@@ -48,7 +48,7 @@ std::optional<NdxRect> NoteAt(HostApi& host, HostAnnot annot, const NotePlace& p
 
 class AddAnnotAtPointDispatcher : public BaseDispatcher {
   public:
-    AddAnnotAtPointDispatcher(Brevan& app, const wchar_t* params)
+    AddAnnotAtPointDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
@@ -58,7 +58,7 @@ class AddAnnotAtPointDispatcher : public BaseDispatcher {
 
 class GetAnnotsContentAtPointDispatcher : public BaseDispatcher {
   public:
-    GetAnnotsContentAtPointDispatcher(Brevan& app, const wchar_t* params)
+    GetAnnotsContentAtPointDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
@@ -68,7 +68,7 @@ class GetAnnotsContentAtPointDispatcher : public BaseDispatcher {
 
 class RemoveAnnotsAtPointDispatcher : public BaseDispatcher {
   public:
-    RemoveAnnotsAtPointDispatcher(Brevan& app, const wchar_t* params)
+    RemoveAnnotsAtPointDispatcher(Brevan& app, const CommandParams& params)
         : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 

@@ -6,6 +6,7 @@
 #include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 #include "host/host_string.h"
 #include "logging/async_logger.h"
 #include "redaction/owned_handle.h"
@@ -36,18 +37,19 @@ Json::Value RedactApplyDispatcher::Run() {
     const bool named = !params.empty();
     std::vector<std::wstring> names;
     if (named) {
-        Json::Value root;
-        if (!ParseParams(params, root))
+        if (!params.parsed())
             return Fail(err::kNoJson);
+        const Json::Value& root = params.value();
         const Json::Value& list = Member(root, "uniqueIDNames");
         if (!list.isArray() || list.empty())
             return Fail(err::kNoUniqueIdName);
         for (const Json::Value& name : list)
             names.push_back(TextOf(name));
     }
-    HostDoc doc = app_.GetCurrentDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
+    const CheckedDocument checked = CheckCurrentDocument(app_);
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
     HostApi& host = app_.host();
     const bool batch = app_.batchMode;
     HostDocView view = batch ? nullptr : host.HostDocGetView(doc);

@@ -10,7 +10,8 @@ class Brevan;
 
 class RedactApplyDispatcher : public BaseDispatcher {
   public:
-    RedactApplyDispatcher(Brevan& app, const wchar_t* params) : BaseDispatcher(params), app_(app) {}
+    RedactApplyDispatcher(Brevan& app, const CommandParams& params)
+        : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
   private:

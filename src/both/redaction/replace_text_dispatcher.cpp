@@ -7,6 +7,7 @@
 #include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 #include "document/document_registry.h"
 #include "redaction/request_fields.h"
 #include "redaction/search_result_store.h"
@@ -28,9 +29,9 @@ std::optional<int64_t> TruncatedIndexOf(const Json::Value& value) {
 }
 
 Json::Value ReplaceTextDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring searchKey = TextOf(Member(root, "searchKey"));
     if (searchKey.empty())
         return Fail(err::kNoSearchKey);
@@ -41,15 +42,13 @@ Json::Value ReplaceTextDispatcher::Run() {
     if (!index)
         return Fail(err::kNoIndex);
     HostApi& host = app_.host();
-    HostDoc doc = host.HostAppGetActiveDoc();
-    if (doc == nullptr)
-        return Fail(err::kClosedDoc);
-    std::wstring fileId;
-    if (!app_.FileIdOf(doc, fileId))
-        return Fail(err::kNoIdFromDoc);
-    if (!app_.searchResults)
-        return Fail(err::kNoResultForSearchKey);
-    const SearchRecord record = app_.searchResults->GetResult(fileId, searchKey, *index);
+    // The active document even during a batch run.
+    const CheckedDocument checked =
+        CheckDocument(app_, host.HostAppGetActiveDoc(), {.fileId = true, .store = true});
+    if (!checked)
+        return Fail(checked.error);
+    HostDoc doc = checked.doc;
+    const SearchRecord record = checked.store->GetResult(checked.fileId, searchKey, *index);
     if (record.page == -1 || record.start == -1 || record.end == -1 || record.index == -1)
         return Fail(err::kNoFindResult);
     host.HostDocReplaceText(doc, record.page, record.index, text.c_str());

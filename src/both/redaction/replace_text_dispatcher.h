@@ -15,7 +15,8 @@ std::optional<int64_t> TruncatedIndexOf(const Json::Value& value);
 
 class ReplaceTextDispatcher : public BaseDispatcher {
   public:
-    ReplaceTextDispatcher(Brevan& app, const wchar_t* params) : BaseDispatcher(params), app_(app) {}
+    ReplaceTextDispatcher(Brevan& app, const CommandParams& params)
+        : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
   private:

@@ -6,6 +6,7 @@
 #include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/current_document.h"
 #include "document/document_registry.h"
 #include "redaction/page_text_search.h"
 #include "redaction/request_fields.h"
@@ -78,12 +79,11 @@ std::vector<int> PagesToWalk(const Json::Value& params, const PageRange& range, 
 }
 
 int32_t FindTextsDispatcher::FindTarget(const Json::Value& root, Target& target) const {
-    target.doc = app_.GetCurrentDoc();
-    if (target.doc == nullptr)
-        return err::kClosedDoc;
-    target.pdf = app_.host().HostDocGetPdfDoc(target.doc);
-    if (target.pdf == nullptr)
-        return err::kNoNdxDoc;
+    const CheckedDocument checked = CheckCurrentDocument(app_, {.pdf = true});
+    if (!checked)
+        return checked.error;
+    target.doc = checked.doc;
+    target.pdf = checked.pdf;
     target.pageCount = app_.host().NDXDocGetPageCount(target.pdf);
     const std::optional<PageRange> range = RequestedRange(root, target.pageCount);
     if (!range)
@@ -97,9 +97,9 @@ SearchResultStore* FindTextsDispatcher::Store() const {
 }
 
 Json::Value FindTextsDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring fileId = FileIdOf(root);
     if (fileId.empty())
         return Fail(err::kNoId);
@@ -194,9 +194,9 @@ Json::Value FindTextsDispatcher::RunSpanning(const Json::Value& root, const Targ
 }
 
 Json::Value FindTextListDispatcher::Run() {
-    Json::Value root;
-    if (!ParseParams(params, root))
+    if (!params.parsed())
         return Fail(err::kNoJson);
+    const Json::Value& root = params.value();
     const std::wstring fileId = FileIdOf(root);
     if (fileId.empty())
         return Fail(err::kNoId);

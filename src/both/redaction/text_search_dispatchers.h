@@ -30,7 +30,8 @@ std::vector<int> PagesToWalk(const Json::Value& params, const PageRange& range, 
 
 class FindTextsDispatcher : public BaseDispatcher {
   public:
-    FindTextsDispatcher(Brevan& app, const wchar_t* params) : BaseDispatcher(params), app_(app) {}
+    FindTextsDispatcher(Brevan& app, const CommandParams& params)
+        : BaseDispatcher(params), app_(app) {}
     Json::Value Run() override;
 
   protected:

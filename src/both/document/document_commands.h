@@ -1,0 +1,8 @@
+// The document services' bridge commands: the current document, files, form fields, page texts,
+// saving, closing and the progress bar.
+#pragma once
+
+class Brevan;
+class CommandTable;
+
+void AddDocumentCommands(CommandTable& table, Brevan& app);
