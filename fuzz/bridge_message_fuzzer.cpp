@@ -68,7 +68,7 @@ struct Session {
     FakePlatform platform;
     Brevan app;
     NullEndpoint endpoint;
-    WebMessageChannel channel{app, endpoint};
+    WebMessageChannel channel{app.commands(), endpoint};
 };
 
 std::string Quoted(std::string_view text) {

@@ -39,7 +39,7 @@ void ReadServiceDocument(std::string_view text) {
         made->Init();
         return made;
     }();
-    ServiceConfig service(*app);
+    ServiceConfig& service = *app->serviceConfig;
     platform->httpBodies[service.DocumentAddress()] = std::string(text);
     platform->httpRequests.clear();
     service.Load();

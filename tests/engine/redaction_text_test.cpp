@@ -16,9 +16,10 @@ class RedactionTextTest : public EngineTest {};
 
 TEST_F(RedactionTextTest, TextUnderEachAnnotationByRunOfCharacters) {
     Document document = Document::Open(
-        context_, WritePdf("doc.pdf", PdfDescription{.pages = {PageDescription::TextLines(
-                                                         {"Client Jane Roe here", "Next line",
-                                                          "Ref 4711 and 4712"})}}));
+        context_,
+        WritePdf("doc.pdf",
+                 PdfDescription{.pages = {PageDescription::TextLines(
+                                    {"Client Jane Roe here", "Next line", "Ref 4711 and 4712"})}}));
     const PageText text = PageText::OfPage(document, 0);
     struct Case {
         std::vector<std::string> words;  // one annotation over their rectangles

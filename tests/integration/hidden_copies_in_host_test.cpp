@@ -1,10 +1,10 @@
 // An apply through the plug-in in pdfhost removes the redacted words from the rest of the file
 // too: the words the page searched for and the characters under the boxes, wherever the file
 // holds them as text; the saved file is checked by the leak checker.
+#include "annotation_editor.h"
 #include "bridge/json_text.h"
 #include "engine/pdf_factory.h"
 #include "leak_check.h"
-#include "annotation_editor.h"
 #include "plugin_host_fixture.h"
 
 namespace {
