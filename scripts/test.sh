@@ -32,4 +32,4 @@ CC=clang CXX=clang++ cmake -S "$root" -B "$root/build-fuzz" -DCMAKE_BUILD_TYPE=R
 cmake --build "$root/build-fuzz" -j"$(nproc)" \
   --target bridge_message_fuzzer config_fuzzer script_line_fuzzer engine_open_fuzzer \
   engine_redact_fuzzer
-bash "$root/fuzz/run.sh" "$root/build-fuzz" "${FUZZ_SECONDS:-40}"
+bash "$root/fuzz/run.sh" "$root/build-fuzz" "${FUZZ_SECONDS:-30}"
