@@ -38,7 +38,6 @@ constexpr const char* kCommands[] = {
     "closeCurrentFile",
     "openFile",
     "setIdToFile",
-    "showMessage",
     "showProgressBar",
     "hasOtherRedact",
     "getUserJWT",
