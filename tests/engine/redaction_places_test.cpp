@@ -32,6 +32,17 @@ std::string Show(float x, float y, const std::string& text, const std::string& e
 
 const std::string kHelvetica = "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>";
 
+// A coloured tiling pattern of 200 x 40 whose tile shows `text` in the font object `font`;
+// `matrix` is extra dictionary text such as "/Matrix [...] ".
+int TextTilePattern(RawPdf& pdf, int font, const std::string& text,
+                    const std::string& matrix = {}) {
+    return pdf.AddStream(
+        "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 200 40] "
+        "/XStep 200 /YStep 40 " +
+            matrix + "/Resources << /Font << /F1 " + Ref(font) + " >> >>",
+        Show(5, 15, text));
+}
+
 struct Place {
     const char* name;
     // Builds the file; the box (PDF page space) covers the secret on page 1.
@@ -66,11 +77,7 @@ const Place kPlaces[] = {
     {"tiling pattern",
      [](RawPdf& pdf) {
          const int font = pdf.Add(kHelvetica);
-         const int pattern = pdf.AddStream(
-             "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 200 40] "
-             "/XStep 200 /YStep 40 /Resources << /Font << /F1 " +
-                 Ref(font) + " >> >>",
-             Show(5, 15, "patternsecret"));
+         const int pattern = TextTilePattern(pdf, font, "patternsecret");
          return RawDocument(
              pdf,
              {{"/Pattern cs /P1 scn 72 690 200 40 re f\n" + Show(72, 600, "patternkept"),
@@ -80,11 +87,7 @@ const Place kPlaces[] = {
     {"tiling pattern inside a form XObject",
      [](RawPdf& pdf) {
          const int font = pdf.Add(kHelvetica);
-         const int pattern = pdf.AddStream(
-             "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 200 40] "
-             "/XStep 200 /YStep 40 /Matrix [1 0 0 1 5 0] /Resources << /Font << /F1 " +
-                 Ref(font) + " >> >>",
-             Show(5, 15, "formtilesecret"));
+         const int pattern = TextTilePattern(pdf, font, "formtilesecret", "/Matrix [1 0 0 1 5 0] ");
          const int form = pdf.AddStream(
              "/Type /XObject /Subtype /Form /BBox [0 0 300 100] /Matrix [1 0 0 1 0 -20] "
              "/Resources << /Pattern << /P1 " +
