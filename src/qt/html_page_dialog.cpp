@@ -67,8 +67,9 @@ void HtmlPageDialog::StartBrowser() {
 void HtmlPageDialog::OnBrowserCreated() {
     browser_->SetNavigationCompleted([this] { HideHostView(); });
     browser_->EnableScriptDialogs();
-    BuildPageUrl(app_, kind_, url_);
-    if (IsConnectedToInternet(app_) && !url_.empty()) {
+    BuildPageUrl(app_.host(), app_.config.get(), app_.serviceConfig.get(), app_.accountPage, kind_,
+                 url_);
+    if (IsConnectedToInternet(app_.config.get(), app_.platform()) && !url_.empty()) {
         // Shown once loaded; meanwhile the host's view, if any, stays in front.
         browser_->hide();
         browser_->Navigate(url_);
@@ -80,7 +81,8 @@ void HtmlPageDialog::OnBrowserCreated() {
 void HtmlPageDialog::Reload(bool rebuild) {
     // The scripted channel's page needs no address, and the service is not asked for one.
     if (!scripted_ && (url_.empty() || rebuild))
-        BuildPageUrl(app_, kind_, url_);
+        BuildPageUrl(app_.host(), app_.config.get(), app_.serviceConfig.get(), app_.accountPage,
+                     kind_, url_);
     if (kind_ == PageDialogKind::TaskPane)
         app_.logger.Log(kLogInfo, "Brevan Auto redact reload page: %", ToUtf8(url_));
     else
@@ -98,7 +100,7 @@ void HtmlPageDialog::ShowPage(const std::wstring& address) {
         return;
     }
     url_ = address;
-    if (IsConnectedToInternet(app_) && !url_.empty())
+    if (IsConnectedToInternet(app_.config.get(), app_.platform()) && !url_.empty())
         ShowOnline();
     else
         ShowOffline();

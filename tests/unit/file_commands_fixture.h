@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "app/brevan.h"
-#include "app/progress_bar_host.h"
 #include "bridge/json_text.h"
 #include "bridge/web_message_channel.h"
 #include "document/document_registry.h"
+#include "document/progress_bar_host.h"
 #include "fake_file_host.h"
 #include "plugin_fixture.h"
 #include "util/utf.h"

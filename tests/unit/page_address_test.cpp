@@ -50,7 +50,8 @@ class PageAddressTest : public testing::Test {
 
     std::wstring Build(PageDialogKind kind = PageDialogKind::TaskPane) {
         std::wstring url = L"unchanged";
-        BuildPageUrl(app, kind, url);
+        BuildPageUrl(app.host(), app.config.get(), app.serviceConfig.get(), app.accountPage, kind,
+                     url);
         return url;
     }
 
@@ -197,16 +198,16 @@ TEST_F(PageAddressTest, ACustomUrlReplacesEverythingButOnlyOnceATemplateWasHad) 
 
 TEST_F(PageAddressTest, TheDevelopersFileMayFixTheAnswerOfTheConnectivityTest) {
     platform.connected = false;
-    EXPECT_FALSE(IsConnectedToInternet(app));
+    EXPECT_FALSE(IsConnectedToInternet(app.config.get(), platform));
     platform.connected = true;
-    EXPECT_TRUE(IsConnectedToInternet(app));
+    EXPECT_TRUE(IsConnectedToInternet(app.config.get(), platform));
     app.config->root[kInternetConnectionKey] = false;
-    EXPECT_FALSE(IsConnectedToInternet(app));
+    EXPECT_FALSE(IsConnectedToInternet(app.config.get(), platform));
     platform.connected = false;
     app.config->root[kInternetConnectionKey] = true;
-    EXPECT_TRUE(IsConnectedToInternet(app));
+    EXPECT_TRUE(IsConnectedToInternet(app.config.get(), platform));
     app.config->root[kInternetConnectionKey] = "yes";  // not a boolean: the platform decides
-    EXPECT_FALSE(IsConnectedToInternet(app));
+    EXPECT_FALSE(IsConnectedToInternet(app.config.get(), platform));
 }
 
 }  // namespace

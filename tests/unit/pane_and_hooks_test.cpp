@@ -1,8 +1,8 @@
 // The task pane record's callbacks, and the host's document and application hooks: which event
 // each sends, in which order, and how they keep the pane in step.
-#include "app/extension_tables.h"
 #include "app/task_pane_host.h"
 #include "document/document_registry.h"
+#include "host/extension_tables.h"
 #include "shell_fixture.h"
 #include "util/utf.h"
 

@@ -2,15 +2,15 @@
 
 #include <string>
 
+#include "account/account_services.h"
 #include "account/sign_in_table.h"
-#include "app/brevan.h"
 #include "bridge/page_events.h"
 #include "config/brevan_config.h"
 #include "config/service_config.h"
 
 namespace {
 
-Brevan* g_listener = nullptr;
+const AccountServices* g_listener = nullptr;
 
 void OnDomainChanged(const wchar_t* server) {
     if (g_listener != nullptr)
@@ -28,33 +28,33 @@ bool SameAccount(const SignInTable& login, const std::wstring& present, const st
 
 }  // namespace
 
-void ListenToAccountChanges(Brevan& app) {
-    const SignInTable login = app.signInTable();
+void ListenToAccountChanges(const AccountServices& services) {
+    const SignInTable login = services.signInTable();
     if (!login.Available())
         return;
-    g_listener = &app;
+    g_listener = &services;
     login.RegisterDomainCallback(&OnDomainChanged);
 }
 
-void StopListeningToAccountChanges(const Brevan& app) {
-    if (g_listener == &app)
+void StopListeningToAccountChanges(const AccountServices& services) {
+    if (g_listener == &services)
         g_listener = nullptr;
 }
 
-void OnSignedInUserChanged(Brevan& app, const wchar_t* server) {
-    if (server == nullptr || !app.config)
+void OnSignedInUserChanged(const AccountServices& services, const wchar_t* server) {
+    if (server == nullptr || !services.config)
         return;
     const std::wstring next = server;
     if (next.empty()) {
-        app.config->SetServerAddress(L"");
-        UserSignOutEvent(app).Send();
+        services.config->SetServerAddress(L"");
+        UserSignOutEvent(services.page).Send();
         return;
     }
-    const std::wstring present = app.config->serverAddress;
-    if (!present.empty() && SameAccount(app.signInTable(), present, next))
+    const std::wstring present = services.config->serverAddress;
+    if (!present.empty() && SameAccount(services.signInTable(), present, next))
         return;
-    app.config->SetServerAddress(next);
-    if (app.serviceConfig)
-        app.serviceConfig->Load();
-    app.ReloadPanes(true);
+    services.config->SetServerAddress(next);
+    if (services.serviceConfig)
+        services.serviceConfig->Load();
+    services.reloadPanes(true);
 }

@@ -1,7 +1,7 @@
 // The account's bridge commands: sign-in and the signed-in user.
 #pragma once
 
-class Brevan;
+struct AccountServices;
 class CommandTable;
 
-void AddAccountCommands(CommandTable& table, Brevan& app);
+void AddAccountCommands(CommandTable& table, const AccountServices& services);

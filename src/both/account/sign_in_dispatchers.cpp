@@ -1,8 +1,8 @@
 #include "sign_in_dispatchers.h"
 
+#include "account/account_services.h"
 #include "account/sign_in_table.h"
 #include "account/url_template.h"
-#include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "bridge/json_text.h"
@@ -21,12 +21,13 @@ constexpr const wchar_t* kTenantKey = L"EnterpriseTenantID";
 // How much of a token a log line may show.
 constexpr std::size_t kShownTokenCharacters = 4;
 
-int ServiceValue(Brevan& app, const wchar_t* key, std::wstring& out) {
-    return app.serviceConfig ? app.serviceConfig->GetValue(key, out) : ServiceConfig::kMissing;
+int ServiceValue(const AccountServices& services, const wchar_t* key, std::wstring& out) {
+    return services.serviceConfig ? services.serviceConfig->GetValue(key, out)
+                                  : ServiceConfig::kMissing;
 }
 
-std::wstring BaseAddress(const Brevan& app) {
-    return app.config ? app.config->serverAddress : std::wstring();
+std::wstring BaseAddress(const AccountServices& services) {
+    return services.config ? services.config->serverAddress : std::wstring();
 }
 
 Json::Value AccountServerData(const std::wstring& domain) {
@@ -44,30 +45,30 @@ bool IsIntegerZero(const Json::Value& value) {
            value.asLargestInt() == 0;
 }
 
-HttpSettings HttpSettingsOf(const Brevan& app) {
+HttpSettings HttpSettingsOf(const AccountServices& services) {
     HttpSettings settings;
-    if (app.config)
-        settings.verifyCertificates = !app.config->insecureTls;
+    if (services.config)
+        settings.verifyCertificates = !services.config->insecureTls;
     return settings;
 }
 
 }  // namespace
 
 Json::Value LoginInDispatcher::Run() {
-    const SignInTable login = app_.signInTable();
+    const SignInTable login = services_.signInTable();
     if (!login.ShowSignIn())
         return Fail(err::kSigninFails);
-    if (!login.IsSignedIn(BaseAddress(app_)))
+    if (!login.IsSignedIn(BaseAddress(services_)))
         return Fail(err::kSigninFails);
     return MakeResult(err::kOk, Json::Value());
 }
 
 Json::Value GetUserDispatcher::Run() {
     std::wstring domain;
-    if (ServiceValue(app_, kAccountServerKey, domain) != ServiceConfig::kFound)
+    if (ServiceValue(services_, kAccountServerKey, domain) != ServiceConfig::kFound)
         return MakeResult(err::kNoAccountServer, AccountServerData(L""));
 
-    const SignInTable login = app_.signInTable();
+    const SignInTable login = services_.signInTable();
     AccountUser user;
     if (!login.GetUserInfo(domain, user)) {
         Json::Value data = AccountServerData(domain);
@@ -79,8 +80,8 @@ Json::Value GetUserDispatcher::Run() {
     if (token.empty())
         return MakeResult(err::kNoToken, AccountServerData(domain));
 
-    HostWide tenant(app_.host());
-    app_.host().HostPrefGetString(kTenantSection, kTenantKey, tenant);
+    HostWide tenant(services_.host);
+    services_.host.HostPrefGetString(kTenantSection, kTenantKey, tenant);
 
     Json::Value info(Json::objectValue);
     info["enterpriseTenantID"] = ToUtf8(tenant.Text());
@@ -97,21 +98,21 @@ Json::Value GetUserDispatcher::Run() {
 
 Json::Value GetUserJWTDispatcher::Run() {
     std::wstring domain;
-    if (ServiceValue(app_, kAccountServerKey, domain) != ServiceConfig::kFound)
+    if (ServiceValue(services_, kAccountServerKey, domain) != ServiceConfig::kFound)
         return MakeResult(err::kNoAccountServer, AccountServerData(L""));
 
     std::wstring token;
-    app_.signInTable().GetToken(domain, token);
+    services_.signInTable().GetToken(domain, token);
     if (token.empty()) {
         Json::Value data = AccountServerData(L"");
         data["message"] = "get Token result is empty";
         return MakeResult(err::kNoToken, data);
     }
     // The token is a secret: the log shows only its start.
-    app_.logger.Log(kLogInfo, "Get GetUserEmailAndToken : token%  ", MaskedToken(token));
+    services_.logger.Log(kLogInfo, "Get GetUserEmailAndToken : token%  ", MaskedToken(token));
 
     std::wstring pattern;
-    if (ServiceValue(app_, kUserTokenServiceKey, pattern) != ServiceConfig::kFound) {
+    if (ServiceValue(services_, kUserTokenServiceKey, pattern) != ServiceConfig::kFound) {
         Json::Value data(Json::objectValue);
         data["message"] = "get qvd_brevan_user_jwt from webservice error";
         return MakeResult(err::kNoTokenService, data);
@@ -119,7 +120,7 @@ Json::Value GetUserJWTDispatcher::Run() {
     const std::wstring url = FillTemplate(pattern, {token, L""});
 
     std::string body;
-    if (app_.platform().HttpGet(url, body, HttpSettingsOf(app_)) != 0) {
+    if (services_.http.HttpGet(url, body, HttpSettingsOf(services_)) != 0) {
         Json::Value data(Json::objectValue);
         data["url"] = ToUtf8(url);
         return MakeResult(err::kTokenRequestFailed, data);
@@ -129,7 +130,8 @@ Json::Value GetUserJWTDispatcher::Run() {
         return Fail(err::kNoJson);
 
     const Json::Value& ret = Member(response, "ret");
-    app_.logger.Log(kLogInfo, "GetPlatform()->SendRequest  response  value: %  ", WriteJson(ret));
+    services_.logger.Log(kLogInfo, "GetPlatform()->SendRequest  response  value: %  ",
+                         WriteJson(ret));
     const Json::Value& jwt = Member(Member(response, "data"), "jwtResult");
     if (IsIntegerZero(ret) && jwt.isString() && !jwt.asString().empty()) {
         Json::Value data(Json::objectValue);

@@ -5,31 +5,31 @@
 
 #include "bridge/base_dispatcher.h"
 
-class Brevan;
+struct AccountServices;
 
 class LoginInDispatcher : public BaseDispatcher {
   public:
-    explicit LoginInDispatcher(Brevan& app) : app_(app) {}
+    explicit LoginInDispatcher(const AccountServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const AccountServices& services_;
 };
 
 class GetUserDispatcher : public BaseDispatcher {
   public:
-    explicit GetUserDispatcher(Brevan& app) : app_(app) {}
+    explicit GetUserDispatcher(const AccountServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const AccountServices& services_;
 };
 
 class GetUserJWTDispatcher : public BaseDispatcher {
   public:
-    explicit GetUserJWTDispatcher(Brevan& app) : app_(app) {}
+    explicit GetUserJWTDispatcher(const AccountServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const AccountServices& services_;
 };

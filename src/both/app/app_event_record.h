@@ -1,14 +1,15 @@
 // AppEventRecord: the application callbacks the plug-in registers with the host.
 #pragma once
 
-#include "host/host_abi.h"
+#include <functional>
 
-class Brevan;
+#include "host/host_api.h"
 
 class AppEventRecord {
   public:
-    // Registers with the host; the host offers no way to unregister.
-    explicit AppEventRecord(Brevan& app);
+    // Registers with the host; the host offers no way to unregister. `rebuildPages` runs when the
+    // page's appearance changed.
+    AppEventRecord(HostApi& host, std::function<void()> rebuildPages);
     AppEventRecord(const AppEventRecord&) = delete;
     AppEventRecord& operator=(const AppEventRecord&) = delete;
 
@@ -19,5 +20,6 @@ class AppEventRecord {
     static void OnPageAppearanceChanged(void* client);
     static void Ignore(void* client);
 
+    std::function<void()> rebuildPages_;
     HostAppEventRecord record_;
 };

@@ -8,7 +8,6 @@
 #include "app/app_event_record.h"
 #include "app/doc_event_record.h"
 #include "app/greeting_notifier.h"
-#include "app/progress_bar_host.h"
 #include "app/ribbon_commands.h"
 #include "app/task_pane_host.h"
 #include "bridge/page_dialog.h"
@@ -18,6 +17,7 @@
 #include "config/service_config.h"
 #include "document/document_commands.h"
 #include "document/document_registry.h"
+#include "document/progress_bar_host.h"
 #include "host/host_string.h"
 #include "logging/async_logger.h"
 #include "redaction/redaction_commands.h"
@@ -36,15 +36,13 @@ void Delete(std::unique_ptr<T>& field) {
 }  // namespace
 
 Brevan::Brevan() : logger(AsyncLogger::Instance()) {
-    AddAccountCommands(commands_, *this);
-    AddDocumentCommands(commands_, *this);
-    AddRedactionCommands(commands_, *this);
     commands_.SetActivityWatch(
         [this] { return progressBar ? &progressBar->activity : static_cast<bool*>(nullptr); });
 }
 
 Brevan::~Brevan() {
-    StopListeningToAccountChanges(*this);
+    if (accountServices_)
+        StopListeningToAccountChanges(*accountServices_);
     UnbindRibbonProcedures(*this);
     hostPageChannel_.reset();
     hostPage_.reset();
@@ -65,13 +63,46 @@ Brevan::~Brevan() {
 void Brevan::Attach(HostApi& host, PlatformServices& platform) {
     host_ = &host;
     platform_ = &platform;
+    AddFeatureCommands();
+}
+
+void Brevan::AddFeatureCommands() {
+    HostApi& host = *host_;
+    PlatformServices& platform = *platform_;
+    documentAccess_.emplace(host, BatchState{batchMode, batchDocument, batchSession}, documents,
+                            searchResults);
+    accountServices_.emplace(AccountServices{
+        .host = host,
+        .http = platform,
+        .logger = logger,
+        .page = *this,
+        .config = config,
+        .serviceConfig = serviceConfig,
+        .signInTable = [this] { return signInTable(); },
+        .reloadPanes = [this](bool rebuild) { ReloadPanes(rebuild); },
+    });
+    documentServices_.emplace(DocumentServices{
+        .host = host,
+        .platform = platform,
+        .documents = *documentAccess_,
+        .page = *this,
+        .config = config,
+        .progressBar = progressBar,
+        .temporarySave = temporarySave,
+        .showTaskPane = [this](bool show) { ShowTaskPane(show); },
+    });
+    redactionServices_.emplace(
+        RedactionServices{.host = host, .documents = *documentAccess_, .logger = logger});
+    AddAccountCommands(commands_, *accountServices_);
+    AddDocumentCommands(commands_, *documentServices_);
+    AddRedactionCommands(commands_, *redactionServices_);
 }
 
 int Brevan::ImportTables() {
     if (!cloudLogin) {
         cloudLogin = std::make_unique<CCloudLogin>();
         cloudLogin->table = FindExtensionTable(host(), hostops::ExtTable::Login);
-        ListenToAccountChanges(*this);
+        ListenToAccountChanges(*accountServices_);
     }
     if (!browserExt) {
         browserExt = std::make_unique<CBrowser>();
@@ -91,9 +122,9 @@ int Brevan::Init() {
         return 0;
     }
     serviceConfig = std::make_unique<ServiceConfig>(config, platform());
-    greeting = std::make_unique<GreetingNotifier>(*this);
-    docEvents = std::make_unique<DocEventRecord>(*this);
-    appEvents = std::make_unique<AppEventRecord>(*this);
+    greeting = std::make_unique<GreetingNotifier>(host(), pluginId);
+    docEvents = std::make_unique<DocEventRecord>(*documentServices_, pane);
+    appEvents = std::make_unique<AppEventRecord>(host(), [this] { ReloadPanes(true); });
     searchResults = std::make_unique<SearchResultStore>();
     documents = std::make_unique<DocumentRegistry>();
     progressBar = std::make_unique<ProgressBarHost>(host(), platform());
@@ -155,11 +186,7 @@ int Brevan::Unload() {
 }
 
 HostDoc Brevan::GetCurrentDoc() const {
-    return batchMode ? batchDocument : host().HostAppGetActiveDoc();
-}
-
-bool Brevan::FileIdOf(HostDoc doc, std::wstring& id) const {
-    return documents && documents->findIdByDoc(doc, id);
+    return documentAccess_->CurrentDoc();
 }
 
 std::wstring Brevan::EventFileIdOf(HostDoc doc) const {
@@ -171,10 +198,6 @@ std::wstring Brevan::EventFileIdOf(HostDoc doc) const {
     if (!documents->findIdByPath(path.Text(), id))
         id.clear();
     return id;
-}
-
-bool Brevan::DocOf(const std::wstring& id, HostDoc& doc) const {
-    return documents && documents->findDocById(id, doc);
 }
 
 void Brevan::ShowTaskPane(bool show) {

@@ -4,20 +4,25 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "account/account_services.h"
 #include "account/sign_in_table.h"
-#include "app/extension_tables.h"
 #include "app/platform_services.h"
 #include "app/task_pane_state.h"
 #include "bridge/command_table.h"
 #include "bridge/page_event_sink.h"
 #include "config/plugin_sections.h"
 #include "document/channel_file_stream.h"
+#include "document/document_access.h"
+#include "document/document_services.h"
 #include "document/temporary_save.h"
+#include "host/extension_tables.h"
 #include "host/host_api.h"
 #include "host/owned_resources.h"
+#include "redaction/redaction_services.h"
 
 class AsyncLogger;
 class BrevanConfig;
@@ -36,7 +41,7 @@ class TaskPaneHost;
 class Brevan : public PageEventSink {
   public:
     static constexpr const wchar_t* kSettingsSection = kPluginSettingsSection;
-    static constexpr const char* kTaskPaneName = "BrevanTaskPane";
+    static constexpr const char* kTaskPaneName = ::kTaskPaneName;
     static constexpr const wchar_t* kPreferencesSection = kPluginPreferencesSection;
 
     Brevan();
@@ -44,7 +49,8 @@ class Brevan : public PageEventSink {
     Brevan(const Brevan&) = delete;
     Brevan& operator=(const Brevan&) = delete;
 
-    // Binds the host's functions and the platform; done once the handshake gave the table manager.
+    // Binds the host's functions and the platform, and adds each feature's commands with the
+    // parts they use; done once the handshake gave the table manager.
     void Attach(HostApi& host, PlatformServices& platform);
     bool attached() const { return host_ != nullptr; }
     HostApi& host() const { return *host_; }
@@ -60,11 +66,6 @@ class Brevan : public PageEventSink {
 
     // The batch's document during a batch run, otherwise the host's active document (may be null).
     HostDoc GetCurrentDoc() const;
-
-    // The registry id of an open document; false when it has none or the registry is gone.
-    bool FileIdOf(HostDoc doc, std::wstring& id) const;
-    // The open document that carries a registry id; false when none does.
-    bool DocOf(const std::wstring& id, HostDoc& doc) const;
 
     // The host's sign-in table found at import, if any.
     SignInTable signInTable() const {
@@ -89,7 +90,7 @@ class Brevan : public PageEventSink {
     // Whether the host's scripted page channel stands in for the pane's page.
     bool HasHostPageChannel() const { return hostPage_ != nullptr; }
 
-    // The bridge's commands, each feature's added at construction.
+    // The bridge's commands, each feature's added when the host is bound.
     const CommandTable& commands() const { return commands_; }
 
     std::unique_ptr<SearchResultStore> searchResults;
@@ -127,6 +128,8 @@ class Brevan : public PageEventSink {
     void SetUpInterfaceLanguage();
     void StartLogger();
 
+    void AddFeatureCommands();
+
     CommandTable commands_;
     HostApi* host_ = nullptr;
     PlatformServices* platform_ = nullptr;
@@ -134,4 +137,9 @@ class Brevan : public PageEventSink {
     // The page of the host's scripted channel, when the host offers one.
     std::unique_ptr<PageConnection> hostPage_;
     std::unique_ptr<WebMessageChannel> hostPageChannel_;
+    // What each feature uses of the application; made when the host is bound.
+    std::optional<DocumentAccess> documentAccess_;
+    std::optional<DocumentServices> documentServices_;
+    std::optional<RedactionServices> redactionServices_;
+    std::optional<AccountServices> accountServices_;
 };

@@ -1,15 +1,16 @@
 #include "doc_event_record.h"
 
-#include "app/brevan.h"
+#include "app/task_pane_state.h"
 #include "bridge/page_events.h"
 #include "document/document_registry.h"
+#include "document/document_services.h"
 #include "host/host_string.h"
 #include "redaction/search_result_store.h"
 
 namespace {
 
-Brevan& AppOf(void* client) {
-    return *static_cast<Brevan*>(client);
+DocEventRecord& RecordOf(void* client) {
+    return *static_cast<DocEventRecord*>(client);
 }
 
 template <typename Fn>
@@ -25,8 +26,9 @@ std::wstring FilePathOf(HostApi& host, HostDoc doc) {
 
 }  // namespace
 
-DocEventRecord::DocEventRecord(Brevan& app) : app_(app) {
-    record_.setWord(kDocEventClientData, &app_);
+DocEventRecord::DocEventRecord(const DocumentServices& services, TaskPaneState& pane)
+    : services_(services), pane_(pane) {
+    record_.setWord(kDocEventClientData, this);
     record_.setWord(kDocEventWillOpen, AsWord(&OnDocWillOpen));
     record_.setWord(kDocEventDidOpen, AsWord(&OnDocDidOpen));
     record_.setWord(kDocEventActivate, AsWord(&OnDocActivate));
@@ -36,95 +38,99 @@ DocEventRecord::DocEventRecord(Brevan& app) : app_(app) {
     record_.setWord(kDocEventOtherTab, AsWord(&OnOtherTabActivate));
     record_.setWord(kDocEventFieldChanged, AsWord(&OnFormFieldChanged));
     record_.setWord(kDocEventReserved79, AsWord(&Ignore));
-    app_.host().HostAppRegisterDocEvents(&record_);
+    services_.host.HostAppRegisterDocEvents(&record_);
 }
 
 DocEventRecord::~DocEventRecord() {
-    app_.host().HostAppUnregisterDocEvents(&record_);
+    services_.host.HostAppUnregisterDocEvents(&record_);
 }
 
-void DocEventRecord::RegisterDocument(Brevan& app, HostDoc doc) {
-    if (doc == nullptr || !app.documents)
+void DocEventRecord::RegisterDocument(HostDoc doc) {
+    DocumentRegistry* documents = services_.documents.registry();
+    if (doc == nullptr || documents == nullptr)
         return;
     std::wstring id;
-    if (app.documents->findIdByDoc(doc, id))
+    if (documents->findIdByDoc(doc, id))
         return;
     id = NewGuidText();
-    app.documents->bindDoc(id, doc);
-    if (app.host().HostDocIsTemporary(doc) == 0) {
-        app.documents->bindPath(id, FilePathOf(app.host(), doc));
+    documents->bindDoc(id, doc);
+    if (services_.host.HostDocIsTemporary(doc) == 0) {
+        documents->bindPath(id, FilePathOf(services_.host, doc));
     }
 }
 
 void DocEventRecord::OnDocWillOpen(void* client) {
-    DocBeforeOpenEvent(AppOf(client)).Send();
+    DocBeforeOpenEvent(RecordOf(client).services_.page).Send();
 }
 
 void DocEventRecord::OnDocDidOpen(void* client, HostDoc doc) {
-    Brevan& app = AppOf(client);
-    RegisterDocument(app, doc);
-    DocOpenSuccessEvent(app, doc).Send();
+    DocEventRecord& self = RecordOf(client);
+    self.RegisterDocument(doc);
+    DocOpenSuccessEvent(self.services_.page, doc).Send();
 }
 
 // The pane follows the user's last choice from one PDF tab to the next.
 void DocEventRecord::OnDocActivate(void* client, HostDoc doc) {
-    Brevan& app = AppOf(client);
-    DocActivateEvent(app, doc).Send();
-    app.host().HostAppShowPane(Brevan::kTaskPaneName, app.pane.shownFlag());
+    DocEventRecord& self = RecordOf(client);
+    DocActivateEvent(self.services_.page, doc).Send();
+    self.services_.host.HostAppShowPane(kTaskPaneName, self.pane_.shownFlag());
 }
 
 void DocEventRecord::OnDocDidSave(void* client, HostDoc doc, int result) {
-    Brevan& app = AppOf(client);
-    DocSavedEvent(app, doc).Send();
+    const DocumentServices& services = RecordOf(client).services_;
+    DocSavedEvent(services.page, doc).Send();
+    DocumentRegistry* documents = services.documents.registry();
     std::wstring id;
-    if (result != 0 && app.documents && app.documents->findIdByDoc(doc, id)) {
-        app.documents->bindPath(id, FilePathOf(app.host(), doc));
+    if (result != 0 && documents != nullptr && documents->findIdByDoc(doc, id)) {
+        documents->bindPath(id, FilePathOf(services.host, doc));
     }
     // A save the user cancelled reports 0 and does not count as the save of a temporary document.
-    app.temporarySave.OnSaved(result != 0);
+    services.temporarySave.OnSaved(result != 0);
 }
 
 // The page hears of the close while the registry still knows the document. A close that the
 // save of a temporary document causes leaves the pane open.
 void DocEventRecord::OnDocClosing(void* client, HostDoc doc) {
-    Brevan& app = AppOf(client);
-    DocClosedEvent(app, doc).Send();
-    if (app.host().HostAppGetActiveDoc() == nullptr) {
-        if (!app.temporarySave.underway())
-            app.ShowTaskPane(false);
-        app.temporarySave.End();
+    const DocumentServices& services = RecordOf(client).services_;
+    DocClosedEvent(services.page, doc).Send();
+    if (services.host.HostAppGetActiveDoc() == nullptr) {
+        if (!services.temporarySave.underway())
+            services.showTaskPane(false);
+        services.temporarySave.End();
     }
+    DocumentRegistry* documents = services.documents.registry();
     std::wstring id;
-    if (app.documents && app.documents->findIdByDoc(doc, id)) {
-        app.documents->forgetDoc(id);
-        if (app.searchResults) {
-            app.searchResults->EraseAnnotsOfFile(id);
-            app.searchResults->RemoveFile(id);
+    if (documents != nullptr && documents->findIdByDoc(doc, id)) {
+        documents->forgetDoc(id);
+        if (SearchResultStore* store = services.documents.searchResults()) {
+            store->EraseAnnotsOfFile(id);
+            store->RemoveFile(id);
         }
     }
 }
 
 // Changes of a batch's documents are the batch's own business.
 void DocEventRecord::OnDocModified(void* client, HostDoc doc) {
-    Brevan& app = AppOf(client);
-    if (!app.batchMode)
-        DocModifiedEvent(app, doc).Send();
+    const DocumentServices& services = RecordOf(client).services_;
+    if (!services.documents.batch().running)
+        DocModifiedEvent(services.page, doc).Send();
 }
 
 // A tab without a PDF document hides the pane and forgets that it was open.
 void DocEventRecord::OnOtherTabActivate(void* client) {
-    Brevan& app = AppOf(client);
-    OtherDocActivateEvent(app).Send();
-    app.pane.HideByPlugin([&app] { app.ShowTaskPane(false); });
+    DocEventRecord& self = RecordOf(client);
+    OtherDocActivateEvent(self.services_.page).Send();
+    self.pane_.HideByPlugin([&self] { self.services_.showTaskPane(false); });
 }
 
 void DocEventRecord::OnFormFieldChanged(void* client, HostDoc doc, NdxFormField field) {
-    Brevan& app = AppOf(client);
-    HostWide name(app.host());
-    HostWide value(app.host());
-    app.host().NDXFormFieldGetFullName(field, name);
-    app.host().NDXFormFieldGetValue(field, value);
-    DocFormFieldChangedEvent(app, doc, name.Text(), value.Text()).Send();
+    const DocumentServices& services = RecordOf(client).services_;
+    HostApi& host = services.host;
+    HostWide name(host);
+    HostWide value(host);
+    host.NDXFormFieldGetFullName(field, name);
+    host.NDXFormFieldGetValue(field, value);
+    DocFormFieldChangedEvent(services.page, doc, name.Text(), value.Text()).Send();
 }
 
 void DocEventRecord::Ignore(void*) {}

@@ -5,12 +5,14 @@
 
 #include "host/host_abi.h"
 
-class Brevan;
+struct DocumentServices;
+class TaskPaneState;
 
 class DocEventRecord {
   public:
-    // Registers with the host.
-    explicit DocEventRecord(Brevan& app);
+    // Registers with the host. `pane` is the user's choice of the task pane, which the pane follows
+    // from one PDF tab to the next.
+    DocEventRecord(const DocumentServices& services, TaskPaneState& pane);
     // Unregisters.
     ~DocEventRecord();
     DocEventRecord(const DocEventRecord&) = delete;
@@ -20,7 +22,7 @@ class DocEventRecord {
 
     // Registers a document the registry does not know yet: a new id bound to the handle, and
     // unless the document is temporary, its file path.
-    static void RegisterDocument(Brevan& app, HostDoc doc);
+    void RegisterDocument(HostDoc doc);
 
   private:
     static void OnDocWillOpen(void* client);
@@ -33,6 +35,7 @@ class DocEventRecord {
     static void OnFormFieldChanged(void* client, HostDoc doc, NdxFormField field);
     static void Ignore(void* client);
 
-    Brevan& app_;
+    const DocumentServices& services_;
+    TaskPaneState& pane_;
     HostDocEventRecord record_;
 };

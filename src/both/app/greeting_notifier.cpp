@@ -1,7 +1,7 @@
 #include "greeting_notifier.h"
 
-#include "app/brevan.h"
 #include "app/interface_strings.h"
+#include "config/plugin_sections.h"
 
 namespace {
 
@@ -9,24 +9,27 @@ constexpr const wchar_t* kGreetingKey = L"Greeting";
 
 }  // namespace
 
-GreetingNotifier::GreetingNotifier(Brevan& app)
-    : app_(app), source_(app.host().HostBubbleCreate()), text_(InterfaceString(ids::kGreetingTip)) {
+GreetingNotifier::GreetingNotifier(HostApi& host, const uint32_t& pluginId)
+    : host_(host),
+      pluginId_(pluginId),
+      source_(host.HostBubbleCreate()),
+      text_(InterfaceString(ids::kGreetingTip)) {
     record_.setWord(kBubbleDeclaredSize, reinterpret_cast<void*>(kHostBubbleRecordSize));
     record_.setWord(kBubbleClientData, this);
     record_.setWord(kBubbleNotify, reinterpret_cast<void*>(&OnNotify));
-    app_.host().HostBubbleRegister(source_, &record_);
+    host_.HostBubbleRegister(source_, &record_);
 }
 
 GreetingNotifier::~GreetingNotifier() {
-    app_.host().HostBubbleUnregister(source_, &record_);
+    host_.HostBubbleUnregister(source_, &record_);
 }
 
 void GreetingNotifier::OnNotify(void* client, int ready) {
     auto& self = *static_cast<GreetingNotifier*>(client);
-    HostApi& host = self.app_.host();
-    if (ready == 0 || host.HostPrefGetInt(Brevan::kPreferencesSection, kGreetingKey) != 0)
+    HostApi& host = self.host_;
+    if (ready == 0 || host.HostPrefGetInt(kPluginPreferencesSection, kGreetingKey) != 0)
         return;
-    host.HostBubbleShow(self.source_, self.app_.pluginId, 0, self.text_.c_str(),
-                        kDisplayMilliseconds, kBubbleStyle, 0);
-    host.HostPrefSetInt(Brevan::kPreferencesSection, kGreetingKey, 1);
+    host.HostBubbleShow(self.source_, self.pluginId_, 0, self.text_.c_str(), kDisplayMilliseconds,
+                        kBubbleStyle, 0);
+    host.HostPrefSetInt(kPluginPreferencesSection, kGreetingKey, 1);
 }

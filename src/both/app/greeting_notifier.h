@@ -2,19 +2,19 @@
 // start, on the host's bubble, unless the preference "Greeting" says it was shown before.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "host/host_api.h"
-
-class Brevan;
 
 class GreetingNotifier {
   public:
     static constexpr int kDisplayMilliseconds = 10000;
     static constexpr int kBubbleStyle = 2;
 
-    // Registers with a new notification source of the host.
-    explicit GreetingNotifier(Brevan& app);
+    // Registers with a new notification source of the host. The tip goes out under the plug-in's
+    // id as it is when the surface is ready.
+    GreetingNotifier(HostApi& host, const uint32_t& pluginId);
     // Unregisters.
     ~GreetingNotifier();
     GreetingNotifier(const GreetingNotifier&) = delete;
@@ -25,7 +25,8 @@ class GreetingNotifier {
   private:
     static void OnNotify(void* client, int ready);
 
-    Brevan& app_;
+    HostApi& host_;
+    const uint32_t& pluginId_;
     HostBubbleSource source_;
     HostBubbleRecord record_;
     std::wstring text_;

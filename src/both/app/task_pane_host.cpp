@@ -3,9 +3,9 @@
 #include <type_traits>
 
 #include "app/brevan.h"
-#include "app/extension_tables.h"
 #include "app/interface_strings.h"
 #include "bridge/page_dialog.h"
+#include "host/extension_tables.h"
 
 namespace {
 

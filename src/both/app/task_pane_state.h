@@ -4,6 +4,9 @@
 
 #include <functional>
 
+// The name under which the host knows the plug-in's task pane.
+inline constexpr const char* kTaskPaneName = "BrevanTaskPane";
+
 class TaskPaneState {
   public:
     bool shown() const { return shown_; }

@@ -1,13 +1,13 @@
 #include "internet_connection.h"
 
-#include "app/brevan.h"
+#include "app/platform_services.h"
 #include "config/brevan_config.h"
 
-bool IsConnectedToInternet(Brevan& app) {
-    if (app.config && app.config->root.isObject()) {
-        const Json::Value& fixed = app.config->root[kInternetConnectionKey];
+bool IsConnectedToInternet(const BrevanConfig* config, PlatformServices& platform) {
+    if (config != nullptr && config->root.isObject()) {
+        const Json::Value& fixed = config->root[kInternetConnectionKey];
         if (fixed.isBool())
             return fixed.asBool();
     }
-    return app.platform().IsConnectedToInternet();
+    return platform.IsConnectedToInternet();
 }

@@ -2,8 +2,10 @@
 // the key "internet_connection" (true or false); without it the platform is asked.
 #pragma once
 
-class Brevan;
+class BrevanConfig;
+class PlatformServices;
 
 inline constexpr const char* kInternetConnectionKey = "internet_connection";
 
-bool IsConnectedToInternet(Brevan& app);
+// `config` may be null (the plug-in not initialised).
+bool IsConnectedToInternet(const BrevanConfig* config, PlatformServices& platform);

@@ -2,7 +2,6 @@
 
 #include <cstdio>
 
-#include "app/brevan.h"
 #include "config/brevan_config.h"
 #include "config/service_config.h"
 
@@ -35,12 +34,12 @@ bool FillPlaceholder(std::wstring& url, const std::wstring& key, const std::wstr
     return found;
 }
 
-void BuildPageUrl(Brevan& app, PageDialogKind kind, std::wstring& url) {
-    if (!app.config || !app.serviceConfig)
+void BuildPageUrl(HostApi& host, const BrevanConfig* configured, ServiceConfig* published,
+                  bool accountPage, PageDialogKind kind, std::wstring& url) {
+    if (configured == nullptr || published == nullptr)
         return;
-    const BrevanConfig& config = *app.config;
-    ServiceConfig& service = *app.serviceConfig;
-    HostApi& host = app.host();
+    const BrevanConfig& config = *configured;
+    ServiceConfig& service = *published;
 
     std::wstring address;
     const wchar_t* templateKey = config.preproduction ? ServiceConfig::kPreproductionPageTemplate
@@ -70,7 +69,7 @@ void BuildPageUrl(Brevan& app, PageDialogKind kind, std::wstring& url) {
         address += L"&batchRedaction=true&theme=win_native";
     address += L"&isChannelPackage=";
     address += host.HostAppIsChannelPackage() != 0 ? L"true" : L"false";
-    if (kind == PageDialogKind::TaskPane && app.accountPage)
+    if (kind == PageDialogKind::TaskPane && accountPage)
         address += L"&defaultPage=MyPlan";
 
     config.GetCustomUrl(address);

@@ -5,12 +5,18 @@
 
 #include <string>
 
-class Brevan;
+#include "host/host_api.h"
+
+class BrevanConfig;
+class ServiceConfig;
 
 enum class PageDialogKind { TaskPane, Batch };
 
-// Fills `url`. When the service document gives no template, `url` is left as it was.
-void BuildPageUrl(Brevan& app, PageDialogKind kind, std::wstring& url);
+// Fills `url`. Without the configuration or the service document (null), or when the service
+// document gives no template, `url` is left as it was. `accountPage` opens the task pane's page
+// on the account.
+void BuildPageUrl(HostApi& host, const BrevanConfig* config, ServiceConfig* service,
+                  bool accountPage, PageDialogKind kind, std::wstring& url);
 
 // Replaces every `key` + "=%s" in `url` by `key` + "=" + `value`; the inserted text is not
 // searched again. False when `url` holds no such placeholder.

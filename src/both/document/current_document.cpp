@@ -1,8 +1,8 @@
 #include "current_document.h"
 
-#include "app/brevan.h"
+#include "document/document_access.h"
 
-CheckedDocument CheckDocument(const Brevan& app, HostDoc doc, DocumentNeeds needs) {
+CheckedDocument CheckDocument(const DocumentAccess& documents, HostDoc doc, DocumentNeeds needs) {
     CheckedDocument checked;
     checked.doc = doc;
     if (doc == nullptr) {
@@ -10,24 +10,24 @@ CheckedDocument CheckDocument(const Brevan& app, HostDoc doc, DocumentNeeds need
         return checked;
     }
     if (needs.pdf) {
-        checked.pdf = app.host().HostDocGetPdfDoc(doc);
+        checked.pdf = documents.host().HostDocGetPdfDoc(doc);
         if (checked.pdf == nullptr) {
             checked.error = err::kNoNdxDoc;
             return checked;
         }
     }
-    if (needs.fileId && !app.FileIdOf(doc, checked.fileId)) {
+    if (needs.fileId && !documents.FileIdOf(doc, checked.fileId)) {
         checked.error = err::kNoIdFromDoc;
         return checked;
     }
     if (needs.store) {
-        checked.store = app.searchResults.get();
+        checked.store = documents.searchResults();
         if (checked.store == nullptr)
             checked.error = err::kNoResultForSearchKey;
     }
     return checked;
 }
 
-CheckedDocument CheckCurrentDocument(const Brevan& app, DocumentNeeds needs) {
-    return CheckDocument(app, app.GetCurrentDoc(), needs);
+CheckedDocument CheckCurrentDocument(const DocumentAccess& documents, DocumentNeeds needs) {
+    return CheckDocument(documents, documents.CurrentDoc(), needs);
 }

@@ -8,7 +8,7 @@
 #include "bridge/error_codes.h"
 #include "host/host_api.h"
 
-class Brevan;
+class DocumentAccess;
 class SearchResultStore;
 
 // Which of the later steps a command needs; the document itself is always checked.
@@ -31,6 +31,6 @@ struct CheckedDocument {
 };
 
 // The check on `doc`.
-CheckedDocument CheckDocument(const Brevan& app, HostDoc doc, DocumentNeeds needs);
+CheckedDocument CheckDocument(const DocumentAccess& documents, HostDoc doc, DocumentNeeds needs);
 // The check on the current document: the batch's during a batch run, otherwise the active one.
-CheckedDocument CheckCurrentDocument(const Brevan& app, DocumentNeeds needs = {});
+CheckedDocument CheckCurrentDocument(const DocumentAccess& documents, DocumentNeeds needs = {});

@@ -2,7 +2,7 @@
 // saving, closing and the progress bar.
 #pragma once
 
-class Brevan;
+struct DocumentServices;
 class CommandTable;
 
-void AddDocumentCommands(CommandTable& table, Brevan& app);
+void AddDocumentCommands(CommandTable& table, const DocumentServices& services);

@@ -1,28 +1,28 @@
 #include "document_query_dispatchers.h"
 
-#include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
 #include "document/doc_images_type.h"
 #include "document/document_registry.h"
+#include "document/document_services.h"
 #include "document/file_descriptor.h"
 #include "host/host_string.h"
 #include "util/utf.h"
 
 Json::Value GetCurrentDocDispatcher::Run() {
-    const CheckedDocument checked = CheckCurrentDocument(app_);
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents);
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    DocumentRegistry& registry = *app_.documents;
+    DocumentRegistry& registry = *services_.documents.registry();
     std::wstring id;
     if (!registry.findIdByDoc(doc, id)) {
         id = NewGuidText();
         registry.bindDoc(id, doc);
-        if (app_.host().HostDocIsTemporary(doc) == 0) {
-            HostWide path(app_.host());
-            app_.host().HostDocGetFilePath(doc, path);
+        if (services_.host.HostDocIsTemporary(doc) == 0) {
+            HostWide path(services_.host);
+            services_.host.HostDocGetFilePath(doc, path);
             registry.bindPath(id, path.Text());
         }
     }
@@ -51,9 +51,9 @@ Json::Value GetDocMetadataDispatcher::Run() {
     if (id.empty())
         return Fail(err::kNoId);
     HostDoc doc = nullptr;
-    if (!app_.DocOf(id, doc))
+    if (!services_.documents.DocOf(id, doc))
         return Fail(err::kClosedDoc);
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     NdxDoc pdf = host.HostDocGetPdfDoc(doc);
     if (pdf == nullptr)
         return Fail(err::kNoNdxDoc);
@@ -71,10 +71,10 @@ Json::Value GetDocMetadataDispatcher::Run() {
 }
 
 Json::Value GetFileImagesTypeDispatcher::Run() {
-    HostDoc doc = app_.host().HostAppGetActiveDoc();
+    HostDoc doc = services_.host.HostAppGetActiveDoc();
     if (doc == nullptr)
         return Fail(err::kClosedDoc);
     Json::Value data(Json::objectValue);
-    data["type"] = static_cast<int>(ClassifyDocImages(app_.host(), doc));
+    data["type"] = static_cast<int>(ClassifyDocImages(services_.host, doc));
     return MakeResult(err::kOk, data);
 }

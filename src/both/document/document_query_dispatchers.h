@@ -4,35 +4,35 @@
 
 #include "bridge/base_dispatcher.h"
 
-class Brevan;
+struct DocumentServices;
 
 // The current document as an array of one file descriptor; registers it first if it is new.
 class GetCurrentDocDispatcher : public BaseDispatcher {
   public:
-    explicit GetCurrentDocDispatcher(Brevan& app) : app_(app) {}
+    explicit GetCurrentDocDispatcher(const DocumentServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 // CreationDate and ModDate of the document named by file.id, as the file holds them.
 class GetDocMetadataDispatcher : public BaseDispatcher {
   public:
-    GetDocMetadataDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    GetDocMetadataDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 // Whether the active document's pages are images only (1), a mix (2) or hold no image (0).
 class GetFileImagesTypeDispatcher : public BaseDispatcher {
   public:
-    explicit GetFileImagesTypeDispatcher(Brevan& app) : app_(app) {}
+    explicit GetFileImagesTypeDispatcher(const DocumentServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };

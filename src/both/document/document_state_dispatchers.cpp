@@ -1,33 +1,33 @@
 #include "document_state_dispatchers.h"
 
-#include "app/brevan.h"
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
+#include "document/document_services.h"
 
 Json::Value IsCurrentDocModifiedDispatcher::Run() {
-    const CheckedDocument checked = CheckCurrentDocument(app_);
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents);
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    return MakeResult(err::kOk, Json::Value(app_.host().HostDocIsModified(doc) != 0));
+    return MakeResult(err::kOk, Json::Value(services_.host.HostDocIsModified(doc) != 0));
 }
 
 Json::Value GetFilePageCountDispatcher::Run() {
-    const CheckedDocument checked = CheckCurrentDocument(app_, {.pdf = true});
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents, {.pdf = true});
     if (!checked)
         return Fail(checked.error);
     Json::Value data(Json::objectValue);
-    data["pageCount"] = app_.host().NDXDocGetPageCount(checked.pdf);
+    data["pageCount"] = services_.host.NDXDocGetPageCount(checked.pdf);
     return MakeResult(err::kOk, data);
 }
 
 Json::Value CheckFilePermissionDispatcher::Run() {
-    const CheckedDocument checked = CheckCurrentDocument(app_);
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents);
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
     const uint32_t granted =
-        app_.host().HostDocGetPermissions(doc) & (kHostPermCopy | kHostPermAnnotate);
+        services_.host.HostDocGetPermissions(doc) & (kHostPermCopy | kHostPermAnnotate);
     const char* reason = nullptr;
     switch (granted) {
         case kHostPermCopy | kHostPermAnnotate:

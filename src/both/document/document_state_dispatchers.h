@@ -4,33 +4,35 @@
 
 #include "bridge/base_dispatcher.h"
 
-class Brevan;
+struct DocumentServices;
 
 class IsCurrentDocModifiedDispatcher : public BaseDispatcher {
   public:
-    explicit IsCurrentDocModifiedDispatcher(Brevan& app) : app_(app) {}
+    explicit IsCurrentDocModifiedDispatcher(const DocumentServices& services)
+        : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 class GetFilePageCountDispatcher : public BaseDispatcher {
   public:
-    explicit GetFilePageCountDispatcher(Brevan& app) : app_(app) {}
+    explicit GetFilePageCountDispatcher(const DocumentServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 // Success when the document allows both copying content and changing annotations; otherwise 400027
 // with the reason.
 class CheckFilePermissionDispatcher : public BaseDispatcher {
   public:
-    explicit CheckFilePermissionDispatcher(Brevan& app) : app_(app) {}
+    explicit CheckFilePermissionDispatcher(const DocumentServices& services)
+        : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };

@@ -3,12 +3,13 @@
 #include <filesystem>
 #include <system_error>
 
-#include "app/brevan.h"
-#include "app/progress_bar_host.h"
+#include "app/platform_services.h"
 #include "bridge/error_codes.h"
 #include "config/brevan_config.h"
 #include "document/document_registry.h"
+#include "document/document_services.h"
 #include "document/download_status.h"
+#include "document/progress_bar_host.h"
 #include "util/confined_files.h"
 #include "util/utf.h"
 
@@ -35,7 +36,7 @@ std::wstring LastNameComponent(const std::wstring& fileName) {
 int32_t DownloadJob::Run(HostDoc& doc) {
     if (!IsPlainFileName(aiFileId_))
         return err::kDownloadFolderFailed;
-    const std::wstring tempFolder = app_.platform().TempFolder();
+    const std::wstring tempFolder = services_.platform.TempFolder();
     const fs::path temp(ToUtf8(tempFolder));
     const fs::path folder = temp / ToUtf8(aiFileId_);
     if (!PrepareFolder(temp, folder))
@@ -48,23 +49,23 @@ int32_t DownloadJob::Run(HostDoc& doc) {
     const std::wstring path = FromUtf8(target.string());
 
     HttpSettings settings;
-    settings.verifyCertificates = !(app_.config && app_.config->insecureTls);
-    DownloadStatus status(app_.progressBar.get());
-    const bool downloaded = app_.platform().DownloadToFile(fileUrl_, path, status, settings);
+    settings.verifyCertificates = !(services_.config && services_.config->insecureTls);
+    DownloadStatus status(services_.progressBar.get());
+    const bool downloaded = services_.platform.DownloadToFile(fileUrl_, path, status, settings);
     std::error_code error;
     if (!downloaded || !fs::exists(target, error) || fs::is_directory(target, error)) {
-        if (app_.progressBar)
-            app_.progressBar->close();
+        if (services_.progressBar)
+            services_.progressBar->close();
         return err::kDownloadFailed;
     }
 
     // The copy is a scratch file: it goes when the plug-in unloads.
-    DocumentRegistry& registry = *app_.documents;
+    DocumentRegistry& registry = *services_.documents.registry();
     const std::wstring id = registry.newIdForPath(path);
     registry.bindScratchPath(id, path, tempFolder);
     registry.bindAiFileId(id, aiFileId_);
 
-    doc = app_.host().HostDocOpen(path.c_str(), L"", 1, 0);
+    doc = services_.host.HostDocOpen(path.c_str(), L"", 1, 0);
     if (doc == nullptr) {
         registry.erase(id);
         return err::kDownloadOpenFailed;

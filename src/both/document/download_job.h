@@ -7,12 +7,13 @@
 
 #include "host/host_abi.h"
 
-class Brevan;
+struct DocumentServices;
 
 class DownloadJob {
   public:
-    DownloadJob(Brevan& app, std::wstring fileUrl, std::wstring fileName, std::wstring aiFileId)
-        : app_(app),
+    DownloadJob(const DocumentServices& services, std::wstring fileUrl, std::wstring fileName,
+                std::wstring aiFileId)
+        : services_(services),
           fileUrl_(std::move(fileUrl)),
           fileName_(std::move(fileName)),
           aiFileId_(std::move(aiFileId)) {}
@@ -22,7 +23,7 @@ class DownloadJob {
     int32_t Run(HostDoc& doc);
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
     std::wstring fileUrl_;
     std::wstring fileName_;
     std::wstring aiFileId_;

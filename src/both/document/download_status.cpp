@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "app/progress_bar_host.h"
+#include "document/progress_bar_host.h"
 
 namespace {
 

@@ -1,16 +1,17 @@
 #include "document/file_open_dispatchers.h"
 
-#include "app/brevan.h"
-#include "app/extension_tables.h"
+#include "app/platform_services.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "bridge/page_dialog.h"
 #include "bridge/page_events.h"
 #include "document/cloud_drive.h"
 #include "document/document_registry.h"
+#include "document/document_services.h"
 #include "document/download_job.h"
 #include "document/file_descriptor.h"
 #include "document/upload_file_dialog.h"
+#include "host/extension_tables.h"
 
 namespace {
 
@@ -63,13 +64,13 @@ HostBrowserTabRecord* TabRecord() {
 }  // namespace
 
 Json::Value ShowFileSelectDialogDispatcher::Run() {
-    CUploadFileDialog dialog(app_.host(), app_.platform(), PdfSelection(owner_));
+    CUploadFileDialog dialog(services_.host, services_.platform, PdfSelection(owner_));
     if (!dialog.DoModal())
         return Fail(err::kFileDialogCancelled);
     const std::wstring drive = DriveOfPlugin(dialog.PluginName());
     const std::wstring account = drive != L"local" ? dialog.Account() : std::wstring();
 
-    DocumentRegistry& registry = *app_.documents;
+    DocumentRegistry& registry = *services_.documents.registry();
     Json::Value data(Json::arrayValue);
     for (const std::wstring& path : dialog.Paths()) {
         // Records made for the paths before stay.
@@ -104,8 +105,8 @@ Json::Value OpenFileDispatcher::Run() {
     if (aiFileId.empty())
         return Fail(err::kNoAiFileId);
 
-    DocumentRegistry& registry = *app_.documents;
-    HostApi& host = app_.host();
+    DocumentRegistry& registry = *services_.documents.registry();
+    HostApi& host = services_.host;
     const std::wstring head = HeadOf(aiFileId);
     HostDoc doc = nullptr;
     bool download = true;
@@ -121,9 +122,9 @@ Json::Value OpenFileDispatcher::Run() {
         }
     }
     if (download) {
-        const int32_t code = DownloadJob(app_, fileUrl, fileName, aiFileId).Run(doc);
+        const int32_t code = DownloadJob(services_, fileUrl, fileName, aiFileId).Run(doc);
         if (code != err::kOk) {
-            DocOpenFailedEvent(app_).Send();
+            DocOpenFailedEvent(services_.page).Send();
             return Fail(code);
         }
     }
@@ -153,7 +154,7 @@ Json::Value SetIdToFileDispatcher::Run() {
     const std::wstring aiFileId = TextOf(Member(root, "aiFileId"));
     if (aiFileId.empty())
         return Fail(err::kNoAiFileId);
-    app_.documents->bindAiFileId(id, aiFileId);
+    services_.documents.registry()->bindAiFileId(id, aiFileId);
     return MakeResult(err::kOk, Json::Value());
 }
 
@@ -170,11 +171,11 @@ Json::Value OpenUrlInBrowserDispatcher::Run() {
     const bool inTab = inTabValue.isConvertibleTo(Json::booleanValue) && inTabValue.asBool();
 
     if (!inTab) {
-        if (!app_.platform().OpenUrlExternally(url))
+        if (!services_.platform.OpenUrlExternally(url))
             return Fail(err::kShellExecuteFailed);
         return MakeResult(err::kOk, Json::Value());
     }
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     HostExtTable browser = FindExtensionTable(host, hostops::ExtTable::BrowserExt);
     void* tab = nullptr;
     if (browser == nullptr ||

@@ -4,18 +4,19 @@
 
 #include "bridge/base_dispatcher.h"
 
-class Brevan;
+struct DocumentServices;
 
 // Lets the user pick PDF files without opening them; each becomes a registry record and a file
 // descriptor.
 class ShowFileSelectDialogDispatcher : public BaseDispatcher {
   public:
     // `owner` is the channel's page dialog (a PageDialog*), or null.
-    ShowFileSelectDialogDispatcher(Brevan& app, void* owner) : app_(app), owner_(owner) {}
+    ShowFileSelectDialogDispatcher(const DocumentServices& services, void* owner)
+        : services_(services), owner_(owner) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
     void* owner_;
 };
 
@@ -23,32 +24,32 @@ class ShowFileSelectDialogDispatcher : public BaseDispatcher {
 // open, otherwise downloads and opens it.
 class OpenFileDispatcher : public BaseDispatcher {
   public:
-    OpenFileDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    OpenFileDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 // Ties the page's service id to a registry id, known or not.
 class SetIdToFileDispatcher : public BaseDispatcher {
   public:
-    SetIdToFileDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    SetIdToFileDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 // Opens an address in the user's browser, or in a tab of the host's web view.
 class OpenUrlInBrowserDispatcher : public BaseDispatcher {
   public:
-    OpenUrlInBrowserDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    OpenUrlInBrowserDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };

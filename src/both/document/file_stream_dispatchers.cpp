@@ -7,14 +7,14 @@
 #include <optional>
 #include <string_view>
 
-#include "app/brevan.h"
-#include "app/progress_bar_host.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "bridge/json_text.h"
 #include "bridge/wide_reply.h"
 #include "document/document_registry.h"
+#include "document/document_services.h"
 #include "document/file_descriptor.h"
+#include "document/progress_bar_host.h"
 #include "host/host_string.h"
 #include "redaction/owned_handle.h"
 #include "redaction/request_fields.h"
@@ -48,14 +48,16 @@ int BarPosition(int32_t offset, int32_t blockSize, int32_t fileSize, bool isEnd)
 // The file to read for `id`: that of its open document, saved first when it has changes, or the
 // path the registry holds for a file that is not open.
 enum class Source { kFound, kNoPath, kSaveFailed };
-Source FileOf(Brevan& app, const std::wstring& id, std::wstring& path) {
+Source FileOf(const DocumentServices& services, const std::wstring& id, std::wstring& path) {
     HostDoc doc = nullptr;
-    if (!app.DocOf(id, doc))
-        return app.documents && app.documents->pathOf(id, path) ? Source::kFound : Source::kNoPath;
-    HostApi& host = app.host();
+    if (!services.documents.DocOf(id, doc))
+        return services.documents.registry() && services.documents.registry()->pathOf(id, path)
+                   ? Source::kFound
+                   : Source::kNoPath;
+    HostApi& host = services.host;
     const bool save = host.HostDocIsModified(doc) != 0;
     if (save) {
-        app.temporarySave.Start(host.HostDocIsTemporary(doc) != 0);
+        services.temporarySave.Start(host.HostDocIsTemporary(doc) != 0);
         if (host.HostDocSave(doc, 0, 0, 1, 0) == 0)
             return Source::kSaveFailed;
     }
@@ -63,7 +65,7 @@ Source FileOf(Brevan& app, const std::wstring& id, std::wstring& path) {
     host.HostDocGetFilePath(doc, hostPath);
     path = hostPath.Text();
     if (save)
-        app.documents->bindPath(id, path);
+        services.documents.registry()->bindPath(id, path);
     return Source::kFound;
 }
 
@@ -114,7 +116,7 @@ Json::Value GetFileStreamDispatcher::Serve(HostBytes& encoded) {
         return Fail(err::kNoBlockSize);
 
     std::wstring path;
-    switch (FileOf(app_, id, path)) {
+    switch (FileOf(services_, id, path)) {
         case Source::kNoPath:
             return Fail(err::kNoPath);
         case Source::kSaveFailed:
@@ -131,8 +133,8 @@ Json::Value GetFileStreamDispatcher::Serve(HostBytes& encoded) {
             return Fail(err::kOpenStreamFailed);
         in.clear();
         stream_.path = path;
-        if (app_.progressBar)
-            app_.progressBar->showFixed(ProgressBarHost::kUploadBar);
+        if (services_.progressBar)
+            services_.progressBar->showFixed(ProgressBarHost::kUploadBar);
     }
     // A stream that ran into the end of its file stays failed: only a release brings it back.
     in.seekg(*offset, std::ios::beg);
@@ -151,10 +153,10 @@ Json::Value GetFileStreamDispatcher::Serve(HostBytes& encoded) {
     }
     const bool isEnd = in.eof();
     const auto fileSize = static_cast<int32_t>(FileSizeLow32(path));
-    if (app_.progressBar)
-        app_.progressBar->update(BarPosition(*offset, *blockSize, fileSize, isEnd), L"");
+    if (services_.progressBar)
+        services_.progressBar->update(BarPosition(*offset, *blockSize, fileSize, isEnd), L"");
 
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     const OwnedBase64Encoder encoder(host, host.HostBase64EncoderNew('='));
     host.HostBase64Encode(encoder.get(), block, dataSize, encoded);
 
@@ -170,9 +172,9 @@ Json::Value GetFileStreamDispatcher::Serve(HostBytes& encoded) {
 }
 
 Json::Value GetFileStreamDispatcher::Run() {
-    HostBytes encoded(app_.host());
+    HostBytes encoded(services_.host);
     Json::Value reply = Serve(encoded);
-    const std::string_view content = ContentOf(app_.host(), encoded);
+    const std::string_view content = ContentOf(services_.host, encoded);
     if (!content.empty())
         reply["data"]["content"] = Json::Value(content.data(), content.data() + content.size());
     return reply;
@@ -180,11 +182,11 @@ Json::Value GetFileStreamDispatcher::Run() {
 
 template <typename Use>
 auto GetFileStreamDispatcher::WithReplyPieces(Use use) {
-    HostBytes encoded(app_.host());
+    HostBytes encoded(services_.host);
     const std::string text = WriteJson(Serve(encoded));
     // The writer puts keys in order, so a block's reply opens with its empty content.
     static constexpr std::string_view kOpening = R"({"data":{"content":")";
-    const std::string_view content = ContentOf(app_.host(), encoded);
+    const std::string_view content = ContentOf(services_.host, encoded);
     if (content.empty() || !text.starts_with(kOpening))
         return use({std::string_view(text)});
     return use({kOpening, content, std::string_view(text).substr(kOpening.size())});
@@ -209,7 +211,7 @@ Json::Value ReleaseFileStreamDispatcher::Run() {
     stream_.path.clear();
     stream_.block.reset();
     stream_.blockCapacity = 0;
-    if (app_.progressBar)
-        app_.progressBar->close();
+    if (services_.progressBar)
+        services_.progressBar->close();
     return EmptyTextReply();
 }

@@ -6,7 +6,7 @@
 #include "bridge/base_dispatcher.h"
 #include "document/channel_file_stream.h"
 
-class Brevan;
+struct DocumentServices;
 class HostBytes;
 
 // One block of the file of `file.id` at `offset`, of up to `blockSize` bytes. A modified open
@@ -16,8 +16,9 @@ class GetFileStreamDispatcher : public BaseDispatcher {
     // The largest block handed out; larger requests answer as an invalid block size.
     static constexpr int32_t kLargestBlock = 64 * 1024 * 1024;
 
-    GetFileStreamDispatcher(Brevan& app, const CommandParams& params, ChannelFileStream& stream)
-        : BaseDispatcher(params), app_(app), stream_(stream) {}
+    GetFileStreamDispatcher(const DocumentServices& services, const CommandParams& params,
+                            ChannelFileStream& stream)
+        : BaseDispatcher(params), services_(services), stream_(stream) {}
     Json::Value Run() override;
 
   protected:
@@ -37,7 +38,7 @@ class GetFileStreamDispatcher : public BaseDispatcher {
     // The bytes of the next block, in a buffer the stream keeps; null when it cannot be had.
     char* BlockBuffer(std::size_t size);
 
-    Brevan& app_;
+    const DocumentServices& services_;
     ChannelFileStream& stream_;
 };
 
@@ -45,12 +46,12 @@ class GetFileStreamDispatcher : public BaseDispatcher {
 // MakeResult, so it never carries the request's identifier.
 class ReleaseFileStreamDispatcher : public BaseDispatcher {
   public:
-    ReleaseFileStreamDispatcher(Brevan& app, ChannelFileStream& stream)
-        : app_(app), stream_(stream) {}
+    ReleaseFileStreamDispatcher(const DocumentServices& services, ChannelFileStream& stream)
+        : services_(services), stream_(stream) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
     ChannelFileStream& stream_;
 };
 

@@ -1,7 +1,8 @@
 #include "flattened_copy.h"
 
-#include "app/brevan.h"
+#include "app/platform_services.h"
 #include "bridge/error_codes.h"
+#include "document/document_services.h"
 #include "host/host_string.h"
 #include "util/confined_files.h"
 #include "util/utf.h"
@@ -24,11 +25,11 @@ HostOpenHiddenOptions HiddenCopyOptions() {
 
 FlattenedCopy::~FlattenedCopy() {
     if (copy_ != nullptr)
-        app_.host().HostDocClose(copy_, 0, 0, 0);
+        services_.host.HostDocClose(copy_, 0, 0, 0);
     if (!scratch_.empty())
         RemoveInside(scratch_.parent_path(), scratch_, false);
-    if (copy_ != nullptr && !app_.batchMode)
-        app_.ShowTaskPane(true);
+    if (copy_ != nullptr && !services_.documents.batch().running)
+        services_.showTaskPane(true);
 }
 
 bool FlattenedCopy::CopyFile(const fs::path& from, fs::path to) {
@@ -48,14 +49,14 @@ bool FlattenedCopy::CopyFile(const fs::path& from, fs::path to) {
 }
 
 int32_t FlattenedCopy::Make(HostDoc source, int firstPage, int endPage) {
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     HostWide sourcePath(host);
     host.HostDocGetFilePath(source, sourcePath);
     HostWide fileName(host);
     host.HostDocGetFileName(source, fileName);
     if (!IsPlainFileName(fileName.Text()) ||
         !CopyFile(ToUtf8(sourcePath.Text()),
-                  ToUtf8(app_.platform().TempFolder() + fileName.Text())))
+                  ToUtf8(services_.platform.TempFolder() + fileName.Text())))
         return err::kClosedDoc;
 
     const std::wstring scratch = FromUtf8(scratch_.string());

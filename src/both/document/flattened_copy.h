@@ -8,11 +8,11 @@
 
 #include "host/host_abi.h"
 
-class Brevan;
+struct DocumentServices;
 
 class FlattenedCopy {
   public:
-    explicit FlattenedCopy(Brevan& app) : app_(app) {}
+    explicit FlattenedCopy(const DocumentServices& services) : services_(services) {}
     // Closes the copy, deletes its file and, outside a batch, shows the task pane again, since the
     // close may have hidden it.
     ~FlattenedCopy();
@@ -30,7 +30,7 @@ class FlattenedCopy {
     // Copies `from` to the scratch path `to`; false when the source is missing or the copy fails.
     bool CopyFile(const std::filesystem::path& from, std::filesystem::path to);
 
-    Brevan& app_;
+    const DocumentServices& services_;
     std::filesystem::path scratch_;  // empty until the file is copied
     HostDoc copy_ = nullptr;
     NdxDoc pdf_ = nullptr;

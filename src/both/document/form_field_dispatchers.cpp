@@ -4,11 +4,11 @@
 #include <map>
 #include <string>
 
-#include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
 #include "document/document_registry.h"
+#include "document/document_services.h"
 #include "host/host_string.h"
 #include "redaction/search_result_store.h"
 #include "util/utf.h"
@@ -22,11 +22,12 @@ const char* ControlTypeName(int type) {
 }
 
 Json::Value GetAllFormFieldsDispatcher::Run() {
-    const CheckedDocument checked = CheckCurrentDocument(app_, {.pdf = true, .fileId = true});
+    const CheckedDocument checked =
+        CheckCurrentDocument(services_.documents, {.pdf = true, .fileId = true});
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     NdxDoc pdf = checked.pdf;
     const std::wstring& fileId = checked.fileId;
     HostFormEnv env = host.HostDocGetInterForm(doc);
@@ -35,7 +36,7 @@ Json::Value GetAllFormFieldsDispatcher::Run() {
     NdxInterForm form = host.NDXInterFormFromEnvironment(env);
     if (form == nullptr)
         return Fail(err::kNoDocView);
-    SearchResultStore* store = app_.searchResults.get();
+    SearchResultStore* store = services_.documents.searchResults();
     if (store == nullptr)
         return Fail(err::kNoResultForSearchKey);
 
@@ -103,9 +104,9 @@ Json::Value SetFormFieldValueDispatcher::Run() {
     if (value.isNull() || value.isArray() || value.isObject())
         return Fail(err::kNoFieldValue);
     HostDoc doc = nullptr;
-    if (!app_.DocOf(fileId, doc))
+    if (!services_.documents.DocOf(fileId, doc))
         return Fail(err::kNoDocFromField);
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     HostFormEnv env = host.HostDocGetInterForm(doc);
     if (env == nullptr)
         return Fail(err::kNoFormObject);

@@ -5,26 +5,26 @@
 
 #include "bridge/base_dispatcher.h"
 
-class Brevan;
+struct DocumentServices;
 
 // The name of a control type number ("TextField" for 4 ...), "Unknown" outside 1 to 9.
 const char* ControlTypeName(int type);
 
 class GetAllFormFieldsDispatcher : public BaseDispatcher {
   public:
-    explicit GetAllFormFieldsDispatcher(Brevan& app) : app_(app) {}
+    explicit GetAllFormFieldsDispatcher(const DocumentServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 class SetFormFieldValueDispatcher : public BaseDispatcher {
   public:
-    SetFormFieldValueDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    SetFormFieldValueDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };

@@ -4,13 +4,14 @@
 #include <optional>
 #include <string>
 
-#include "app/brevan.h"
-#include "app/extension_tables.h"
+#include "app/platform_services.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
+#include "document/document_services.h"
 #include "document/flattened_copy.h"
 #include "document/host_save_command.h"
+#include "host/extension_tables.h"
 #include "host/host_string.h"
 #include "redaction/owned_handle.h"
 #include "redaction/request_fields.h"
@@ -140,11 +141,11 @@ Json::Value GetFileTextsDispatcher::Run() {
     const std::optional<int64_t> pageIndex = JsonInteger(Member(root, "pageIndex"));
     if (!pageIndex)
         return Fail(err::kNoPageIndex);
-    const CheckedDocument checked = CheckCurrentDocument(app_, {.pdf = true});
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents, {.pdf = true});
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     NdxDoc pdf = checked.pdf;
     const int pageCount = host.NDXDocGetPageCount(pdf);
     std::optional<int> askedPage;
@@ -158,18 +159,18 @@ Json::Value GetFileTextsDispatcher::Run() {
 
     if (!HasTextField(host, doc, pageCount, askedPage))
         return MakeResult(err::kOk, PageTexts(host, pdf, firstPage, endPage));
-    FlattenedCopy copy(app_);
+    FlattenedCopy copy(services_);
     if (const int32_t failed = copy.Make(doc, firstPage, endPage); failed != err::kOk)
         return Fail(failed);
     return MakeResult(err::kOk, PageTexts(host, copy.pdf(), firstPage, endPage));
 }
 
 Json::Value RunFileOCRDispatcher::Run() {
-    const CheckedDocument checked = CheckCurrentDocument(app_);
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents);
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     if (FindExtensionTable(host, hostops::ExtTable::Ocr) == nullptr)
         return Fail(kNoOcrExtension);
     bool showDialog = false;
@@ -198,6 +199,6 @@ Json::Value RunFileOCRDispatcher::Run() {
     }
     RecognizePages(host, doc, pdf, ocr, settings);
     host.HostDocSetChanged(doc);
-    app_.platform().SendWindowCommand(host.HostAppGetMainWindow(), kHostSaveCommand);
+    services_.platform.SendWindowCommand(host.HostAppGetMainWindow(), kHostSaveCommand);
     return MakeResult(err::kOk, Json::Value());
 }

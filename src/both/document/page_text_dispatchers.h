@@ -5,19 +5,19 @@
 
 #include "bridge/base_dispatcher.h"
 
-class Brevan;
+struct DocumentServices;
 
 // `pageIndex` 0-based, or -1 for all pages. A document with a text field anywhere is read from a
 // flattened copy of its file, since field values are not part of the page text; so unsaved
 // changes of such a document are not in the answer.
 class GetFileTextsDispatcher : public BaseDispatcher {
   public:
-    GetFileTextsDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    GetFileTextsDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 // Recognises every page of the current document with the OCR extension, after its options dialog
@@ -28,10 +28,10 @@ class RunFileOCRDispatcher : public BaseDispatcher {
     static constexpr int32_t kNoOcrExtension = -1;
     static constexpr int32_t kNotRecognised = 1;
 
-    RunFileOCRDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    RunFileOCRDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };

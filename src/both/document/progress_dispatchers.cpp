@@ -2,10 +2,10 @@
 
 #include <optional>
 
-#include "app/brevan.h"
-#include "app/progress_bar_host.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
+#include "document/document_services.h"
+#include "document/progress_bar_host.h"
 #include "redaction/request_fields.h"
 #include "util/utf.h"
 
@@ -31,8 +31,8 @@ Json::Value CreateProgressBarDispatcher::Run() {
     const std::optional<uint64_t> seconds = NonNegativeInteger(Member(root, "timeout"));
     if (!seconds)
         return Fail(err::kTimeout);
-    if (app_.progressBar)
-        app_.progressBar->showTimed(FromUtf8(title.asString()), *seconds);
+    if (services_.progressBar)
+        services_.progressBar->showTimed(FromUtf8(title.asString()), *seconds);
     return MakeResult(err::kOk, Json::Value());
 }
 
@@ -44,15 +44,16 @@ Json::Value UpdateProgressBarDispatcher::Run() {
     if (!position || *position > 100)
         return Fail(err::kNoCurrentPosition);
     const Json::Value& title = Member(root, "title");
-    if (app_.progressBar) {
-        app_.progressBar->update(static_cast<int>(*position),
-                                 title.isString() ? FromUtf8(title.asString()) : std::wstring());
+    if (services_.progressBar) {
+        services_.progressBar->update(static_cast<int>(*position), title.isString()
+                                                                       ? FromUtf8(title.asString())
+                                                                       : std::wstring());
     }
     return MakeResult(err::kOk, Json::Value());
 }
 
 Json::Value DestroyProgressBarDispatcher::Run() {
-    if (app_.progressBar)
-        app_.progressBar->close();
+    if (services_.progressBar)
+        services_.progressBar->close();
     return MakeResult(err::kOk, Json::Value());
 }

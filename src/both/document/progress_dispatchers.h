@@ -4,35 +4,35 @@
 
 #include "bridge/base_dispatcher.h"
 
-class Brevan;
+struct DocumentServices;
 
 // A bar with `title` and a watchdog of `timeout` seconds; a bar already up stays as it is.
 class CreateProgressBarDispatcher : public BaseDispatcher {
   public:
-    CreateProgressBarDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    CreateProgressBarDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 // Moves the bar to `currentPos` (0 to 100); a string `title` replaces its text.
 class UpdateProgressBarDispatcher : public BaseDispatcher {
   public:
-    UpdateProgressBarDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    UpdateProgressBarDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 class DestroyProgressBarDispatcher : public BaseDispatcher {
   public:
-    explicit DestroyProgressBarDispatcher(Brevan& app) : app_(app) {}
+    explicit DestroyProgressBarDispatcher(const DocumentServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };

@@ -4,12 +4,13 @@
 #include <utility>
 #include <vector>
 
-#include "app/brevan.h"
+#include "app/platform_services.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "bridge/page_dialog.h"
 #include "document/batch_document_session.h"
 #include "document/current_document.h"
+#include "document/document_services.h"
 #include "document/file_stream_dispatchers.h"
 #include "document/host_save_command.h"
 #include "document/save_as_name.h"
@@ -35,27 +36,27 @@ Json::Value SaveDocumentDispatcher::Run() {
         return Fail(err::kNoJson);
     const Json::Value& root = params.value();
     const bool saveAs = IsSaveAs(Member(root, "isSaveAs"));
-    if (app_.batchMode) {
-        if (app_.batchSession != nullptr)
-            app_.batchSession->SaveCurrent();
+    if (const BatchState& batch = services_.documents.batch(); batch.running) {
+        if (batch.session != nullptr)
+            batch.session->SaveCurrent();
         return MakeResult(err::kOk, Json::Value());
     }
-    const CheckedDocument checked = CheckCurrentDocument(app_);
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents);
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    app_.temporarySave.Start(app_.host().HostDocIsTemporary(doc) != 0);
-    return saveAs ? SaveAs(doc, root) : SaveInPlace(doc, app_.temporarySave.underway());
+    services_.temporarySave.Start(services_.host.HostDocIsTemporary(doc) != 0);
+    return saveAs ? SaveAs(doc, root) : SaveInPlace(doc, services_.temporarySave.underway());
 }
 
 Json::Value SaveDocumentDispatcher::SaveInPlace(HostDoc doc, bool temporary) {
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     // The host saves inside the command, its saved and closed hooks included.
-    app_.platform().SendWindowCommand(host.HostAppGetMainWindow(), kHostSaveCommand);
+    services_.platform.SendWindowCommand(host.HostAppGetMainWindow(), kHostSaveCommand);
     if (temporary) {
         // The host puts the saved file in the place of a temporary document, so `doc` is gone;
         // the saved hook alone tells whether the save happened.
-        const bool saved = app_.temporarySave.TakeSaved();
+        const bool saved = services_.temporarySave.TakeSaved();
         return saved ? MakeResult(err::kOk, Json::Value()) : Fail(err::kSavingDocFailed);
     }
     return host.HostDocIsModified(doc) != 0 ? Fail(err::kSavingDocFailed)
@@ -63,7 +64,7 @@ Json::Value SaveDocumentDispatcher::SaveInPlace(HostDoc doc, bool temporary) {
 }
 
 Json::Value SaveDocumentDispatcher::SaveAs(HostDoc doc, const Json::Value& root) {
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     const Json::Value& suffix = Member(root, "suffix");
     HostWide fileName(host);
     host.HostDocGetFileName(doc, fileName);
@@ -76,7 +77,7 @@ Json::Value SaveDocumentDispatcher::SaveAs(HostDoc doc, const Json::Value& root)
     settings.filter = ResourceString(ids::kPdfFiles) + L"|*.pdf||";
     settings.flags = kSaveDialogFlags;
     settings.parent = host.HostAppGetMainWindow();
-    const std::unique_ptr<FileDialog> dialog = app_.platform().MakeFileDialog(settings);
+    const std::unique_ptr<FileDialog> dialog = services_.platform.MakeFileDialog(settings);
     if (dialog == nullptr || !dialog->Run())
         return Fail(err::kSaveAsCanceled);
     const std::vector<std::wstring> paths = dialog->Paths();
@@ -95,11 +96,12 @@ Json::Value ReloadDispatcher::Run() {
 }
 
 Json::Value CloseCurrentFileDispatcher::Run() {
-    if (app_.batchDocument != nullptr) {
-        const bool keepOpen = app_.batchSession != nullptr && app_.batchSession->CurrentWasOpen();
-        HostDoc doc = std::exchange(app_.batchDocument, nullptr);
+    const BatchState& batch = services_.documents.batch();
+    if (batch.document != nullptr) {
+        const bool keepOpen = batch.session != nullptr && batch.session->CurrentWasOpen();
+        HostDoc doc = std::exchange(batch.document, nullptr);
         if (!keepOpen)
-            app_.host().HostDocClose(doc, 0, 0, 0);
+            services_.host.HostDocClose(doc, 0, 0, 0);
     }
     return MakeResult(err::kOk, Json::Value());
 }

@@ -5,21 +5,21 @@
 #include "bridge/base_dispatcher.h"
 #include "host/host_abi.h"
 
-class Brevan;
+struct DocumentServices;
 
 // Saves the current document through the host's own Save command, or with `isSaveAs` under a
 // name the user picks (offered with `suffix`). During a batch the batch session saves instead.
 class SaveDocumentDispatcher : public BaseDispatcher {
   public:
-    SaveDocumentDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    SaveDocumentDispatcher(const DocumentServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
     Json::Value SaveInPlace(HostDoc doc, bool temporary);
     Json::Value SaveAs(HostDoc doc, const Json::Value& root);
 
-    Brevan& app_;
+    const DocumentServices& services_;
 };
 
 // Reloads the page of the channel's page dialog (`owner`); on a channel without one it only
@@ -37,9 +37,9 @@ class ReloadDispatcher : public BaseDispatcher {
 // current document fall back to the active one. Without a batch document it does nothing.
 class CloseCurrentFileDispatcher : public BaseDispatcher {
   public:
-    explicit CloseCurrentFileDispatcher(Brevan& app) : app_(app) {}
+    explicit CloseCurrentFileDispatcher(const DocumentServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const DocumentServices& services_;
 };

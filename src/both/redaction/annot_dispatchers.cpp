@@ -1,6 +1,5 @@
 #include "annot_dispatchers.h"
 
-#include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
@@ -10,6 +9,7 @@
 #include "redaction/owned_handle.h"
 #include "redaction/page_repaint.h"
 #include "redaction/pdf_dict_writer.h"
+#include "redaction/redaction_services.h"
 #include "redaction/request_fields.h"
 #include "redaction/search_result_store.h"
 #include "util/utf.h"
@@ -66,11 +66,11 @@ Json::Value AddAnnotDispatcher::Run() {
     if (!StartsWith(uniqueIDName, kMatchAnnotPrefix))
         return Fail(err::kNoUniqueIdName);
     const CheckedDocument checked =
-        CheckCurrentDocument(app_, {.pdf = true, .fileId = true, .store = true});
+        CheckCurrentDocument(services_.documents, {.pdf = true, .fileId = true, .store = true});
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     NdxDoc pdf = checked.pdf;
     const std::wstring& fileId = checked.fileId;
     SearchResultStore* store = checked.store;
@@ -80,7 +80,7 @@ Json::Value AddAnnotDispatcher::Run() {
     if (store->IsAnnotated(record))
         return MakeResult(err::kOk, MessageData("the annot has been added"));
 
-    const bool batch = app_.batchMode;
+    const bool batch = services_.documents.batch().running;
     HostDocView view = nullptr;
     HostPageView pageView = nullptr;
     if (!batch) {
@@ -123,7 +123,7 @@ std::optional<Json::Value> AddAnnotDispatcher::InsertWithoutView(HostDoc doc, Nd
                                                                  const SearchRecord& record,
                                                                  const std::wstring& uniqueIDName,
                                                                  HostAnnot& annot) {
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     OwnedPdfPage page(host, host.NDXPageNew());
     if (!page)
         return Fail(err::kAddAnnotFailed);
@@ -139,7 +139,7 @@ std::optional<Json::Value> AddAnnotDispatcher::InsertWithoutView(HostDoc doc, Nd
         host.NDXAnnotListInsert(list, before, pdfAnnot);
     const int after = list != nullptr ? host.NDXAnnotListCount(list) : 0;
     if (after == before) {
-        app_.logger.Log(kLogError, "Add annot size error :%", ToUtf8(uniqueIDName));
+        services_.logger.Log(kLogError, "Add annot size error :%", ToUtf8(uniqueIDName));
         return MakeResult(err::kAddAnnotFailed,
                           MessageData("after NDXAnnotListInsert, the AnnotList not change!"));
     }
@@ -159,18 +159,18 @@ Json::Value RemoveAnnotsDispatcher::Run() {
         return Fail(code);
     if (TextOf(Member(root, "uniqueIDPrefix")).empty())
         return Fail(err::kNoUniqueIdName);
-    const CheckedDocument checked = CheckCurrentDocument(app_);
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents);
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     HostDocView view = host.HostDocGetView(doc);
     if (view == nullptr)
         return Fail(err::kNoDocView);
     std::wstring fileId;
-    if (!app_.FileIdOf(doc, fileId))
+    if (!services_.documents.FileIdOf(doc, fileId))
         return Fail(err::kNoIdFromDoc);
-    SearchResultStore* store = app_.searchResults.get();
+    SearchResultStore* store = services_.documents.searchResults();
     if (store == nullptr)
         return Fail(err::kNoResultForSearchKey);
     const SearchRecord record = store->GetResult(fileId, request.searchKey, request.index);

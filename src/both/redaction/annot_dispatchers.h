@@ -8,13 +8,13 @@
 #include "bridge/base_dispatcher.h"
 #include "host/host_abi.h"
 
-class Brevan;
+struct RedactionServices;
 struct SearchRecord;
 
 class AddAnnotDispatcher : public BaseDispatcher {
   public:
-    AddAnnotDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    AddAnnotDispatcher(const RedactionServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
@@ -25,15 +25,15 @@ class AddAnnotDispatcher : public BaseDispatcher {
                                                  const std::wstring& uniqueIDName,
                                                  HostAnnot& annot);
 
-    Brevan& app_;
+    const RedactionServices& services_;
 };
 
 class RemoveAnnotsDispatcher : public BaseDispatcher {
   public:
-    RemoveAnnotsDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    RemoveAnnotsDispatcher(const RedactionServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const RedactionServices& services_;
 };

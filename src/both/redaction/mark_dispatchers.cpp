@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <vector>
 
-#include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
 #include "document/document_registry.h"
 #include "redaction/owned_handle.h"
+#include "redaction/redaction_services.h"
 #include "redaction/request_fields.h"
 #include "redaction/search_result_store.h"
 
@@ -69,7 +69,8 @@ Json::Value MarkTextDispatcher::Run() {
     const std::optional<int64_t> index = ListIndexOf(root);
     if (!index)
         return Fail(err::kNoIndex);
-    const CheckedDocument checked = CheckCurrentDocument(app_, {.fileId = true, .store = true});
+    const CheckedDocument checked =
+        CheckCurrentDocument(services_.documents, {.fileId = true, .store = true});
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
@@ -77,7 +78,7 @@ Json::Value MarkTextDispatcher::Run() {
     if (record.page == -1 || record.index == -1)
         return Fail(err::kNoFindResult);
 
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     HostDocView view = host.HostDocGetView(doc);
     HostPageView current = view != nullptr ? host.HostDocViewGetCurrentPageView(view) : nullptr;
     HostPageView pageView =
@@ -105,7 +106,7 @@ Json::Value MarkTextDispatcher::Run() {
 // pieces, one range array per page (a later part on a page replaces the earlier one's entry).
 void MarkTextDispatcher::Select(HostTextSelectTool tool, HostPageView pageView,
                                 const SearchRecord& record) {
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     if (!record.rects.empty()) {
         OwnedRectArray rects(host, host.NDXRectArrayNew());
         for (const NdxRect& r : record.rects)
@@ -131,13 +132,13 @@ void MarkTextDispatcher::Select(HostTextSelectTool tool, HostPageView pageView,
 }
 
 Json::Value ClearMarkTextsDispatcher::Run() {
-    const CheckedDocument checked = CheckCurrentDocument(app_);
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents);
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    HostTextSelectTool tool = app_.host().HostDocGetTextSelectTool(doc);
+    HostTextSelectTool tool = services_.host.HostDocGetTextSelectTool(doc);
     if (tool == nullptr)
         return Fail(err::kNoTextSelectTool);
-    app_.host().HostTextSelectToolClear(tool);
+    services_.host.HostTextSelectToolClear(tool);
     return MakeResult(err::kOk, Json::Value());
 }

@@ -8,7 +8,7 @@
 #include "bridge/base_dispatcher.h"
 #include "host/host_abi.h"
 
-class Brevan;
+struct RedactionServices;
 struct SearchRecord;
 
 // Where the view must scroll so that a match's first rectangle shows, in page space; empty when
@@ -17,21 +17,21 @@ std::optional<NdxPoint> ScrollTargetFor(const SearchRecord& record, const NdxRec
 
 class MarkTextDispatcher : public BaseDispatcher {
   public:
-    MarkTextDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    MarkTextDispatcher(const RedactionServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
     void Select(HostTextSelectTool tool, HostPageView pageView, const SearchRecord& record);
 
-    Brevan& app_;
+    const RedactionServices& services_;
 };
 
 class ClearMarkTextsDispatcher : public BaseDispatcher {
   public:
-    explicit ClearMarkTextsDispatcher(Brevan& app) : app_(app) {}
+    explicit ClearMarkTextsDispatcher(const RedactionServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const RedactionServices& services_;
 };

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "document/document_registry.h"
@@ -12,6 +11,7 @@
 #include "redaction/page_repaint.h"
 #include "redaction/pdf_dict_writer.h"
 #include "redaction/pdf_text.h"
+#include "redaction/redaction_services.h"
 #include "redaction/request_fields.h"
 
 namespace {
@@ -39,16 +39,17 @@ std::string DictBytes(HostApi& host, NdxObject dict, const char* key) {
 
 }  // namespace
 
-int32_t PointNoteRequest::Read(Brevan& app, const CommandParams& params, Kind kind) {
+int32_t PointNoteRequest::Read(const RedactionServices& services, const CommandParams& params,
+                               Kind kind) {
     if (!params.parsed())
         return err::kNoJson;
     const Json::Value& root = params.value();
     const std::wstring fileId = FileIdOf(root);
     if (fileId.empty())
         return err::kNoId;
-    if (!app.DocOf(fileId, place.doc))
+    if (!services.documents.DocOf(fileId, place.doc))
         return err::kNoDocFromField;
-    HostApi& host = app.host();
+    HostApi& host = services.host;
     place.pdf = host.HostDocGetPdfDoc(place.doc);
     if (place.pdf == nullptr)
         return err::kNoNdxDoc;
@@ -113,12 +114,12 @@ std::optional<NdxRect> NoteAt(HostApi& host, HostAnnot annot, const NotePlace& p
 
 Json::Value AddAnnotAtPointDispatcher::Run() {
     PointNoteRequest request;
-    if (const int32_t code = request.Read(app_, params, PointNoteRequest::Kind::kNewNote);
+    if (const int32_t code = request.Read(services_, params, PointNoteRequest::Kind::kNewNote);
         code != err::kOk) {
         return Fail(code);
     }
     const NotePlace& place = request.place;
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     OwnedPdfObject note(host, host.NDXDictNew());
     if (!note)
         return Fail(err::kAddAnnotFailed);
@@ -153,12 +154,13 @@ Json::Value AddAnnotAtPointDispatcher::Run() {
 
 Json::Value GetAnnotsContentAtPointDispatcher::Run() {
     PointNoteRequest request;
-    if (const int32_t code = request.Read(app_, params, PointNoteRequest::Kind::kExistingNotes);
+    if (const int32_t code =
+            request.Read(services_, params, PointNoteRequest::Kind::kExistingNotes);
         code != err::kOk) {
         return Fail(code);
     }
     const NotePlace& place = request.place;
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     Json::Value data;
     const int count = host.HostPageViewCountAnnots(place.pageView);
     for (int i = 0; i < count; ++i) {
@@ -184,12 +186,13 @@ Json::Value GetAnnotsContentAtPointDispatcher::Run() {
 // stays for a later request.
 Json::Value RemoveAnnotsAtPointDispatcher::Run() {
     PointNoteRequest request;
-    if (const int32_t code = request.Read(app_, params, PointNoteRequest::Kind::kExistingNotes);
+    if (const int32_t code =
+            request.Read(services_, params, PointNoteRequest::Kind::kExistingNotes);
         code != err::kOk) {
         return Fail(code);
     }
     const NotePlace& place = request.place;
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     HostUndoManager undo = host.HostUndoGetManager();
     for (int i = 0; i < host.HostPageViewCountAnnots(place.pageView); ++i) {
         HostAnnot annot = host.HostPageViewGetAnnot(place.pageView, i);

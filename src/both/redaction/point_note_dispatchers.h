@@ -10,7 +10,7 @@
 #include "bridge/base_dispatcher.h"
 #include "host/host_abi.h"
 
-class Brevan;
+struct RedactionServices;
 class HostApi;
 
 // Where a point-note request points, once its checks have passed. The request's point (x, y)
@@ -34,7 +34,7 @@ class PointNoteRequest {
     enum class Kind { kNewNote, kExistingNotes };
 
     // 0 when every check passes; otherwise the code of the first that fails.
-    int32_t Read(Brevan& app, const CommandParams& params, Kind kind);
+    int32_t Read(const RedactionServices& services, const CommandParams& params, Kind kind);
 
     NotePlace place;
     std::wstring contents;  // of a new note
@@ -48,30 +48,31 @@ std::optional<NdxRect> NoteAt(HostApi& host, HostAnnot annot, const NotePlace& p
 
 class AddAnnotAtPointDispatcher : public BaseDispatcher {
   public:
-    AddAnnotAtPointDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    AddAnnotAtPointDispatcher(const RedactionServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const RedactionServices& services_;
 };
 
 class GetAnnotsContentAtPointDispatcher : public BaseDispatcher {
   public:
-    GetAnnotsContentAtPointDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    GetAnnotsContentAtPointDispatcher(const RedactionServices& services,
+                                      const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const RedactionServices& services_;
 };
 
 class RemoveAnnotsAtPointDispatcher : public BaseDispatcher {
   public:
-    RemoveAnnotsAtPointDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    RemoveAnnotsAtPointDispatcher(const RedactionServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const RedactionServices& services_;
 };

@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
@@ -11,6 +10,7 @@
 #include "logging/async_logger.h"
 #include "redaction/owned_handle.h"
 #include "redaction/pdf_text.h"
+#include "redaction/redaction_services.h"
 #include "redaction/redaction_strings.h"
 #include "redaction/search_result_store.h"
 #include "util/utf.h"
@@ -46,16 +46,16 @@ Json::Value RedactApplyDispatcher::Run() {
         for (const Json::Value& name : list)
             names.push_back(TextOf(name));
     }
-    const CheckedDocument checked = CheckCurrentDocument(app_);
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents);
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;
-    HostApi& host = app_.host();
-    const bool batch = app_.batchMode;
+    HostApi& host = services_.host;
+    const bool batch = services_.documents.batch().running;
     HostDocView view = batch ? nullptr : host.HostDocGetView(doc);
     if (!batch && view == nullptr)
         return Fail(err::kNoDocView);
-    SearchResultStore* store = app_.searchResults.get();
+    SearchResultStore* store = services_.documents.searchResults();
     if (store == nullptr)
         return Fail(err::kNoResultForSearchKey);
 
@@ -68,18 +68,19 @@ Json::Value RedactApplyDispatcher::Run() {
         failed.append(ToUtf8(name));
         failedNames.push_back(name);
     };
-    app_.logger.Log(kLogInfo, "Start apply redact.");
+    services_.logger.Log(kLogInfo, "Start apply redact.");
     for (const std::wstring& name : names) {
         const int32_t page = store->GetPageIdxByAnnotUniqueID(name);
         if (page == -1) {
-            app_.logger.Log(kLogError, "Brevan RedactApply  GetPageIdxByAnnotUniqueID error:%",
-                            ToUtf8(name));
+            services_.logger.Log(kLogError, "Brevan RedactApply  GetPageIdxByAnnotUniqueID error:%",
+                                 ToUtf8(name));
             fail(name);
             continue;
         }
         HostAnnot annot = store->GetRecordAnnot(name);
         if (annot == nullptr) {
-            app_.logger.Log(kLogError, "Brevan RedactApply  GetRecordAnnot error:%", ToUtf8(name));
+            services_.logger.Log(kLogError, "Brevan RedactApply  GetRecordAnnot error:%",
+                                 ToUtf8(name));
             fail(name);
             continue;
         }
@@ -124,7 +125,7 @@ Json::Value RedactApplyDispatcher::Run() {
 }
 
 Json::Value HasOtherRedactDispatcher::Run() {
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     HostDoc doc = host.HostAppGetActiveDoc();
     if (doc == nullptr)
         return Fail(err::kClosedDoc);
@@ -133,7 +134,7 @@ Json::Value HasOtherRedactDispatcher::Run() {
     NdxDoc pdf = host.HostDocGetPdfDoc(doc);
     if (pdf == nullptr)
         return Fail(err::kClosedDoc);
-    SearchResultStore* store = app_.searchResults.get();
+    SearchResultStore* store = services_.documents.searchResults();
     if (store == nullptr)
         return Fail(err::kNoResultForSearchKey);
 

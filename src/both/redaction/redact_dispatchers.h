@@ -6,23 +6,23 @@
 
 #include "bridge/base_dispatcher.h"
 
-class Brevan;
+struct RedactionServices;
 
 class RedactApplyDispatcher : public BaseDispatcher {
   public:
-    RedactApplyDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    RedactApplyDispatcher(const RedactionServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const RedactionServices& services_;
 };
 
 class HasOtherRedactDispatcher : public BaseDispatcher {
   public:
-    explicit HasOtherRedactDispatcher(Brevan& app) : app_(app) {}
+    explicit HasOtherRedactDispatcher(const RedactionServices& services) : services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const RedactionServices& services_;
 };

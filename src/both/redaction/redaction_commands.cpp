@@ -5,20 +5,22 @@
 #include "redaction/mark_dispatchers.h"
 #include "redaction/point_note_dispatchers.h"
 #include "redaction/redact_dispatchers.h"
+#include "redaction/redaction_services.h"
 #include "redaction/replace_text_dispatcher.h"
 #include "redaction/text_search_dispatchers.h"
 
-void AddRedactionCommands(CommandTable& table, Brevan& app) {
-    table.Add(L"findTexts", TakingParams<FindTextsDispatcher>(app));
-    table.Add(L"findTextList", TakingParams<FindTextListDispatcher>(app));
-    table.Add(L"markTexts", TakingParams<MarkTextDispatcher>(app));
-    table.Add(L"clearMarkTexts", TakingNothing<ClearMarkTextsDispatcher>(app));
-    table.Add(L"addAnnot", TakingParams<AddAnnotDispatcher>(app));
-    table.Add(L"removeAnnots", TakingParams<RemoveAnnotsDispatcher>(app));
-    table.Add(L"replaceText", TakingParams<ReplaceTextDispatcher>(app));
-    table.Add(L"addAnnotAtPoint", TakingParams<AddAnnotAtPointDispatcher>(app));
-    table.Add(L"getAnnotsContentAtPoint", TakingParams<GetAnnotsContentAtPointDispatcher>(app));
-    table.Add(L"removeAnnotsAtPoint", TakingParams<RemoveAnnotsAtPointDispatcher>(app));
-    table.Add(L"redactApply", TakingParams<RedactApplyDispatcher>(app));
-    table.Add(L"hasOtherRedact", TakingNothing<HasOtherRedactDispatcher>(app));
+void AddRedactionCommands(CommandTable& table, const RedactionServices& services) {
+    table.Add(L"findTexts", TakingParams<FindTextsDispatcher>(services));
+    table.Add(L"findTextList", TakingParams<FindTextListDispatcher>(services));
+    table.Add(L"markTexts", TakingParams<MarkTextDispatcher>(services));
+    table.Add(L"clearMarkTexts", TakingNothing<ClearMarkTextsDispatcher>(services));
+    table.Add(L"addAnnot", TakingParams<AddAnnotDispatcher>(services));
+    table.Add(L"removeAnnots", TakingParams<RemoveAnnotsDispatcher>(services));
+    table.Add(L"replaceText", TakingParams<ReplaceTextDispatcher>(services));
+    table.Add(L"addAnnotAtPoint", TakingParams<AddAnnotAtPointDispatcher>(services));
+    table.Add(L"getAnnotsContentAtPoint",
+              TakingParams<GetAnnotsContentAtPointDispatcher>(services));
+    table.Add(L"removeAnnotsAtPoint", TakingParams<RemoveAnnotsAtPointDispatcher>(services));
+    table.Add(L"redactApply", TakingParams<RedactApplyDispatcher>(services));
+    table.Add(L"hasOtherRedact", TakingNothing<HasOtherRedactDispatcher>(services));
 }

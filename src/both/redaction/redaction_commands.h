@@ -2,7 +2,7 @@
 // applying.
 #pragma once
 
-class Brevan;
+struct RedactionServices;
 class CommandTable;
 
-void AddRedactionCommands(CommandTable& table, Brevan& app);
+void AddRedactionCommands(CommandTable& table, const RedactionServices& services);

@@ -4,11 +4,11 @@
 #include <limits>
 #include <string>
 
-#include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
 #include "document/document_registry.h"
+#include "redaction/redaction_services.h"
 #include "redaction/request_fields.h"
 #include "redaction/search_result_store.h"
 
@@ -41,10 +41,10 @@ Json::Value ReplaceTextDispatcher::Run() {
     const std::optional<int64_t> index = TruncatedIndexOf(Member(root, "index"));
     if (!index)
         return Fail(err::kNoIndex);
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     // The active document even during a batch run.
-    const CheckedDocument checked =
-        CheckDocument(app_, host.HostAppGetActiveDoc(), {.fileId = true, .store = true});
+    const CheckedDocument checked = CheckDocument(services_.documents, host.HostAppGetActiveDoc(),
+                                                  {.fileId = true, .store = true});
     if (!checked)
         return Fail(checked.error);
     HostDoc doc = checked.doc;

@@ -7,7 +7,7 @@
 
 #include "bridge/base_dispatcher.h"
 
-class Brevan;
+struct RedactionServices;
 
 // `index` of replaceText: any JSON number, a fraction cut off; empty when absent, not a number or
 // negative. A number beyond the 64-bit range reads as the largest index.
@@ -15,10 +15,10 @@ std::optional<int64_t> TruncatedIndexOf(const Json::Value& value);
 
 class ReplaceTextDispatcher : public BaseDispatcher {
   public:
-    ReplaceTextDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    ReplaceTextDispatcher(const RedactionServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   private:
-    Brevan& app_;
+    const RedactionServices& services_;
 };

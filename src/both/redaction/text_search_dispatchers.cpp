@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/brevan.h"
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
 #include "document/document_registry.h"
 #include "redaction/page_text_search.h"
+#include "redaction/redaction_services.h"
 #include "redaction/request_fields.h"
 #include "redaction/search_result_store.h"
 #include "util/utf.h"
@@ -79,12 +79,12 @@ std::vector<int> PagesToWalk(const Json::Value& params, const PageRange& range, 
 }
 
 int32_t FindTextsDispatcher::FindTarget(const Json::Value& root, Target& target) const {
-    const CheckedDocument checked = CheckCurrentDocument(app_, {.pdf = true});
+    const CheckedDocument checked = CheckCurrentDocument(services_.documents, {.pdf = true});
     if (!checked)
         return checked.error;
     target.doc = checked.doc;
     target.pdf = checked.pdf;
-    target.pageCount = app_.host().NDXDocGetPageCount(target.pdf);
+    target.pageCount = services_.host.NDXDocGetPageCount(target.pdf);
     const std::optional<PageRange> range = RequestedRange(root, target.pageCount);
     if (!range)
         return err::kInvalidStartPage;
@@ -93,7 +93,7 @@ int32_t FindTextsDispatcher::FindTarget(const Json::Value& root, Target& target)
 }
 
 SearchResultStore* FindTextsDispatcher::Store() const {
-    return app_.searchResults.get();
+    return services_.documents.searchResults();
 }
 
 Json::Value FindTextsDispatcher::Run() {
@@ -128,7 +128,7 @@ Json::Value FindTextsDispatcher::RunOrdinary(const Json::Value& root, const Targ
     query.searchKey = NewGuidText();
     query.fieldCharIndex = 0;
 
-    PageTextSearch search(app_.host(), target.doc, target.pdf);
+    PageTextSearch search(services_.host, target.doc, target.pdf);
     std::vector<SearchRecord> results;
     int total = 0;
     for (int page : PagesToWalk(root, target.range, target.pageCount)) {
@@ -154,7 +154,7 @@ Json::Value FindTextsDispatcher::RunSpanning(const Json::Value& root, const Targ
         parts.push_back(TextOf(part));
     const uint32_t flags = SearchFlagsOf(root);
     const std::wstring searchKey = NewGuidText();
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
 
     PageTextSearch search(host, target.doc, target.pdf);
     SearchRecord passage;
@@ -217,7 +217,7 @@ Json::Value FindTextListDispatcher::Run() {
     // Each entry's text in the host's encoding, made when the walk first reaches it.
     std::vector<std::optional<std::wstring>> texts(entries);
 
-    PageTextSearch search(app_.host(), target.doc, target.pdf);
+    PageTextSearch search(services_.host, target.doc, target.pdf);
     int total = 0;
     for (int page = target.range.first; page <= target.range.last; ++page) {
         const bool fields = search.HasFillableText(search.PdfPage(page));

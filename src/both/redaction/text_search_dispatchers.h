@@ -11,7 +11,7 @@
 #include "bridge/base_dispatcher.h"
 #include "host/host_abi.h"
 
-class Brevan;
+struct RedactionServices;
 class SearchResultStore;
 
 // First and last page of a search, both inclusive.
@@ -30,8 +30,8 @@ std::vector<int> PagesToWalk(const Json::Value& params, const PageRange& range, 
 
 class FindTextsDispatcher : public BaseDispatcher {
   public:
-    FindTextsDispatcher(Brevan& app, const CommandParams& params)
-        : BaseDispatcher(params), app_(app) {}
+    FindTextsDispatcher(const RedactionServices& services, const CommandParams& params)
+        : BaseDispatcher(params), services_(services) {}
     Json::Value Run() override;
 
   protected:
@@ -47,7 +47,7 @@ class FindTextsDispatcher : public BaseDispatcher {
     // The store, or null once the plug-in has unloaded it.
     SearchResultStore* Store() const;
 
-    Brevan& app_;
+    const RedactionServices& services_;
 
   private:
     Json::Value RunOrdinary(const Json::Value& root, const Target& target,
