@@ -33,6 +33,18 @@ void Delete(std::unique_ptr<T>& field) {
     std::unique_ptr<T> taken = std::move(field);
 }
 
+// What the task pane of a main window uses of `app`.
+TaskPaneParts PanePartsOf(Brevan& app) {
+    return TaskPaneParts{
+        .host = app.host(),
+        .pane = app.pane,
+        .browserExt = app.browserExt,
+        .dialogs = app.paneDialogs,
+        .makeDialog =
+            [&app](HostWindow parent) { return app.platform().MakeTaskPaneDialog(app, parent); },
+    };
+}
+
 }  // namespace
 
 Brevan::Brevan() : logger(AsyncLogger::Instance()) {
@@ -148,7 +160,7 @@ void Brevan::OnMainFrameCreated(HostFrame frame) {
     BuildRibbon(host(), frame, RibbonProceduresFor(*this));
     const HostWindow mainWindow = host().HostAppGetMainWindow();
     if (!panes.contains(mainWindow))
-        panes.emplace(mainWindow, std::make_unique<TaskPaneHost>(*this, mainWindow));
+        panes.emplace(mainWindow, std::make_unique<TaskPaneHost>(PanePartsOf(*this), mainWindow));
     if (!hostPage_) {
         hostPage_ = platform().ConnectHostPageChannel();
         if (hostPage_) {

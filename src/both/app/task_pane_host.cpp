@@ -1,9 +1,10 @@
 #include "task_pane_host.h"
 
 #include <type_traits>
+#include <utility>
 
-#include "app/brevan.h"
 #include "app/interface_strings.h"
+#include "app/task_pane_state.h"
 #include "bridge/page_dialog.h"
 #include "host/extension_tables.h"
 
@@ -16,11 +17,11 @@ void* AsWord(Fn fn) {
 
 }  // namespace
 
-TaskPaneHost::TaskPaneHost(Brevan& app, HostWindow mainWindow)
-    : app_(app),
+TaskPaneHost::TaskPaneHost(TaskPaneParts parts, HostWindow mainWindow)
+    : parts_(std::move(parts)),
       mainWindow_(mainWindow),
       block_{HostPaneRecord{}, this},
-      title_(app.host(), InterfaceString(ids::kSableMark)) {
+      title_(parts_.host, InterfaceString(ids::kSableMark)) {
     static_assert(std::is_standard_layout_v<RecordBlock>);
     HostPaneRecord& record = block_.record;
     record.setWord(kPaneClientData, &record);
@@ -30,7 +31,7 @@ TaskPaneHost::TaskPaneHost(Brevan& app, HostWindow mainWindow)
     record.setWord(kPaneCreateWindow, AsWord(&CreatePaneWindow));
     record.setWord(kPaneDestroyWindow, AsWord(&DestroyPaneWindow));
     record.setWord(kPaneClosed, AsWord(&OnPaneClosed));
-    app_.host().HostAppRegisterPane(&record);
+    parts_.host.HostAppRegisterPane(&record);
 }
 
 TaskPaneHost::~TaskPaneHost() {
@@ -42,30 +43,31 @@ TaskPaneHost& TaskPaneHost::OwnerOf(void* client) {
 }
 
 const char* TaskPaneHost::GetPaneName(void*) {
-    return Brevan::kTaskPaneName;
+    return kTaskPaneName;
 }
 
 // The title shows once the user opened the pane, on a host that lends its browser table.
 HostWideString TaskPaneHost::GetPaneTitle(void* client) {
     TaskPaneHost& self = OwnerOf(client);
-    if (!self.app_.pane.shown() || !self.app_.browserExt || self.app_.browserExt->table == nullptr)
+    const TaskPaneParts& parts = self.parts_;
+    if (!parts.pane.shown() || !parts.browserExt || parts.browserExt->table == nullptr)
         return nullptr;
     return self.title_.get();
 }
 
 HostWideString TaskPaneHost::GetPaneCaption(void* client) {
-    return OwnerOf(client).app_.pane.shown() ? GetPaneTitle(client) : nullptr;
+    return OwnerOf(client).parts_.pane.shown() ? GetPaneTitle(client) : nullptr;
 }
 
 HostWindow TaskPaneHost::CreatePaneWindow(void* client, HostWindow parent) {
     TaskPaneHost& self = OwnerOf(client);
-    Brevan& app = self.app_;
-    if (!app.pane.shown())
+    const TaskPaneParts& parts = self.parts_;
+    if (!parts.pane.shown())
         return nullptr;
     if (!self.dialog_ && parent != nullptr) {
-        self.dialog_ = app.platform().MakeTaskPaneDialog(app, parent);
+        self.dialog_ = parts.makeDialog(parent);
         if (self.dialog_) {
-            app.paneDialogs[self.mainWindow_] = self.dialog_.get();
+            parts.dialogs[self.mainWindow_] = self.dialog_.get();
             self.dialog_->Reload(false);
             self.dialog_->Show();
         }
@@ -80,15 +82,15 @@ void TaskPaneHost::DestroyPaneWindow(void* client) {
 // The pane went from shown to hidden. While the plug-in hides it itself, that was not the user's
 // doing and is left alone.
 int TaskPaneHost::OnPaneClosed(void* client) {
-    OwnerOf(client).app_.pane.OnClosed();
+    OwnerOf(client).parts_.pane.OnClosed();
     return 1;
 }
 
 void TaskPaneHost::DeleteDialog() {
     if (!dialog_)
         return;
-    const auto entry = app_.paneDialogs.find(mainWindow_);
-    if (entry != app_.paneDialogs.end() && entry->second == dialog_.get())
-        app_.paneDialogs.erase(entry);
+    const auto entry = parts_.dialogs.find(mainWindow_);
+    if (entry != parts_.dialogs.end() && entry->second == dialog_.get())
+        parts_.dialogs.erase(entry);
     dialog_.reset();
 }

@@ -4,18 +4,34 @@
 // pane while the user asked for it.
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
 
 #include "host/host_string.h"
 
-class Brevan;
 class PageDialog;
+class TaskPaneState;
+struct CBrowser;
+
+// What a task pane host uses of the plug-in.
+struct TaskPaneParts {
+    HostApi& host;
+    // The user's choice of the pane.
+    TaskPaneState& pane;
+    // The host's browser table found at import, if any; the pane shows its title only with it.
+    const std::unique_ptr<CBrowser>& browserExt;
+    // The page dialog of each main window's pane, keyed by HostAppGetMainWindow's handle.
+    std::map<HostWindow, PageDialog*>& dialogs;
+    // Makes the page dialog that fills a pane, as a child of `parent`.
+    std::function<std::unique_ptr<PageDialog>(HostWindow parent)> makeDialog;
+};
 
 class TaskPaneHost {
   public:
     // Registers the pane record with the host. `mainWindow` is the key of this pane in the
     // application's maps.
-    TaskPaneHost(Brevan& app, HostWindow mainWindow);
+    TaskPaneHost(TaskPaneParts parts, HostWindow mainWindow);
     // Deletes the dialog, if the host has not taken it down.
     ~TaskPaneHost();
     TaskPaneHost(const TaskPaneHost&) = delete;
@@ -41,7 +57,7 @@ class TaskPaneHost {
 
     void DeleteDialog();
 
-    Brevan& app_;
+    TaskPaneParts parts_;
     HostWindow mainWindow_;
     RecordBlock block_;
     HostWide title_;
