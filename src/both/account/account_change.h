@@ -1,12 +1,12 @@
 // The host's sign-in table tells of a change of account through one plain function, registered
-// at import. That function reaches the application object that registered it.
+// at import. That function reaches the account services that registered it.
 #pragma once
 
 struct AccountServices;
 
 // Registers with the host's sign-in table, when the host has one.
 void ListenToAccountChanges(const AccountServices& services);
-// Forgets `app`, so that a later notice reaches nothing; for the application's destruction.
+// Forgets `services`, so that a later notice reaches nothing; for the application's destruction.
 void StopListeningToAccountChanges(const AccountServices& services);
 
 // The host says to which server the user is now signed in. Null does nothing; the empty text means

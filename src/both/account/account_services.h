@@ -1,5 +1,5 @@
 // What the account commands and the account-change notice use of the plug-in, handed to them by
-// the application at start-up.
+// the application once the host is bound.
 #pragma once
 
 #include <functional>

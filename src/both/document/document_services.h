@@ -1,4 +1,5 @@
-// What the document commands use of the plug-in, handed to them by the application at start-up.
+// What the document commands use of the plug-in, handed to them by the application
+// once the host is bound.
 #pragma once
 
 #include <functional>
