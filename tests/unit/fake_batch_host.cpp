@@ -1,7 +1,7 @@
 #include "fake_batch_host.h"
 
-#include <cstring>
 #include <cstdint>
+#include <cstring>
 
 HostDoc FakeBatchHost::HostDocOpenHidden(const wchar_t* path,
                                          const HostOpenHiddenOptions* options) {
