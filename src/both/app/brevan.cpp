@@ -6,10 +6,13 @@
 #include "account/account_commands.h"
 #include "account/usage_report.h"
 #include "app/app_event_record.h"
+#include "app/batch_session_host.h"
 #include "app/doc_event_record.h"
 #include "app/greeting_notifier.h"
 #include "app/ribbon_commands.h"
 #include "app/task_pane_host.h"
+#include "batch/batch_commands.h"
+#include "batch/batch_redaction.h"
 #include "bridge/page_dialog.h"
 #include "bridge/page_script.h"
 #include "bridge/web_message_channel.h"
@@ -48,6 +51,10 @@ TaskPaneParts PanePartsOf(Brevan& app) {
 }  // namespace
 
 Brevan::Brevan() : logger(AsyncLogger::Instance()) {
+    batchHost = std::make_unique<BatchSessionHost>(*this);
+    batch = std::make_unique<BatchRedaction>(*batchHost);
+    batchSession = batch.get();
+    AddBatchCommands(commands_, *batch);
     commands_.SetActivityWatch(
         [this] { return progressBar ? &progressBar->activity : static_cast<bool*>(nullptr); });
 }
@@ -61,6 +68,9 @@ Brevan::~Brevan() {
     Delete(browserExt);
     Delete(cloudLogin);
     Delete(appEvents);
+    batchSession = nullptr;
+    Delete(batch);
+    Delete(batchHost);
     Delete(progressBar);
     Delete(documents);
     Delete(docEvents);
@@ -237,4 +247,6 @@ PageDialog* Brevan::ActivePaneDialog() const {
 void Brevan::ReloadPanes(bool rebuild) {
     if (PageDialog* dialog = ActivePaneDialog())
         dialog->Reload(rebuild);
+    if (batchMode && batch && batch->dialog() != nullptr)
+        batch->dialog()->Reload(rebuild);
 }
