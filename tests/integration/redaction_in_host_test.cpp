@@ -160,58 +160,6 @@ TEST_F(RedactionInHostTest, CancelledPromptKeepsTheDocumentAsItWas) {
     EXPECT_NE(PdfToText(path).find("Secret Number 4711"), std::string::npos);
 }
 
-TEST_F(RedactionInHostTest, HighlightEntriesStandInTheSavedFileExactly) {
-    const std::string path = OpenText("marked.pdf", {"Alpha Beta Gamma"});
-    const Json::Value found = Find("Beta");
-    ASSERT_EQ(found["data"]["count"].asInt(), 1);
-    ASSERT_EQ(AddAnnot(found["data"]["searchKey"].asString(), 0, "highlight", "ai_plugin_h1",
-                       "reviewed")["ret"]
-                  .asInt(),
-              0);
-    Save();
-
-    Document document = Document::Open(host->Engine(), path);
-    fz_context* ctx = document.fz();
-    pdf_obj* page = pdf_lookup_page_obj(ctx, document.pdf(), 0);
-    pdf_obj* annots = pdf_dict_gets(ctx, page, "Annots");
-    ASSERT_EQ(pdf_array_len(ctx, annots), 1);
-    pdf_obj* annot = pdf_array_get(ctx, annots, 0);
-    EXPECT_STREQ(pdf_to_name(ctx, pdf_dict_gets(ctx, annot, "Subtype")), "Highlight");
-    EXPECT_STREQ(pdf_to_text_string(ctx, pdf_dict_gets(ctx, annot, "NM")), "ai_plugin_h1");
-    EXPECT_STREQ(pdf_to_text_string(ctx, pdf_dict_gets(ctx, annot, "Contents")), "reviewed");
-    EXPECT_STREQ(pdf_to_text_string(ctx, pdf_dict_gets(ctx, annot, "Subj")), "Highlight");
-    EXPECT_EQ(pdf_to_int(ctx, pdf_dict_gets(ctx, annot, "F")), 4);
-    EXPECT_EQ(pdf_to_num(ctx, pdf_dict_gets(ctx, annot, "P")), pdf_to_num(ctx, page));
-    pdf_obj* color = pdf_dict_gets(ctx, annot, "C");
-    ASSERT_EQ(pdf_array_len(ctx, color), 3);
-    EXPECT_EQ(pdf_array_get_real(ctx, color, 0), 1.0f);
-    EXPECT_EQ(pdf_array_get_real(ctx, color, 1), 1.0f);
-    EXPECT_EQ(pdf_array_get_real(ctx, color, 2), 0.0f);
-
-    // One rectangle: the corners lower left, lower right, upper left, upper right, and /Rect is
-    // their union.
-    pdf_obj* quads = pdf_dict_gets(ctx, annot, "QuadPoints");
-    ASSERT_EQ(pdf_array_len(ctx, quads), 8);
-    float q[8];
-    for (int i = 0; i < 8; ++i)
-        q[i] = pdf_array_get_real(ctx, quads, i);
-    const float l = q[0], b = q[1], r = q[2], t = q[5];
-    EXPECT_LT(l, r);
-    EXPECT_LT(b, t);
-    EXPECT_EQ(q[3], b);
-    EXPECT_EQ(q[4], l);
-    EXPECT_EQ(q[6], r);
-    EXPECT_EQ(q[7], t);
-    const fz_rect rect = pdf_to_rect(ctx, pdf_dict_gets(ctx, annot, "Rect"));
-    EXPECT_NEAR(rect.x0, l, 0.01);
-    EXPECT_NEAR(rect.y0, b, 0.01);
-    EXPECT_NEAR(rect.x1, r, 0.01);
-    EXPECT_NEAR(rect.y1, t, 0.01);
-    // "Beta" stands after "Alpha " on the first line (72 pt margin, 12 pt Helvetica).
-    EXPECT_GT(l, 100.0f);
-    EXPECT_LT(r, 160.0f);
-}
-
 TEST_F(RedactionInHostTest, FormFieldValueSetThroughTheBridgeIsInTheSavedFile) {
     const std::string path = (folder / "form.pdf").string();
     {

@@ -1,5 +1,5 @@
-// A plug-in started on a FakeHost that offers the "login" table, with the service document served
-// by the fake platform and a page channel whose replies are recorded.
+// A plug-in on a FakeHost that offers the "login" table, started by the test once the fake
+// platform serves the service document.
 #pragma once
 
 #include <map>
@@ -9,23 +9,20 @@
 #include "config/service_config.h"
 #include "plugin_fixture.h"
 
-class AccountFixture : public testing::Test {
+class AccountFixture : public PluginFixture {
   protected:
     static constexpr const wchar_t* kServer = L"https://accounts.test";
 
-    AccountFixture() {
-        host.loginTable = true;
-        host.loginServer = kServer;
-    }
-    ~AccountFixture() override {
-        if (app.config)
-            app.Unload();
-    }
+    AccountFixture()
+        : PluginFixture(
+              [](FakeHost& fake) {
+                  fake.loginTable = true;
+                  fake.loginServer = kServer;
+              },
+              false) {}
 
     void Start() {
-        app.Attach(host, platform);
-        app.ImportTables();
-        ASSERT_EQ(app.Init(), 1);
+        PluginFixture::Start();
         ASSERT_EQ(app.serviceConfig->DocumentAddress(), DocumentAddress(app.config->serverAddress));
     }
 
@@ -45,19 +42,7 @@ class AccountFixture : public testing::Test {
         platform.httpBodies[DocumentAddress(server)] = WriteJson(document);
     }
 
-    // Sends a "base" command with an identifier and returns the parsed reply.
     Json::Value Call(const std::string& command) {
-        endpoint.replies.clear();
-        channel.OnWebMessage(R"(["base",")" + command + R"(","{}","acc-1"])");
-        Json::Value reply;
-        if (endpoint.replies.size() == 1)
-            ParseJson(endpoint.replies[0], reply);
-        return reply;
+        return PluginFixture::Call(command, "{}", "acc-1");
     }
-
-    FakeHost host;
-    FakePlatform platform;
-    Brevan app;
-    RecordingEndpoint endpoint;
-    WebMessageChannel channel{app.commands(), endpoint};
 };

@@ -1,11 +1,11 @@
 // addAnnot, removeAnnots, markTexts, clearMarkTexts and replaceText over stored matches: the order
 // of their checks, the dictionary entries the plug-in writes, the batch way in without a view, and
 // what each hands the editor.
-#include "pdf_plugin_fixture.h"
+#include "plugin_fixture.h"
 
 namespace {
 
-class AnnotationCommandsTest : public PdfPluginFixture {
+class AnnotationCommandsTest : public PluginFixture {
   protected:
     void SetUp() override {
         doc = OpenText({{L"secret word", L"top sec", L"ret end"}, {L"page two secret"}});
@@ -54,9 +54,9 @@ TEST_F(AnnotationCommandsTest, AddAnnotChecksInOrder) {
     EXPECT_EQ(Ret("addAnnot", good), 400003);
     app.searchResults = std::move(store);
     EXPECT_EQ(Ret("addAnnot", Add(3, "redact", "ai_plugin_")), 400005);
-    host.Pdf(doc).hasView = false;
+    host.Doc(doc).hasView = false;
     EXPECT_EQ(Ret("addAnnot", good), 300009);
-    host.Pdf(doc).hasView = true;
+    host.Doc(doc).hasView = true;
     host.refuseAdd = true;
     EXPECT_EQ(Ret("addAnnot", good), 400015);
     EXPECT_FALSE(host.Doc(doc).modified);
@@ -90,7 +90,7 @@ TEST_F(AnnotationCommandsTest, AnnotationDictionariesHoldExactlyTheirEntries) {
 }
 
 TEST_F(AnnotationCommandsTest, BatchRunInsertsIntoTheListOfALoadedPage) {
-    host.Pdf(doc).hasView = false;
+    host.Doc(doc).hasView = false;
     app.batchMode = true;
     app.batchDocument = doc;
     ASSERT_EQ(Ret("addAnnot", Add(2, "redact", "ai_plugin_b")), 0);
@@ -112,9 +112,9 @@ TEST_F(AnnotationCommandsTest, BatchRunInsertsIntoTheListOfALoadedPage) {
 TEST_F(AnnotationCommandsTest, RemoveAnnotsChecksAndHandleStates) {
     EXPECT_EQ(Ret("removeAnnots", Args(0, "redact")), 100014);
     EXPECT_EQ(Ret("removeAnnots", Args(0, "note", R"(,"uniqueIDPrefix":"a")")), 100015);
-    host.Pdf(doc).hasView = false;
+    host.Doc(doc).hasView = false;
     EXPECT_EQ(Ret("removeAnnots", Remove(0)), 300009);
-    host.Pdf(doc).hasView = true;
+    host.Doc(doc).hasView = true;
     EXPECT_EQ(Ret("removeAnnots", Remove(5)), 400005);
     EXPECT_EQ(Ret("removeAnnots", Remove(0)), 400007);  // never annotated
 
@@ -140,12 +140,12 @@ TEST_F(AnnotationCommandsTest, MarkTextsChecksSelectionAndScrolling) {
     EXPECT_EQ(Ret("markTexts", R"({"index":0})"), 100010);
     EXPECT_EQ(Ret("markTexts", R"({"searchKey":"k","index":1.5})"), 100011);
     EXPECT_EQ(Ret("markTexts", Mark(3)), 400005);
-    host.Pdf(doc).hasTool = false;
+    host.Doc(doc).hasTool = false;
     EXPECT_EQ(Ret("markTexts", Mark(0)), 300010);
-    host.Pdf(doc).hasTool = true;
-    host.Pdf(doc).hasView = false;
+    host.Doc(doc).hasTool = true;
+    host.Doc(doc).hasView = false;
     EXPECT_EQ(Ret("markTexts", Mark(0)), 300009);
-    host.Pdf(doc).hasView = true;
+    host.Doc(doc).hasView = true;
 
     // Another page: selected there, the view goes to it; fully visible, so no scroll.
     ASSERT_EQ(Ret("markTexts", Mark(2)), 0);
@@ -156,7 +156,7 @@ TEST_F(AnnotationCommandsTest, MarkTextsChecksSelectionAndScrolling) {
     EXPECT_FALSE(host.Doc(doc).modified);
 
     // Left of and above the visible part: the x of 0 keeps the view's left edge.
-    host.Pdf(doc).currentPage = 0;
+    host.Doc(doc).currentPage = 0;
     host.Page(doc, 0).visible = NdxRect{100, 0, 600, 650};
     ASSERT_EQ(Ret("markTexts", Mark(0)), 0);
     // Past the right edge and inside vertically: the y keeps the view's top edge.
@@ -166,13 +166,13 @@ TEST_F(AnnotationCommandsTest, MarkTextsChecksSelectionAndScrolling) {
 
     EXPECT_EQ(Ret("clearMarkTexts", "not json"), 0);
     EXPECT_FALSE(host.selection);
-    host.Pdf(doc).hasTool = false;
+    host.Doc(doc).hasTool = false;
     EXPECT_EQ(Ret("clearMarkTexts"), 300010);
     EXPECT_EQ(host.LiveHandles(), 0);
 }
 
 TEST_F(AnnotationCommandsTest, MatchWithoutRectanglesIsSelectedByCharacterRanges) {
-    FakePdf pdf;
+    FakeDoc pdf;
     pdf.pages.resize(3);
     pdf.pages[0].lines = {FakeLine{L"xx end of a", false}};
     pdf.pages[1].lines = {FakeLine{L"goes on"}};
@@ -215,7 +215,7 @@ TEST_F(AnnotationCommandsTest, ReplaceTextHandsTheOrdinalOnItsPageOfTheActiveDoc
 }
 
 TEST_F(AnnotationCommandsTest, ReplaceTextRefusesFieldRecordsOfTheListSearch) {
-    FakePdf pdf;
+    FakeDoc pdf;
     pdf.pages.resize(1);
     pdf.pages[0].controls = {FakeControl{L"name", kNdxControlTextField, L"secret", NdxRect{}}};
     pdf.pages[0].controls[0].rect = NdxRect{1, 1, 9, 9};

@@ -23,15 +23,8 @@ class BrevanConfigTest : public testing::Test {
     FakeHost host;
 };
 
-TEST_F(BrevanConfigTest, WithoutFileTheDefaultsStandAndTheFolderIsMade) {
+TEST_F(BrevanConfigTest, WithoutFileTheFolderIsMadeAndEveryHandleGoesWithTheConfig) {
     auto config = Make();
-    EXPECT_FALSE(config->loggerOutput);
-    EXPECT_FALSE(config->batchDlgShow);
-    EXPECT_FALSE(config->insecureTls);
-    EXPECT_EQ(config->loggerSize, 30);
-    EXPECT_EQ(config->loggerPath, L"");
-    EXPECT_EQ(config->serverAddress, deployment::kProductionServer);
-    EXPECT_FALSE(config->preproduction);
     EXPECT_TRUE(std::filesystem::is_directory(ToUtf8(config->serviceFolder())));
     EXPECT_EQ(host.liveResources, 1);
     config.reset();

@@ -70,6 +70,7 @@ TEST_F(BridgeEnvelopeTest, AFailureInsideACommandLeavesItWithoutReplyAndTheChann
 TEST_F(BridgeEnvelopeTest, UnknownModuleOrCommandAnswersWithoutIdentifier) {
     for (const char* text :
          {R"(["base","noSuchCommand",{},"id-1"])", R"(["Base","isCurrentDocModified",{},"id-1"])",
+          R"(["BASE","isCurrentDocModified",{},"id-1"])",
           R"(["base","iscurrentdocmodified",{},"id-1"])", R"(["base","showMessage","{}","id-1"])",
           R"(["base"," isCurrentDocModified",{},"id-1"])",
           R"([true,"isCurrentDocModified","","x"])"}) {

@@ -15,7 +15,7 @@ constexpr int kForm = kNdxPageObjectForm;
 FakeDoc DocWithPages(std::vector<std::vector<int>> pages) {
     FakeDoc doc;
     for (auto& objects : pages)
-        doc.pages.push_back(FakePage{std::move(objects)});
+        doc.pages.emplace_back().objects = std::move(objects);
     return doc;
 }
 

@@ -15,8 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// An editor that opens and closes files, serves the file dialog's plug-in questions, offers a
-// web view table and a progress window, and notes each of those calls.
+// An editor that opens and closes files, serves the file dialog's plug-in questions and offers a
+// web view table, and notes each of those calls.
 class OpeningHost : public FakeHost {
   public:
     HostDoc HostDocOpen(const wchar_t* path, const wchar_t* password, int visible,
@@ -56,12 +56,6 @@ class OpeningHost : public FakeHost {
         *tabOut = tabHandle;
         return tabResult;
     }
-    HostProgress HostProgressNew(HostWindow, int) override {
-        bar = "shown";
-        return reinterpret_cast<HostProgress>(&bar);
-    }
-    void HostProgressSetPos(HostProgress, int pos) override { bar = std::to_string(pos); }
-    void HostProgressDestroy(HostProgress) override { bar = "gone"; }
 
     std::vector<std::string> calls;
     std::vector<std::pair<HostFileDialog, int>> attached;
@@ -71,7 +65,6 @@ class OpeningHost : public FakeHost {
     int tabResult = 1;
     void* tabHandle = reinterpret_cast<void*>(0x7ab);
     HostBrowserTabRecord* tabRecord = nullptr;
-    std::string bar = "none";
 };
 
 // A platform whose downloads may begin and then break off, and which notes their settings.
@@ -97,7 +90,7 @@ class FileOpenCommandsTest : public testing::Test {
         app.Attach(host, platform);
         app.ImportTables();
         EXPECT_EQ(app.Init(), 1);
-        app.paneDialogs[nullptr] = &pane;
+        app.paneDialogs[host.mainWindow] = &pane;
         temp = host.userData / "tmp";
         fs::create_directories(temp);
         platform.tempFolder = FromUtf8(temp.string() + "/");
@@ -167,7 +160,7 @@ TEST_F(FileOpenCommandsTest, OpenFileDownloadsIntoItsOwnFolderAndOpensAScratchCo
     EXPECT_FALSE(fs::exists(temp / "doc7-3" / "old"));
     EXPECT_TRUE(platform.downloadSettings.at(0).verifyCertificates);
     EXPECT_EQ(host.calls.back(), "open " + target.string() + " '' 1 0");
-    EXPECT_EQ(host.bar, "gone");
+    EXPECT_TRUE(!host.progressWindows.empty() && host.Bar() == nullptr);
 
     const Json::Value& file = reply["data"][0];
     EXPECT_EQ(reply["data"].size(), 1u);
@@ -223,7 +216,7 @@ TEST_F(FileOpenCommandsTest, FailedDownloadJobsAnswerTheirStepAndTellThePage) {
     platform.breakAfterBegin = true;
     EXPECT_EQ(OpenFile("doc7-3")["ret"].asInt(), 300006);
     EXPECT_FALSE(platform.downloadSettings.at(0).verifyCertificates);
-    EXPECT_EQ(host.bar, "gone");
+    EXPECT_TRUE(!host.progressWindows.empty() && host.Bar() == nullptr);
     platform.breakAfterBegin = false;
 
     host.refuseOpen = true;

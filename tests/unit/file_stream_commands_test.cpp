@@ -5,14 +5,14 @@
 
 #include "bridge/command_table.h"
 #include "document/file_stream_dispatchers.h"
-#include "file_commands_fixture.h"
 #include "logging/async_logger.h"
+#include "plugin_fixture.h"
 
 namespace {
 
 constexpr const char* kPicked = "{7A0B1C2D-0000-4000-8000-000000000001}";
 
-class FileStreamTest : public FileCommandsFixture {
+class FileStreamTest : public PluginFixture {
   protected:
     // A file known to the registry but not open, as one picked in the file dialog.
     std::wstring Pick(const std::string& name, const std::string& bytes, const char* id = kPicked) {
@@ -117,7 +117,7 @@ TEST_F(FileStreamTest, ChecksInOrderLeaveAClosedStreamClosed) {
 
 TEST_F(FileStreamTest, ModifiedOpenDocumentIsSavedBeforeItsFirstBlock) {
     const std::wstring path = WriteFile("open.pdf", "%PDF-1.7");
-    HostDoc doc = host.OpenPdf(FakePdf{}, path);
+    HostDoc doc = host.OpenPdf(FakeDoc{}, path);
     host.Doc(doc).modified = true;
     host.refuseSave = true;
     EXPECT_EQ(Read(0, 4, FileId(doc))["ret"].asInt(), 300002);

@@ -1,13 +1,13 @@
 // getAllFormFields and setFormFieldValue: the list of controls with their shared keys, the
 // records they leave in the store, and the checks of both commands in order.
-#include "pdf_plugin_fixture.h"
+#include "plugin_fixture.h"
 
 namespace {
 
-class FormFieldCommandsTest : public PdfPluginFixture {
+class FormFieldCommandsTest : public PluginFixture {
   protected:
     void SetUp() override {
-        FakePdf pdf;
+        FakeDoc pdf;
         pdf.pages.resize(3);
         pdf.pages[0].controls = {
             FakeControl{L"choice", kNdxControlRadioButton, L"B", NdxRect{1, 1, 5, 5}},
@@ -69,9 +69,9 @@ TEST_F(FormFieldCommandsTest, ControlsInPageOrderWithOneKeyPerFieldName) {
 }
 
 TEST_F(FormFieldCommandsTest, ListChecksInOrder) {
-    host.Pdf(doc).hasInterForm = false;
+    host.Doc(doc).hasInterForm = false;
     EXPECT_EQ(Ret("getAllFormFields"), 300009);
-    host.Pdf(doc).hasForm = false;
+    host.Doc(doc).hasForm = false;
     EXPECT_EQ(Ret("getAllFormFields"), 300009);
     app.documents->erase(FromUtf8(FileId(doc)));
     EXPECT_EQ(Ret("getAllFormFields"), 400004);
@@ -106,9 +106,9 @@ TEST_F(FormFieldCommandsTest, SetValueChecksInOrderAndWritesText) {
     ASSERT_EQ(Ret("setFormFieldValue", SetValue(R"("fieldName":"name","value":"")")), 0);
     EXPECT_EQ(host.Page(doc, 0).controls[2].value, L"");
 
-    host.Pdf(doc).hasInterForm = false;
+    host.Doc(doc).hasInterForm = false;
     EXPECT_EQ(Ret("setFormFieldValue", SetValue(R"("fieldName":"name","value":"x")")), 400010);
-    host.Pdf(doc).hasForm = false;
+    host.Doc(doc).hasForm = false;
     EXPECT_EQ(Ret("setFormFieldValue", SetValue(R"("fieldName":"name","value":"x")")), 400009);
     const std::string closed = SetValue(R"("fieldName":"name","value":"x")");
     host.Close(doc);

@@ -76,18 +76,6 @@ TEST_F(LoggerOutputTest, HtmlReportHasTitleEscapedParagraphsAndClosingTags) {
     EXPECT_LT(html.find("<body>"), html.find("<p>"));
 }
 
-TEST_F(LoggerOutputTest, FactoryChoosesTheSinkBySelector) {
-    const std::string folder = PathToUtf8(folder_);
-    EXPECT_NE(dynamic_cast<HtmlFileLoggerOutput*>(MakeLoggerOutput(0, folder).get()), nullptr);
-    EXPECT_NE(dynamic_cast<ConsoleLoggerOutput*>(MakeLoggerOutput(2, folder).get()), nullptr);
-    for (const int selector : {1, 3, -1}) {
-        const std::unique_ptr<LoggerOutput> output = MakeLoggerOutput(selector, folder);
-        const auto* text = dynamic_cast<TxtFileLoggerOutput*>(output.get());
-        ASSERT_NE(text, nullptr);
-        EXPECT_EQ(text->path(), folder_ / "brevanlog.txt");
-    }
-}
-
 TEST_F(LoggerOutputTest, TextFileStampsEachNonEmptyLineAndEchoesIt) {
     const std::unique_ptr<LoggerOutput> output = MakeLoggerOutput(1, PathToUtf8(folder_));
     testing::internal::CaptureStderr();

@@ -23,10 +23,8 @@ class ThemedHost : public FakeHost {
         colourNames.emplace_back(name);
         return theme == kTheme ? accent : 0xFFFFFFFFu;
     }
-    int HostAppIsChannelPackage() override { return channelPackage ? 1 : 0; }
 
     uint32_t accent = 0x00336699;
-    bool channelPackage = false;
     std::vector<std::wstring> colourNames;
 };
 

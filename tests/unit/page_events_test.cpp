@@ -14,12 +14,6 @@
 
 namespace {
 
-class WindowedHost : public FakeHost {
-  public:
-    HostWindow HostAppGetMainWindow() override { return mainWindow; }
-    HostWindow mainWindow = reinterpret_cast<HostWindow>(0x1000);
-};
-
 // The host's scripted page channel, writing what it is given into the test's log.
 class LoggingConnection final : public PageConnection {
   public:
@@ -84,7 +78,7 @@ class PageEventsTest : public testing::Test {
     }
 
     std::vector<std::string> log;
-    WindowedHost host;
+    FakeHost host;
     ChannelPlatform platform{log};
     Brevan app;
     FakePageDialog pane{log, "pane"};

@@ -1,7 +1,7 @@
 // getFileTexts and runFileOCR: page ranges and the joining of lines, the flattened scratch copy
 // that a text field anywhere in the document leads to (and its clean-up), and the OCR run with
 // its dialog, progress window, cancel and save.
-#include "file_commands_fixture.h"
+#include "plugin_fixture.h"
 
 namespace {
 
@@ -13,17 +13,17 @@ Json::Value Parsed(const std::string& text) {
     return value;
 }
 
-FakePdfPage TextPage(std::vector<std::wstring> lines) {
-    FakePdfPage page;
+FakePage TextPage(std::vector<std::wstring> lines) {
+    FakePage page;
     for (auto& line : lines)
         page.lines.push_back(FakeLine{std::move(line)});
     return page;
 }
 
-class PageTextTest : public FileCommandsFixture {
+class PageTextTest : public PluginFixture {
   protected:
-    HostDoc OpenPages(std::vector<FakePdfPage> pages, const std::wstring& path = L"/docs/a.pdf") {
-        FakePdf pdf;
+    HostDoc OpenPages(std::vector<FakePage> pages, const std::wstring& path = L"/docs/a.pdf") {
+        FakeDoc pdf;
         pdf.pages = std::move(pages);
         return host.OpenPdf(std::move(pdf), path);
     }
@@ -32,7 +32,7 @@ class PageTextTest : public FileCommandsFixture {
     }
     // A document whose field on page 1 holds "edited" in the editor and "Ann" in its file.
     HostDoc OpenFormDocument(const std::wstring& path) {
-        std::vector<FakePdfPage> pages{TextPage({L"Name:"}), TextPage({L"Page two"})};
+        std::vector<FakePage> pages{TextPage({L"Name:"}), TextPage({L"Page two"})};
         pages[1].controls = {FakeControl{L"name", kNdxControlTextField, L"Ann", NdxRect{}}};
         host.disk["file-bytes"].pages = pages;
         pages[1].controls[0].value = L"edited";
@@ -61,7 +61,7 @@ TEST_F(PageTextTest, RangesChecksAndTheJoiningOfLines) {
 }
 
 TEST_F(PageTextTest, DocumentWithoutTextFieldIsReadAsItStandsInTheEditor) {
-    std::vector<FakePdfPage> pages{TextPage({L"unsaved edit"})};
+    std::vector<FakePage> pages{TextPage({L"unsaved edit"})};
     pages[0].controls = {FakeControl{L"agree", kNdxControlCheckBox, L"Yes", NdxRect{}}};
     OpenPages(pages);
     EXPECT_EQ(Texts("0")["data"], Parsed(R"(["unsaved edit"])"));

@@ -99,7 +99,7 @@ TEST_F(PaneAndHooksTest, OpeningActivatingSavingAndClosingTellThePageInOrder) {
     DocHook<HostDocHook>(kDocEventModified)(DocClient(), doc);
     app.batchMode = false;
     DocHook<HostDocSaveHook>(kDocEventDidSave)(DocClient(), doc, 1);
-    FakeFormField field{L"form.name", L"Jane"};
+    FakeControl field{.name = L"form.name", .value = L"Jane"};
     DocHook<HostDocFieldHook>(kDocEventFieldChanged)(DocClient(), doc,
                                                      reinterpret_cast<NdxFormField>(&field));
     events = TakeEvents();

@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 #include <json/value.h>
 
+#include <filesystem>
+#include <fstream>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,7 +15,14 @@
 #include "bridge/web_message_channel.h"
 #include "document/document_registry.h"
 #include "fake_host.h"
+#include "redaction/search_result_store.h"
 #include "util/utf.h"
+
+inline Json::Value JsonOf(const std::string& text) {
+    Json::Value value;
+    ParseJson(text, value);
+    return value;
+}
 
 class RecordingEndpoint : public PageEndpoint {
   public:
@@ -26,12 +36,26 @@ class RecordingEndpoint : public PageEndpoint {
 
 class PluginFixture : public testing::Test {
   protected:
-    PluginFixture() {
+    // `prepare` sets the host up before the plug-in starts; without `start` the test starts it.
+    explicit PluginFixture(const std::function<void(FakeHost&)>& prepare = {}, bool start = true) {
+        platform.tempFolder = FromUtf8((host.userData / "temp").string()) + L"/";
+        std::filesystem::create_directories(host.userData / "temp");
+        if (prepare)
+            prepare(host);
+        if (start)
+            Start();
+    }
+    ~PluginFixture() override {
+        if (started_)
+            app.Unload();
+    }
+
+    void Start() {
+        started_ = true;
         app.Attach(host, platform);
         app.ImportTables();
         EXPECT_EQ(app.Init(), 1);
     }
-    ~PluginFixture() override { app.Unload(); }
 
     // Posts one message and returns the replies it caused (none, or one).
     std::vector<std::string> Post(const std::string& text) {
@@ -40,9 +64,9 @@ class PluginFixture : public testing::Test {
         return endpoint.replies;
     }
 
-    // Sends a "base" command with an identifier and returns the parsed reply.
+    // Sends a "base" command with an identifier and returns the parsed reply (null when none).
     Json::Value Call(const std::string& command, const std::string& params = "{}",
-                     const std::string& uuid = "req-1") {
+                     const std::string& uuid = "req") {
         Json::Value envelope(Json::arrayValue);
         envelope.append("base");
         envelope.append(command);
@@ -54,10 +78,54 @@ class PluginFixture : public testing::Test {
             ParseJson(replies[0], reply);
         return reply;
     }
+    int Ret(const std::string& command, const std::string& params = "{}") {
+        return Call(command, params)["ret"].asInt();
+    }
+
+    // Writes `bytes` to a file under the test's folder and returns its path.
+    std::wstring WriteFile(const std::string& name, const std::string& bytes) {
+        const auto path = host.userData / name;
+        std::ofstream(path, std::ios::binary) << bytes;
+        return FromUtf8(path.string());
+    }
+
+    // The registry's id of an open document, and the "file" argument naming it.
+    std::string FileId(HostDoc doc) {
+        std::wstring id;
+        app.documents->findIdByDoc(doc, id);
+        return ToUtf8(id);
+    }
+    std::string FileArg(HostDoc doc) { return R"("file":{"id":")" + FileId(doc) + R"("})"; }
+
+    // A document whose pages hold these lines.
+    HostDoc OpenText(std::vector<std::vector<std::wstring>> pages) {
+        FakeDoc doc;
+        for (auto& lines : pages) {
+            FakePage page;
+            for (auto& line : lines)
+                page.lines.push_back(FakeLine{std::move(line)});
+            doc.pages.push_back(std::move(page));
+        }
+        return host.OpenPdf(std::move(doc));
+    }
+
+    // findTexts of one text over the whole document; its search key.
+    std::string Find(HostDoc doc, const std::string& text) {
+        const Json::Value reply =
+            Call("findTexts", "{" + FileArg(doc) + R"(,"text":")" + text + R"("})");
+        EXPECT_EQ(reply["ret"].asInt(), 0) << text;
+        return reply["data"]["searchKey"].asString();
+    }
+    SearchRecord Stored(HostDoc doc, const std::string& key, int index) {
+        return app.searchResults->GetResult(FromUtf8(FileId(doc)), FromUtf8(key), index);
+    }
 
     FakeHost host;
     FakePlatform platform;
     Brevan app;
     RecordingEndpoint endpoint;
     WebMessageChannel channel{app.commands(), endpoint};
+
+  private:
+    bool started_ = false;
 };

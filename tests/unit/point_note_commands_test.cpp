@@ -1,10 +1,10 @@
 // Notes at a point: the checks the three commands share, the note and popup entries, and how a
 // note is found again only at the very point that made it.
-#include "pdf_plugin_fixture.h"
+#include "plugin_fixture.h"
 
 namespace {
 
-class PointNoteCommandsTest : public PdfPluginFixture {
+class PointNoteCommandsTest : public PluginFixture {
   protected:
     void SetUp() override { doc = OpenText({{L"text"}, {L"more"}}); }
     std::string Note(const std::string& point, const std::string& rest) {
@@ -43,10 +43,10 @@ TEST_F(PointNoteCommandsTest, SharedChecksInOrder) {
               100014);
     EXPECT_EQ(Ret("removeAnnotsAtPoint", base + R"(,"type":"note"})"), 100014);
 
-    host.Pdf(doc).hasView = false;
+    host.Doc(doc).hasView = false;
     EXPECT_EQ(ret(AddAt(R"({"x":1,"y":2})", "ai_plugin_pt_1")), 300009);
-    host.Pdf(doc).hasView = true;
-    FakePdf inherited;  // a box inherited from the page tree does not count
+    host.Doc(doc).hasView = true;
+    FakeDoc inherited;  // a box inherited from the page tree does not count
     inherited.pages.resize(1);
     inherited.pages[0].mediaBox.reset();
     doc = host.OpenPdf(inherited);

@@ -1,10 +1,11 @@
 // The page's progress bar: the checks of its three commands, a bar that keeps its first title,
 // the watchdog that takes a bar down after a silence of the bridge, and the transfer bars.
-#include "file_commands_fixture.h"
+#include "document/progress_bar_host.h"
+#include "plugin_fixture.h"
 
 namespace {
 
-class ProgressBarTest : public FileCommandsFixture {
+class ProgressBarTest : public PluginFixture {
   protected:
     // The one watchdog timer running, or 0.
     unsigned Watchdog() const {

@@ -1,10 +1,10 @@
 // redactApply, hasOtherRedact and the clean-up of the store when a document closes: which
 // annotations are collected, the prompt, the apply variants and the records that go afterwards.
-#include "pdf_plugin_fixture.h"
+#include "plugin_fixture.h"
 
 namespace {
 
-class RedactionCommandsTest : public PdfPluginFixture {
+class RedactionCommandsTest : public PluginFixture {
   protected:
     void SetUp() override {
         doc = OpenText({{L"one two three"}, {L"four one"}});
@@ -33,9 +33,9 @@ TEST_F(RedactionCommandsTest, ChecksInOrder) {
     for (const char* params : {"{}", R"({"uniqueIDNames":[]})", R"({"uniqueIDNames":"x"})"})
         EXPECT_EQ(Ret("redactApply", params), 100014) << params;
     const std::string names = R"({"uniqueIDNames":["ai_plugin_none","ai_plugin_x"]})";
-    host.Pdf(doc).hasView = false;
+    host.Doc(doc).hasView = false;
     EXPECT_EQ(Ret("redactApply", names), 300009);
-    host.Pdf(doc).hasView = true;
+    host.Doc(doc).hasView = true;
     auto store = std::move(app.searchResults);
     EXPECT_EQ(Ret("redactApply", names), 400003);
     app.searchResults = std::move(store);
@@ -89,7 +89,7 @@ TEST_F(RedactionCommandsTest, ApplyAllAndBatchApply) {
     // In a batch: no prompt, the batch variant whatever the names, records of the names erased.
     HostDoc batchDoc = OpenText({{L"one"}});
     const std::string batchKey = Find(batchDoc, "one");
-    host.Pdf(batchDoc).hasView = false;
+    host.Doc(batchDoc).hasView = false;
     app.batchMode = true;
     app.batchDocument = batchDoc;
     Annotate(batchKey, 0, "ai_plugin_z");
@@ -107,9 +107,9 @@ TEST_F(RedactionCommandsTest, OtherRedactionsAreThoseWithoutARecord) {
     EXPECT_EQ(Call("hasOtherRedact")["data"], Json::Value(false));
     host.UserRedacts(doc, 1, "");
     EXPECT_EQ(Call("hasOtherRedact")["data"], Json::Value(true));
-    host.Pdf(doc).hasView = false;
+    host.Doc(doc).hasView = false;
     EXPECT_EQ(Ret("hasOtherRedact"), 300009);
-    host.Pdf(doc).hasView = true;
+    host.Doc(doc).hasView = true;
     host.Doc(doc).hasPdf = false;
     EXPECT_EQ(Ret("hasOtherRedact"), 300001);
     host.active = nullptr;

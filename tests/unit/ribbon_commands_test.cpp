@@ -7,7 +7,7 @@ namespace {
 
 using RibbonTest = ShellFixture;
 
-FakeRibbonNode* Entry(ShellFakeHost& host, HostFrame frame, const std::wstring& name) {
+FakeRibbonNode* Entry(FakeHost& host, HostFrame frame, const std::wstring& name) {
     return host.Find(frame,
                      {L"Ribbon_Category_Protect", L"Protect_Panel_Redaction", L"Sablemark", name});
 }
@@ -93,21 +93,21 @@ TEST_F(RibbonTest, ASignedOutUserMeetsTheWelcomeAtEveryPressAndNotNowStops) {
     EXPECT_NE(Pref(L"welcome"), L"stale");
     EXPECT_FALSE(app.pane.shown());
     EXPECT_FALSE(app.accountPage);
-    EXPECT_TRUE(host.signInTexts.empty());
+    EXPECT_TRUE(host.account.signInTexts.empty());
     EXPECT_TRUE(platform.pageDialogParents.empty());
 }
 
 TEST_F(RibbonTest, ASignedInUserMeetsTheWelcomeOnceAndThenGoesStraightOn) {
     host.Open(FileDoc(L"/d/a.pdf"));
-    host.signedIn = true;
+    host.account.signedIn = true;
     platform.welcomeAnswers = {SignInGate::kSignIn};
     EXPECT_TRUE(Press(L"AutoRedaction"));
     ASSERT_EQ(platform.welcomeDialogs.size(), 1u);
-    EXPECT_EQ(host.signInTexts, std::vector<std::wstring>{L""});
+    EXPECT_EQ(host.account.signInTexts, std::vector<std::wstring>{L""});
     EXPECT_TRUE(app.pane.shown());
     EXPECT_TRUE(Press(L"AutoRedaction"));
     EXPECT_EQ(platform.welcomeDialogs.size(), 1u);
-    EXPECT_EQ(host.signInTexts.size(), 1u);
+    EXPECT_EQ(host.account.signInTexts.size(), 1u);
 }
 
 TEST_F(RibbonTest, TheWelcomeAnswersDecideTheSignIn) {
@@ -132,25 +132,25 @@ TEST_F(RibbonTest, TheWelcomeAnswersDecideTheSignIn) {
     host.Open(FileDoc(L"/d/a.pdf"));
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        host.signedIn = false;
-        host.signInShows = c.signInShows;
-        host.signInSignsIn = c.signInSignsIn;
-        host.hasWindow = c.hasWindow;
-        host.signInTexts.clear();
-        host.hasWindowCalls.clear();
+        host.account.signedIn = false;
+        host.account.signInAnswer = c.signInShows ? 1 : 0;
+        host.account.signInSignsIn = c.signInSignsIn;
+        host.account.hasWindow = c.hasWindow;
+        host.account.signInTexts.clear();
+        host.account.hasWindowCalls.clear();
         app.pane.SetShown(false);
         platform.welcomeAnswers = {c.answer};
         Press(L"AutoRedaction");
         EXPECT_EQ(app.pane.shown(), c.opens);
-        EXPECT_EQ(host.signInTexts.size(), c.signIns);
+        EXPECT_EQ(host.account.signInTexts.size(), c.signIns);
         if (c.answer == SignInGate::kSignUp) {
-            EXPECT_EQ(host.hasWindowCalls, std::vector<HostWindow>{host.mainWindow});
+            EXPECT_EQ(host.account.hasWindowCalls, std::vector<HostWindow>{host.mainWindow});
         }
     }
 }
 
 TEST_F(RibbonTest, WithoutTheSignInTableTheCommandsStopAtSignIn) {
-    ShellFakeHost bare;
+    FakeHost bare;
     bare.loginTable = false;
     FakePlatform platform2;
     Brevan app2;
@@ -172,7 +172,7 @@ TEST_F(RibbonTest, WithoutTheSignInTableTheCommandsStopAtSignIn) {
 
 TEST_F(RibbonTest, AutoRedactionOpensThePaneOnHomeAndProfileOnTheAccountPage) {
     host.Open(FileDoc(L"/d/a.pdf"));
-    host.signedIn = true;
+    host.account.signedIn = true;
     SetWelcomeStamp(L"2026-01-01 10:00:00");
     host.paneCalls.clear();
     app.accountPage = true;
@@ -202,7 +202,7 @@ TEST_F(RibbonTest, AutoRedactionOpensThePaneOnHomeAndProfileOnTheAccountPage) {
 }
 
 TEST_F(RibbonTest, TheInfoStepIsDueOnlyWithoutAWelcomeAndAfterItsDays) {
-    host.signedIn = true;
+    host.account.signedIn = true;
     std::time_t now = 0;
     SignInGate gate(app, [&now] { return now; });
     std::tm day{};
@@ -229,7 +229,7 @@ TEST_F(RibbonTest, TheInfoStepIsDueOnlyWithoutAWelcomeAndAfterItsDays) {
     EXPECT_EQ(gate.ShowWelcome(false, -1), SignInGate::kNothingShown);
 
     SetWelcomeStamp(L"2026-01-01 10:00:00");
-    host.stringPrefs.erase({kSection, L"lastTime"});
+    host.preferences.erase({kSection, L"lastTime"});
     EXPECT_EQ(gate.ShowWelcome(false, 3), SignInGate::kNothingShown);
     EXPECT_EQ(platform.infoDialogs.size(), 2u);
     EXPECT_TRUE(platform.welcomeDialogs.empty());

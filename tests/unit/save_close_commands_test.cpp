@@ -5,16 +5,16 @@
 #include "document/batch_document_session.h"
 #include "document/save_as_name.h"
 #include "fake_page_dialog.h"
-#include "file_commands_fixture.h"
+#include "plugin_fixture.h"
 
 namespace {
 
 constexpr unsigned kSave = 0xE103;
 
-class SaveCloseTest : public FileCommandsFixture {
+class SaveCloseTest : public PluginFixture {
   protected:
     HostDoc OpenAt(const std::wstring& path, bool modified = false) {
-        HostDoc doc = host.OpenPdf(FakePdf{}, path);
+        HostDoc doc = host.OpenPdf(FakeDoc{}, path);
         host.Doc(doc).modified = modified;
         return doc;
     }

@@ -1,29 +1,21 @@
-// The plug-in started on a ShellFakeHost as far as its first main window: ribbon built, task
-// pane registered. Events reach the pane's page dialog once one was made; the test reads them
-// back from the platform's dialog log.
+// The plug-in started on a FakeHost with the "login" table as far as its first main window:
+// ribbon built, task pane registered. Events reach the pane's page dialog once one was made; the
+// test reads them back from the platform's dialog log.
 #pragma once
 
-#include <gtest/gtest.h>
-#include <json/value.h>
+#include "plugin_fixture.h"
 
-#include <string>
-#include <vector>
-
-#include "app/brevan.h"
-#include "bridge/json_text.h"
-#include "shell_fake_host.h"
-
-class ShellFixture : public testing::Test {
+class ShellFixture : public PluginFixture {
   protected:
     static constexpr const wchar_t* kSection = L"Installed\\TarvoSablemark";
 
-    ShellFixture() {
-        app.Attach(host, platform);
-        app.ImportTables();
-        EXPECT_EQ(app.Init(), 1);
+    ShellFixture()
+        : PluginFixture([](FakeHost& fake) {
+              fake.loginTable = true;
+              fake.account.signInAnswer = 1;
+          }) {
         app.OnMainFrameCreated(frame);
     }
-    ~ShellFixture() override { app.Unload(); }
 
     // Presses a ribbon entry of the first frame, asking its enable procedure first as the host
     // does. False when the entry is disabled.
@@ -44,21 +36,16 @@ class ShellFixture : public testing::Test {
         for (const std::string& line : platform.pageDialogLog) {
             if (line.rfind(kPrefix, 0) != 0)
                 continue;
-            Json::Value event;
-            EXPECT_TRUE(ParseJson(line.substr(kPrefix.size()), event)) << line;
-            events.push_back(event);
+            events.push_back(JsonOf(line.substr(kPrefix.size())));
         }
         platform.pageDialogLog.clear();
         return events;
     }
 
     void SetWelcomeStamp(const std::wstring& stamp) {
-        host.stringPrefs[{kSection, L"welcome"}] = stamp;
+        host.preferences[{kSection, L"welcome"}] = stamp;
     }
-    std::wstring Pref(const wchar_t* key) { return host.stringPrefs[{kSection, key}]; }
+    std::wstring Pref(const wchar_t* key) { return host.preferences[{kSection, key}]; }
 
     const HostFrame frame = reinterpret_cast<HostFrame>(0x500);
-    ShellFakeHost host;
-    FakePlatform platform;
-    Brevan app;
 };

@@ -1,10 +1,10 @@
 // findTexts and findTextList on the fake editor: the order of their checks, which pages they walk,
 // how matches are numbered and stored, and the passage search over page breaks.
-#include "pdf_plugin_fixture.h"
+#include "plugin_fixture.h"
 
 namespace {
 
-class TextSearchCommandsTest : public PdfPluginFixture {
+class TextSearchCommandsTest : public PluginFixture {
   protected:
     Json::Value FindTexts(HostDoc doc, const std::string& rest) {
         return Call("findTexts", "{" + FileArg(doc) + "," + rest + "}");
@@ -46,13 +46,13 @@ TEST_F(TextSearchCommandsTest, FindTextsChecksInOrder) {
 }
 
 TEST_F(TextSearchCommandsTest, PageTextFirstThenFieldsUnderOneOrdinalRectlessDropped) {
-    FakePdf pdf;
-    FakePdfPage page;
+    FakeDoc pdf;
+    FakePage page;
     page.lines = {FakeLine{L"Alpha beta alpha"}, FakeLine{L"alpha hidden", false}, FakeLine{L"alp"},
                   FakeLine{L"ha"}};
     page.controls = {FakeControl{L"name", kNdxControlTextField, L"ALPHA", NdxRect{1, 2, 3, 4}},
                      FakeControl{L"box", kNdxControlCheckBox, L"alpha", NdxRect{}}};
-    pdf.pages = {page, FakePdfPage{}};
+    pdf.pages = {page, FakePage{}};
     pdf.pages[1].lines = {FakeLine{L"alpha"}};
     HostDoc doc = host.OpenPdf(pdf);
 
