@@ -2,11 +2,12 @@
 # Starts a one-node Slurm cluster of its own in a temporary folder (its own munge key and socket,
 # slurm.conf, ports and state), checks that it runs a trivial 4-task array, then runs
 # deploy/slurm/redact-array.sbatch as a 4-task array over 40 generated files and checks that each
-# file has exactly one output, that the term is gone from every output, and that the merged
+# file has exactly one output, that the term and a detected e-mail address are gone from every
+# output while the other text stays, and that the merged
 # reports list every file. Exits 77 (skipped, with the reason) when the cluster cannot start.
 # usage: check_slurm_array.sh PDFHOST PLUGIN_DIR MAKE_SAMPLE_PDF REPO_ROOT
 set -uo pipefail
-readonly SKIP=77 FILES=40 TASKS=4 TERM_TEXT="Orchard Lane"
+readonly SKIP=77 FILES=40 TASKS=4 TERM_TEXT="Elena Varga-Holm" FOUND_TEXT="elena.vargaholm@example.com"
 pdfhost=$1 plugins=$2 make_sample=$3 root=$4
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/slurm-test.XXXXXX")
@@ -118,7 +119,7 @@ echo "trivial array: $TASKS tasks ran"
   skip "the cluster runs arrays, but this pdfhost has no --batch"
 
 "$make_sample" letter "$work/letter.pdf" > /dev/null || fail "make_sample_pdf failed"
-pdftotext "$work/letter.pdf" - | grep -q "$TERM_TEXT" || fail "the sample does not hold '$TERM_TEXT'"
+pdftotext "$work/letter.pdf" - | grep -qF "$TERM_TEXT" || fail "the sample does not hold '$TERM_TEXT'"
 for i in $(seq -w 1 $FILES); do cp "$work/letter.pdf" "$work/in/letter-$i.pdf"; done
 
 job=$(OUT=$work/out PDFHOST=$pdfhost TERMS=$TERM_TEXT EXTRA="--plugins $plugins" \
@@ -129,7 +130,9 @@ wait_job "$job" 150
 for input in "$work"/in/*.pdf; do
   output=$work/out/$(basename "$input")
   [ -f "$output" ] || fail "no output for $input"
-  ! pdftotext "$output" - | grep -q "$TERM_TEXT" || fail "'$TERM_TEXT' is still in $output"
+  text=$(pdftotext "$output" -) || fail "pdftotext cannot read $output"
+  ! grep -qF -e "$TERM_TEXT" -e "$FOUND_TEXT" <<< "$text" || fail "the term or the e-mail address is still in $output"
+  grep -qF "Northgate Logistics" <<< "$text" || fail "the text around the findings is gone from $output"
 done
 outputs=$(find "$work/out" -name '*.pdf' | wc -l)
 [ "$outputs" -eq $FILES ] || fail "$outputs outputs for $FILES files"
