@@ -99,6 +99,7 @@
           opened = false;
         }
         this.position += 1;
+        this.fileName = '';
         if (opened) await this._redactCurrent();
         else this._fail(`File ${this.position} of ${this.count}`, 'It could not be opened.');
         this._notify();
@@ -108,7 +109,6 @@
 
     async _redactCurrent() {
       let doc = null;
-      this.fileName = '';
       this._notify();
       try {
         doc = await this.workflow.refreshDocument();
