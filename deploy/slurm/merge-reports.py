@@ -4,7 +4,8 @@
 usage: merge-reports.py [--expect N] [-o MERGED.json] REPORT.json|DIR ...
 
 A folder stands for its report-*.json files. Each report holds "files", one entry per input
-file; an entry with an "output" was redacted, one without it failed. The merged report lists
+file, its "path" and "status" ("redacted" or "failed"; without a status, an entry with an
+"output" counts as redacted). The merged report lists
 every entry once, with the report it came from, and sums the findings by kind and the pages.
 Exits 1 when a report is missing (fewer than --expect), unreadable, or when two reports hold
 the same input file (the shards overlapped); 0 otherwise, failed files included.
@@ -23,6 +24,12 @@ def entry_path(entry):
         if isinstance(entry.get(key), str):
             return entry[key]
     return None
+
+
+def redacted(entry):
+    if "status" in entry:
+        return entry["status"] == "redacted"
+    return bool(entry.get("output"))
 
 
 def report_paths(args):
@@ -60,7 +67,7 @@ def merge(paths):
                 problems.append(f"{name}: in {seen[name]} and in {path}")
             seen[name] = path
             merged["files"].append({**entry, "report": path})
-            if entry.get("output"):
+            if redacted(entry):
                 merged["redacted"] += 1
             else:
                 merged["failed"] += 1

@@ -11,8 +11,8 @@ MERGE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "de
                      "merge-reports.py")
 
 A = {"files": [{"path": "/in/a.pdf", "output": "/out/a.pdf", "pages": 3, "findings": {"email": 2}},
-               {"path": "/in/c.pdf", "reason": "could not be opened"}]}
-B = {"files": [{"path": "/in/b.pdf", "output": "/out/b.pdf", "pages": 2,
+               {"path": "/in/c.pdf", "status": "failed", "output": None, "reason": "not opened"}]}
+B = {"files": [{"path": "/in/b.pdf", "status": "redacted", "output": "/out/b.pdf", "pages": 2,
                 "findings": {"email": 1, "term": 4}}]}
 
 
