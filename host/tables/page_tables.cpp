@@ -57,6 +57,22 @@ NdxObject DocGetPage(NdxDoc doc, int pageIndex) {
     });
 }
 
+NdxObject DocGetRoot(NdxDoc doc) {
+    return Guarded<NdxObject>(nullptr, [&](HostApp& app) -> NdxObject {
+        HostDocument* document = FindPdf(app, doc);
+        if (document == nullptr)
+            return nullptr;
+        fz_context* ctx = document->Engine().fz();
+        pdf_document* pdf = document->Engine().pdf();
+        pdf_obj* root = engine::CallMupdf(ctx, "document catalogue", [&]() -> pdf_obj* {
+            pdf_obj* found = pdf_resolve_indirect_chain(
+                ctx, pdf_dict_get(ctx, pdf_trailer(ctx, pdf), PDF_NAME(Root)));
+            return pdf_is_dict(ctx, found) ? found : nullptr;
+        });
+        return document->Objects().HandleOf(root);
+    });
+}
+
 NdxObject DocGetInfo(NdxDoc doc) {
     return Guarded<NdxObject>(nullptr, [&](HostApp& app) -> NdxObject {
         HostDocument* document = FindPdf(app, doc);
@@ -203,6 +219,7 @@ void RegisterPageTables(TableManager& tables) {
     tables.Register<Op::HostPageViewGetPage>(&PageViewGetPage);
     tables.Register<Op::NDXDocGetPageCount>(&DocGetPageCount);
     tables.Register<Op::NDXDocGetPage>(&DocGetPage);
+    tables.Register<Op::NDXDocGetRoot>(&DocGetRoot);
     tables.Register<Op::NDXDocGetInfo>(&DocGetInfo);
     tables.Register<Op::NDXPageNew>(&PageNew);
     tables.Register<Op::NDXPageDestroy>(&PageDestroy);

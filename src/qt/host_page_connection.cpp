@@ -4,12 +4,23 @@
 #include <QVariant>
 
 namespace {
+
 constexpr const char* kChannelProperty = "pdfhost.pageChannel";
+constexpr const char* kBatchChannelProperty = "pdfhost.batchPageChannel";
+
+QObject* ChannelOf(const char* property) {
+    QCoreApplication* app = QCoreApplication::instance();
+    return app != nullptr ? app->property(property).value<QObject*>() : nullptr;
 }
 
+}  // namespace
+
 QObject* HostPageConnection::FindHostChannel() {
-    QCoreApplication* app = QCoreApplication::instance();
-    return app != nullptr ? app->property(kChannelProperty).value<QObject*>() : nullptr;
+    return ChannelOf(kChannelProperty);
+}
+
+QObject* HostPageConnection::FindBatchChannel() {
+    return ChannelOf(kBatchChannelProperty);
 }
 
 HostPageConnection::HostPageConnection(QObject* channel) : channel_(channel) {

@@ -16,6 +16,8 @@ class HostPageConnection final : public QObject, public PageConnection {
   public:
     // The channel the host published, or null.
     static QObject* FindHostChannel();
+    // The channel the host published for the batch page ("pdfhost.batchPageChannel"), or null.
+    static QObject* FindBatchChannel();
 
     explicit HostPageConnection(QObject* channel);
 

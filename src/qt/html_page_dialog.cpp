@@ -4,6 +4,7 @@
 #include "bridge/page_script.h"
 #include "config/brevan_config.h"
 #include "config/internet_connection.h"
+#include "host_page_connection.h"
 #include "logging/async_logger.h"
 #include "page_files.h"
 #include "util/utf.h"
@@ -16,7 +17,8 @@ HtmlPageDialog::HtmlPageDialog(Brevan& app, PageDialogKind kind, PageDialog& sel
       kind_(kind),
       self_(self),
       viewChannel_(app.host(), app.commands(), self, viewStream),
-      scripted_(app.HasHostPageChannel()) {}
+      scripted_(app.HasHostPageChannel() || (kind == PageDialogKind::Batch &&
+                                             HostPageConnection::FindBatchChannel() != nullptr)) {}
 
 HtmlPageDialog::~HtmlPageDialog() {
     if (webViewStarted_)

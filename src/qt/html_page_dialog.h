@@ -1,8 +1,8 @@
 // HtmlPageDialog: what the two page dialogs share. A dialog builds the page's address, chooses
 // between the online page and the offline page, shows it in its own CWebBrowser or, when that
 // can't start, in a web view the host lends, and carries script calls to whichever is in use.
-// While the host's scripted page channel stands in for the page, the dialog shows nothing and
-// only keeps the address.
+// While the host's scripted page channel stands in for the page (for the batch page, its batch
+// page channel), the dialog shows nothing and only keeps the address.
 #pragma once
 
 #include <QDialog>

@@ -1,6 +1,9 @@
 #include "profile_html_dialog.h"
 
 #include "app/brevan.h"
+#include "bridge/web_message_channel.h"
+#include "config/page_address.h"
+#include "host_page_connection.h"
 #include "logging/async_logger.h"
 #include "util/utf.h"
 
@@ -8,19 +11,37 @@ namespace {
 
 constexpr int kWidth = 1100;
 constexpr int kHeight = 760;
+// The run's result when the window is closed rather than ended with OK.
+constexpr int kClosed = 2;
 
 }  // namespace
 
 CProfileHtmlDlg::CProfileHtmlDlg(Brevan& app, QWidget* parent)
     : HtmlPageDialog(app, PageDialogKind::Batch, *this, app.batchViewStream, parent) {
+    setObjectName(QStringLiteral("CProfileHtmlDlg"));
     setWindowTitle(QStringLiteral("Batch Redaction"));
     setFixedSize(kWidth, kHeight);
+    if (QObject* channel = HostPageConnection::FindBatchChannel()) {
+        PageDialog& self = *this;
+        batchPage_ = std::make_unique<HostPageConnection>(channel);
+        batchChannel_ = std::make_unique<WebMessageChannel>(app.commands(), *batchPage_,
+                                                            app.batchViewStream, &self);
+        batchPage_->SetMessageHandler(
+            [this](std::string_view text) { batchChannel_->OnWebMessage(text); });
+        BuildPageUrl(app, PageDialogKind::Batch, url_);
+        return;
+    }
     EnsurePageFiles();
     StartBrowser();
     if (!webViewStarted() && !hostView_.IsSet()) {
         OpenHostView();
         Reload(false);
     }
+}
+
+CProfileHtmlDlg::~CProfileHtmlDlg() {
+    if (batchPage_)
+        batchPage_->SetMessageHandler({});
 }
 
 int CProfileHtmlDlg::RunModal() {
@@ -39,6 +60,10 @@ void CProfileHtmlDlg::done(int result) {
     QDialog::done(result);
     if (modalLoop_)
         modalLoop_->quit();
+}
+
+void CProfileHtmlDlg::reject() {
+    done(kClosed);
 }
 
 void CProfileHtmlDlg::ShowOnline() {

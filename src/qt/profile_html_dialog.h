@@ -1,17 +1,27 @@
 // CProfileHtmlDlg: the modal page dialog of a batch run ("Batch Redaction"). Its modal run keeps
-// going while the window is hidden, until the run is ended.
+// going while the window is hidden, until the run is ended. When the host publishes a batch page
+// channel, that channel is the page: its messages are served here instead of a web view's.
 #pragma once
 
 #include <QEventLoop>
 #include <QPointer>
+#include <memory>
 
 #include "bridge/page_dialog.h"
 #include "html_page_dialog.h"
 
-class CProfileHtmlDlg final : public BatchPageDialog, public HtmlPageDialog {
+class HostPageConnection;
+class WebMessageChannel;
+
+class CProfileHtmlDlg final : public HtmlPageDialog, public BatchPageDialog {
+    Q_OBJECT
+    // The page address the dialog built, "" when none.
+    Q_PROPERTY(QString url READ urlText)
+
   public:
     // A window over `parent`; starts the browser, or the host's view when it can't.
     CProfileHtmlDlg(Brevan& app, QWidget* parent);
+    ~CProfileHtmlDlg() override;
 
     HostWindow Window() const override { return WindowHandle(); }
     void Show() override { show(); }
@@ -28,6 +38,10 @@ class CProfileHtmlDlg final : public BatchPageDialog, public HtmlPageDialog {
 
     // Ends the modal run with `result`; the window closes.
     void done(int result) override;
+    // Closing the window (its close button, Escape) ends the run as closed.
+    void reject() override;
+
+    QString urlText() const { return QString::fromStdWString(url()); }
 
   protected:
     void ShowOnline() override;
@@ -35,4 +49,6 @@ class CProfileHtmlDlg final : public BatchPageDialog, public HtmlPageDialog {
   private:
     QPointer<QEventLoop> modalLoop_;
     int modalResult_ = 0;
+    std::unique_ptr<HostPageConnection> batchPage_;
+    std::unique_ptr<WebMessageChannel> batchChannel_;
 };

@@ -8,6 +8,8 @@
 #include <memory>
 
 #include "app/platform_services.h"
+#include "batch/batch_result_dialog.h"
+#include "batch/multi_files_dialog.h"
 #include "curl_download.h"
 #include "curl_http.h"
 #include "host_page_connection.h"
@@ -85,6 +87,18 @@ class QtPlatformServices final : public PlatformServices {
 
     std::unique_ptr<BatchPageDialog> MakeBatchDialog(Brevan& app, HostWindow parent) override {
         return std::make_unique<CProfileHtmlDlg>(app, reinterpret_cast<QWidget*>(parent));
+    }
+
+    std::optional<BatchChoice> ChooseBatchFiles(HostApi& host, HostWindow parent) override {
+        CMultiFilesDlg dialog(host, reinterpret_cast<QWidget*>(parent));
+        if (dialog.exec() != QDialog::Accepted)
+            return std::nullopt;
+        return dialog.choice();
+    }
+
+    int ShowBatchResult(HostWindow parent, const BatchOutcome& outcome) override {
+        BatchRedactionResultDlg dialog(outcome, reinterpret_cast<QWidget*>(parent));
+        return dialog.exec() == QDialog::Accepted ? 1 : 0;
     }
 
     bool IsConnectedToInternet() override { return SystemReachesInternet(); }

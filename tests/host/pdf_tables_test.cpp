@@ -91,6 +91,16 @@ TEST_F(PdfTables, InfoDictionaryStringsAreRawBytes) {
     EXPECT_EQ(CallHost<Op::NDXDocGetInfo>(bare), nullptr);
 }
 
+TEST_F(PdfTables, CatalogueGivesItsEntries) {
+    const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(Open(testing::ThreePages()));
+    const NdxObject root = CallHost<Op::NDXDocGetRoot>(pdf);
+    ASSERT_NE(root, nullptr);
+    EXPECT_EQ(CallHost<Op::NDXObjectGetType>(root), kNdxObjectDictionary);
+    EXPECT_NE(CallHost<Op::NDXDictGet>(root, "Pages"), nullptr);
+    EXPECT_EQ(CallHost<Op::NDXDictGet>(root, "AcroForm"), nullptr);
+    EXPECT_EQ(CallHost<Op::NDXDocGetRoot>(nullptr), nullptr);
+}
+
 TEST_F(PdfTables, PageViewsGiveParsablePages) {
     const engine::PdfDescription layout{
         .pages = {engine::PageDescription::TextLines({"one", "two"}),

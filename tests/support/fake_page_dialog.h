@@ -2,6 +2,8 @@
 // log the test keeps, e.g. "pane Reload 1" or "pane CallScript __dispatchEvent <argument>".
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,17 +31,25 @@ class FakePageDialog final : public BatchPageDialog {
             *result = scriptResult;
     }
     void HideHostView() override { Write("HideHostView"); }
+    // Runs `duringRun` inside the modal run; an EndModal then gives the run's result.
     int RunModal() override {
         Write("RunModal");
-        return modalResult;
+        if (duringRun)
+            duringRun();
+        return endedWith.value_or(modalResult);
     }
-    void EndModal(int result) override { Write("EndModal " + std::to_string(result)); }
+    void EndModal(int result) override {
+        Write("EndModal " + std::to_string(result));
+        endedWith = result;
+    }
     void SetVisible(bool visible) override {
         Write(std::string("SetVisible ") + (visible ? "1" : "0"));
     }
 
     std::wstring scriptResult;
     int modalResult = 1;
+    std::function<void()> duringRun;
+    std::optional<int> endedWith;
 
   private:
     void Write(const std::string& text) { log_.push_back(name_ + " " + text); }

@@ -78,7 +78,21 @@ class FakePlatform : public PlatformServices {
     }
     std::unique_ptr<BatchPageDialog> MakeBatchDialog(Brevan&, HostWindow parent) override {
         pageDialogParents.push_back(parent);
-        return std::make_unique<FakePageDialog>(pageDialogLog, "batch");
+        auto dialog = std::make_unique<FakePageDialog>(pageDialogLog, "batch");
+        dialog->duringRun = duringBatchPage;
+        return dialog;
+    }
+    std::optional<BatchChoice> ChooseBatchFiles(HostApi&, HostWindow parent) override {
+        batchListParents.push_back(parent);
+        if (batchChoices.empty())
+            return std::nullopt;
+        std::optional<BatchChoice> choice = std::move(batchChoices.front());
+        batchChoices.pop_front();
+        return choice;
+    }
+    int ShowBatchResult(HostWindow, const BatchOutcome& outcome) override {
+        batchResults.push_back(outcome);
+        return NextAnswer(batchResultAnswers, 0);
     }
     bool IsConnectedToInternet() override { return connected; }
 
@@ -145,6 +159,13 @@ class FakePlatform : public PlatformServices {
     std::deque<int> infoAnswers;
     std::vector<HostWindow> infoDialogs;
     std::vector<std::string> pageDialogLog;
+    // Batch runs: the file lists' choices (none: cancelled), what runs inside the batch page's
+    // modal run, and the result dialogs shown with their answers (closed without OK when none).
+    std::deque<std::optional<BatchChoice>> batchChoices;
+    std::vector<HostWindow> batchListParents;
+    std::function<void()> duringBatchPage;
+    std::vector<BatchOutcome> batchResults;
+    std::deque<int> batchResultAnswers;
     std::vector<HostWindow> pageDialogParents;
     bool connected = true;
     std::map<unsigned, std::pair<unsigned, std::function<void()>>> timers;

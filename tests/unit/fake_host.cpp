@@ -58,6 +58,12 @@ HostDoc FakeHost::Open(FakeDoc doc) {
     return handle;
 }
 
+HostDoc FakeHost::HostAppGetDocByIndex(int index) {
+    if (index < 0 || index >= static_cast<int>(open_.size()))
+        return nullptr;
+    return open_[static_cast<std::size_t>(index)];
+}
+
 void FakeHost::Close(HostDoc doc) {
     open_.erase(std::remove(open_.begin(), open_.end(), doc), open_.end());
     if (active == doc)

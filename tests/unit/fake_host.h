@@ -27,6 +27,7 @@ struct FakeDoc {
     bool temporary = false;
     bool hasPdf = true;
     bool faulty = false;  // asking whether it is modified throws, as a failing host call may
+    bool xfa = false;     // its catalogue's form has an XFA entry
     uint32_t permissions = kHostPermPrint | kHostPermModify | kHostPermCopy | kHostPermAnnotate;
     std::optional<std::map<std::string, std::string>> info = std::map<std::string, std::string>{};
     std::vector<FakePage> pages;
@@ -108,6 +109,8 @@ class FakeHost : public HostApiDefaults {
     HostResources HostResourcesNew(const wchar_t* modulePath) override;
     void HostResourcesDestroy(HostResources resources) override;
     HostDoc HostAppGetActiveDoc() override { return active; }
+    int HostAppGetDocCount() override { return static_cast<int>(open_.size()); }
+    HostDoc HostAppGetDocByIndex(int index) override;
     void HostAppRegisterDocEvents(HostDocEventRecord* record) override;
     void HostAppUnregisterDocEvents(HostDocEventRecord* record) override;
     void HostAppRegisterAppEvents(HostAppEventRecord* record) override;

@@ -6,11 +6,14 @@
 #include "account/account_commands.h"
 #include "account/usage_report.h"
 #include "app/app_event_record.h"
+#include "app/batch_session_host.h"
 #include "app/doc_event_record.h"
 #include "app/greeting_notifier.h"
 #include "app/progress_bar_host.h"
 #include "app/ribbon_commands.h"
 #include "app/task_pane_host.h"
+#include "batch/batch_commands.h"
+#include "batch/batch_redaction.h"
 #include "bridge/page_dialog.h"
 #include "bridge/page_script.h"
 #include "bridge/web_message_channel.h"
@@ -39,6 +42,10 @@ Brevan::Brevan() : logger(AsyncLogger::Instance()) {
     AddAccountCommands(commands_, *this);
     AddDocumentCommands(commands_, *this);
     AddRedactionCommands(commands_, *this);
+    batchHost = std::make_unique<BatchSessionHost>(*this);
+    batch = std::make_unique<BatchRedaction>(*batchHost);
+    batchSession = batch.get();
+    AddBatchCommands(commands_, *batch);
     commands_.SetActivityWatch(
         [this] { return progressBar ? &progressBar->activity : static_cast<bool*>(nullptr); });
 }
@@ -51,6 +58,9 @@ Brevan::~Brevan() {
     Delete(browserExt);
     Delete(cloudLogin);
     Delete(appEvents);
+    batchSession = nullptr;
+    Delete(batch);
+    Delete(batchHost);
     Delete(progressBar);
     Delete(documents);
     Delete(docEvents);
@@ -202,4 +212,6 @@ PageDialog* Brevan::ActivePaneDialog() const {
 void Brevan::ReloadPanes(bool rebuild) {
     if (PageDialog* dialog = ActivePaneDialog())
         dialog->Reload(rebuild);
+    if (batchMode && batch && batch->dialog() != nullptr)
+        batch->dialog()->Reload(rebuild);
 }

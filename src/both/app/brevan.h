@@ -29,6 +29,8 @@ class WebMessageChannel;
 class PageDialog;
 class ProgressBarHost;
 class BatchDocumentSession;
+class BatchRedaction;
+class BatchSessionHost;
 class ServiceConfig;
 class GreetingNotifier;
 class TaskPaneHost;
@@ -84,7 +86,8 @@ class Brevan : public PageEventSink {
     bool ShowsAccountPage() const override { return accountPage; }
     // The page dialog of the task pane of the host's current main window, or null.
     PageDialog* ActivePaneDialog() const;
-    // Reloads the page of the active task pane, if it has a dialog.
+    // Reloads the page of the active task pane, if it has a dialog, and of the batch dialog while
+    // it is up.
     void ReloadPanes(bool rebuild);
     // Whether the host's scripted page channel stands in for the pane's page.
     bool HasHostPageChannel() const { return hostPage_ != nullptr; }
@@ -109,6 +112,9 @@ class Brevan : public PageEventSink {
     std::unique_ptr<ProgressBarHost> progressBar;
     // The batch session's side of the save and close commands, while a session exists.
     BatchDocumentSession* batchSession = nullptr;
+    // The batch session, for the application's whole life, and its view of the application.
+    std::unique_ptr<BatchSessionHost> batchHost;
+    std::unique_ptr<BatchRedaction> batch;
     // The page dialog of each main window's task pane (keyed by HostAppGetMainWindow's handle);
     // the pane's host enters its dialog when it makes it and takes it out before deleting it.
     std::map<HostWindow, PageDialog*> paneDialogs;

@@ -4,16 +4,19 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "account/http_client.h"
+#include "batch/batch_choice.h"
 #include "bridge/page_dialog.h"
 #include "bridge/page_endpoint.h"
 #include "host/host_abi.h"
 
 class Brevan;
+class HostApi;
 
 // A file dialog of the platform. The handle is what the host's file-dialog operations take
 // while the dialog lives.
@@ -71,6 +74,11 @@ class PlatformServices : public HttpClient {
     virtual std::unique_ptr<PageDialog> MakeTaskPaneDialog(Brevan& app, HostWindow parent) = 0;
     // The modal page dialog of a batch run, over `parent`.
     virtual std::unique_ptr<BatchPageDialog> MakeBatchDialog(Brevan& app, HostWindow parent) = 0;
+    // The batch's file list and output options, modal over `parent`, checking the files through
+    // `host`; the choice when the user ends it with OK.
+    virtual std::optional<BatchChoice> ChooseBatchFiles(HostApi& host, HostWindow parent) = 0;
+    // The result of a batch run, modal over `parent`; 1 when the user ends it with OK.
+    virtual int ShowBatchResult(HostWindow parent, const BatchOutcome& outcome) = 0;
     // Whether the machine can reach the internet, as far as the platform can tell.
     virtual bool IsConnectedToInternet() = 0;
 

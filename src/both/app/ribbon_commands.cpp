@@ -2,6 +2,7 @@
 
 #include "app/brevan.h"
 #include "app/sign_in_gate.h"
+#include "batch/batch_redaction.h"
 #include "bridge/page_events.h"
 
 namespace {
@@ -27,11 +28,12 @@ int BatchRedactEnabled(void*) {
     return g_app != nullptr && g_app->host().HostAppGetActiveDoc() == nullptr ? 1 : 0;
 }
 
-// The batch dialog follows the gate once the application has a batch session to run it.
+// The batch run follows the gate: the file list, then the page dialog.
 int BatchRedact(void*) {
     if (g_app == nullptr)
         return 0;
-    SignInGate(*g_app).Pass();
+    if (SignInGate(*g_app).Pass() && g_app->batch)
+        g_app->batch->Run();
     return 1;
 }
 

@@ -50,7 +50,7 @@ void WebMessageChannel::OnWebMessage(std::string_view text) {
     const std::optional<std::wstring> reply = ContainedReply(
         [&] {
             auto dispatcher =
-                commands_.Create(module, command, CommandRequest{nullptr, params, fileStream_});
+                commands_.Create(module, command, CommandRequest{owner_, params, fileStream_});
             dispatcher->uuid = identifier;
             return dispatcher->Dispatch(command.c_str());
         },

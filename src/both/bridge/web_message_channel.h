@@ -18,9 +18,10 @@ class WebMessageChannel {
     WebMessageChannel(const CommandTable& commands, PageEndpoint& endpoint)
         : commands_(commands), endpoint_(endpoint), fileStream_(ownStream_) {}
     // A channel whose file stream outlives it, for a channel that several pages share in turn.
+    // `owner` is the page dialog the channel serves, handed to the commands as theirs.
     WebMessageChannel(const CommandTable& commands, PageEndpoint& endpoint,
-                      ChannelFileStream& stream)
-        : commands_(commands), endpoint_(endpoint), fileStream_(stream) {}
+                      ChannelFileStream& stream, void* owner = nullptr)
+        : commands_(commands), endpoint_(endpoint), fileStream_(stream), owner_(owner) {}
 
     // Serves one message of the page (UTF-8 text).
     void OnWebMessage(std::string_view text);
@@ -32,4 +33,5 @@ class WebMessageChannel {
     PageEndpoint& endpoint_;
     ChannelFileStream ownStream_;
     ChannelFileStream& fileStream_;
+    void* owner_ = nullptr;
 };

@@ -242,6 +242,7 @@ HOST_OP(NDXRectInflate, 266, 20, void,
         (rect, left, bottom, right, top))
 
 // ---- PDF documents and pages ----------------------------------------------------------------
+HOST_OP(NDXDocGetRoot, 34, 7, NdxObject, (NdxDoc doc), (doc))
 HOST_OP(NDXDocGetInfo, 34, 8, NdxObject, (NdxDoc doc), (doc))
 HOST_OP(NDXDocGetPageCount, 34, 10, int, (NdxDoc doc), (doc))
 HOST_OP(NDXDocGetPage, 34, 11, NdxObject, (NdxDoc doc, int pageIndex), (doc, pageIndex))
