@@ -2,6 +2,8 @@
 
 #include <iostream>
 
+#include "annotation_names.h"
+#include "batch_watch.h"
 #include "engine/error.h"
 #include "engine/hidden_text_scrubber.h"
 #include "engine/permissions.h"
@@ -156,6 +158,7 @@ bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector
     engine::Redactor redactor(document.Engine());
     std::vector<engine::AnnotationId> targets;
     engine::RedactionReport report;
+    std::vector<std::string> names;
     try {
         if (only == nullptr) {
             targets = redactor.RedactAnnotations();
@@ -172,6 +175,8 @@ bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector
         if (targets.empty())
             return true;
         const std::vector<std::u32string> removed = RemovedTextsOf(document, targets);
+        if (CurrentBatchWatch() != nullptr)
+            names = AnnotationNames(document.Engine(), targets);
         report = redactor.Apply(targets, engine::RedactionOptions{.fillAreas = fill});
         if (report.applied > 0)
             engine::HiddenTextScrubber(document.Engine(), removed).Run();
@@ -182,6 +187,8 @@ bool AnnotationEditor::ApplyRedactions(HostDocument& document, const std::vector
     LogProblems(document, report);
     if (report.applied == 0)
         return false;
+    if (BatchWatch* watch = CurrentBatchWatch())
+        watch->RedactionsApplied(document.Path(), names);
     app_.Undo().ForgetDocument(document.Handle());
     app_.MarkModified(document);
     if (DocView* view = document.View())

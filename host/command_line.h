@@ -2,9 +2,11 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "batch_options.h"
 #include "host_options.h"
 
 namespace pdfhost {
@@ -16,12 +18,16 @@ struct CommandLine {
     // the desktop, instead of the page being the script's channel.
     bool browserPane = false;
     std::vector<std::string> files;
+    // --batch: a headless batch redaction of `files` (files and folders) with these options.
+    std::optional<BatchOptions> batch;
 };
 
 // Parses the arguments after the program name. Options: --headless, --script, --profile DIR,
 // --plugins DIR (default: "../plugins" beside the executable's folder), --lang TAG,
-// --signed-in, --signed-out, --account-server URL, --browser-pane; the rest are files to open.
-// Throws std::invalid_argument for an unknown option or a missing value.
+// --signed-in, --signed-out, --account-server URL, --browser-pane, --batch with the batch options
+// (see batch_options.h; only with --batch); the rest are files to open (or, with --batch, files
+// and folders to redact). Throws std::invalid_argument for an unknown option, a missing value,
+// a batch option without --batch, --batch with --script, or --batch without a path.
 CommandLine ParseCommandLine(const std::vector<std::string>& args,
                              const std::filesystem::path& executableFolder);
 

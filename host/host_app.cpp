@@ -12,6 +12,7 @@
 #include "annotation_editor.h"
 #include "automation/json_line_writer.h"
 #include "automation/welcome_dialog_answers.h"
+#include "batch_watch.h"
 #include "engine/ocr_recognizer.h"
 #include "file_dialog_answers.h"
 #include "headless_url_handlers.h"
@@ -293,14 +294,18 @@ int HostApp::SaveFinished(HostDocument& document, int result) {
 
 int HostApp::SaveDocumentAs(HostDocument& document, const std::string& path) {
     int result = 0;
+    const std::string source = document.Path();
+    const std::string target = AbsolutePath(path);
     try {
-        document.Engine().SaveFull(AbsolutePath(path));
+        document.Engine().SaveFull(target);
         document.SavedToFile();
         document.SetModified(false);
         result = 1;
     } catch (const std::exception& error) {
         std::cerr << "pdfhost: " << error.what() << '\n';
     }
+    if (BatchWatch* watch = CurrentBatchWatch())
+        watch->SavedAs(source, target, result == 1);
     return SaveFinished(document, result);
 }
 

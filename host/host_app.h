@@ -17,6 +17,7 @@
 #include "engine/context.h"
 #include "event_hub.h"
 #include "extension_registry.h"
+#include "file_reader.h"
 #include "host_options.h"
 #include "page_handles.h"
 #include "plugin_loader.h"
@@ -140,6 +141,11 @@ class HostApp {
     engine::Context& Engine() { return context_; }
     // The progress windows that plug-ins made.
     HandlePool<HostProgress, ProgressWindow>& ProgressWindows() { return progressWindows_; }
+    // The file readers and security handlers of document checks.
+    HandlePool<HostReader, FileReader>& Readers() { return readers_; }
+    HandlePool<HostSecurityHandler, SecurityHandler>& SecurityHandlers() {
+        return securityHandlers_;
+    }
     // Text recognition ("eng"), started on first use. Throws engine::Error without its data.
     engine::OcrRecognizer& Ocr();
 
@@ -199,6 +205,8 @@ class HostApp {
     BubbleNotices bubbles_{options_.headless};
     QMainWindow* announcedFrame_ = nullptr;
     HandlePool<HostProgress, ProgressWindow> progressWindows_;
+    HandlePool<HostReader, FileReader> readers_;
+    HandlePool<HostSecurityHandler, SecurityHandler> securityHandlers_;
     std::unique_ptr<engine::OcrRecognizer> ocr_;
     // Headless only: answers to file dialogs, and addresses printed instead of opened.
     std::unique_ptr<FileDialogAnswers> fileDialogAnswers_;

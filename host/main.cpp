@@ -1,6 +1,6 @@
 // pdfhost: a small PDF editor that loads plug-ins through the host function tables. Desktop mode
 // shows a window; --headless runs without one, and --headless --script is driven by JSON lines on
-// stdin.
+// stdin; --batch runs Batch Redaction headless over files and folders.
 #include <QApplication>
 #include <filesystem>
 #include <iostream>
@@ -8,6 +8,7 @@
 
 #include "automation/script_session.h"
 #include "command_line.h"
+#include "headless_batch.h"
 #include "host_app.h"
 #include "ui/main_window.h"
 
@@ -26,6 +27,11 @@ int RunScripted(pdfhost::HostApp& app, const pdfhost::CommandLine& line) {
         session.OpenFile(file);
     session.Run(std::cin);
     return 0;
+}
+
+int RunBatch(pdfhost::HostApp& app, const pdfhost::CommandLine& line) {
+    pdfhost::HeadlessBatch batch(app, *line.batch, line.files, PDFHOST_WEB_DIR);
+    return batch.Run(std::cout, std::cerr);
 }
 
 int RunHeadless(pdfhost::HostApp& app, const std::vector<std::string>& files) {
@@ -74,6 +80,8 @@ int main(int argc, char** argv) {
         pdfhost::HostApp app(line.options);
         if (line.script)
             return RunScripted(app, line);
+        if (line.batch.has_value())
+            return RunBatch(app, line);
         if (line.options.headless)
             return RunHeadless(app, line.files);
         return RunDesktop(app, line.files);

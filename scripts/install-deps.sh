@@ -9,6 +9,7 @@ packages=(
   libmupdf-dev libharfbuzz-dev libfreetype-dev libjbig2dec0-dev libopenjp2-7-dev libjpeg-dev
   zlib1g-dev libgumbo-dev libtesseract-dev libleptonica-dev libmujs-dev tesseract-ocr-eng
   poppler-utils clang libclang-rt-14-dev
+  slurm-wlm munge
 )
 
 missing=()

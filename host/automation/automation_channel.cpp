@@ -7,18 +7,18 @@
 
 namespace pdfhost {
 
-AutomationChannel::AutomationChannel(JsonLineWriter& out, QObject* parent)
-    : QObject(parent), out_(out) {}
+AutomationChannel::AutomationChannel(JsonLineWriter& out, const char* propertyName, QObject* parent)
+    : QObject(parent), out_(out), propertyName_(propertyName) {}
 
 void AutomationChannel::Publish() {
-    qApp->setProperty(kPropertyName, QVariant::fromValue<QObject*>(this));
+    qApp->setProperty(propertyName_, QVariant::fromValue<QObject*>(this));
 }
 
 void AutomationChannel::Unpublish() {
     if (qApp == nullptr)
         return;
-    if (qApp->property(kPropertyName).value<QObject*>() == this) {
-        qApp->setProperty(kPropertyName, QVariant());
+    if (qApp->property(propertyName_).value<QObject*>() == this) {
+        qApp->setProperty(propertyName_, QVariant());
     }
 }
 

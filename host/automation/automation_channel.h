@@ -1,6 +1,7 @@
-// The page channel of scripted mode. The plug-in finds it by name as the application property
-// "pdfhost.pageChannel" and uses it without host headers: it listens to webMessageReceived and
-// answers through postWebMessageAsString and executeScript, both of which come out as lines.
+// A page channel of scripted mode. The plug-in finds it by name as an application property
+// ("pdfhost.pageChannel" for the task pane's page, "pdfhost.batchPageChannel" for the batch
+// page) and uses it without host headers: it listens to webMessageReceived and answers through
+// postWebMessageAsString and executeScript, both of which come out as lines.
 #pragma once
 
 #include <QObject>
@@ -15,10 +16,12 @@ class AutomationChannel : public QObject {
 
   public:
     static constexpr const char* kPropertyName = "pdfhost.pageChannel";
+    static constexpr const char* kBatchPropertyName = "pdfhost.batchPageChannel";
 
-    explicit AutomationChannel(JsonLineWriter& out, QObject* parent = nullptr);
+    explicit AutomationChannel(JsonLineWriter& out, const char* propertyName = kPropertyName,
+                               QObject* parent = nullptr);
 
-    // Makes the channel the application's page channel; Unpublish takes it back if it still is.
+    // Publishes the channel as its application property; Unpublish takes it back if it still is.
     void Publish();
     void Unpublish();
 
@@ -35,6 +38,7 @@ class AutomationChannel : public QObject {
 
   private:
     JsonLineWriter& out_;
+    const char* propertyName_;
 };
 
 }  // namespace pdfhost

@@ -2,6 +2,7 @@
 
 #include <QEventLoop>
 #include <QTimer>
+#include <set>
 
 #include "automation/account_lines.h"
 #include "automation/field_typing.h"
@@ -13,10 +14,31 @@
 
 namespace pdfhost {
 
+namespace {
+
+// The lines that stand for the user's work in the main window, which a modal dialog blocks.
+bool NeedsMainWindow(const std::string& command) {
+    static const std::set<std::string> kCommands = {"open",       "new",      "activate",
+                                                    "startPage",  "close",    "save",
+                                                    "userRedact", "setField", "ribbon"};
+    return kCommands.contains(command);
+}
+
+}  // namespace
+
 ScriptSession::ScriptSession(HostApp& app, std::ostream& out, bool pageChannel)
-    : app_(app), out_(out), channel_(out_) {
-    if (pageChannel)
+    : app_(app),
+      out_(out),
+      channel_(out_),
+      batchChannel_(out_, AutomationChannel::kBatchPropertyName),
+      batchAnswers_(app),
+      batchPage_(
+          out_, [this] { return NextLine(); },
+          [this](const std::string& line) { return HandleLine(line) == Outcome::kQuit; }) {
+    if (pageChannel) {
         channel_.Publish();
+        batchChannel_.Publish();
+    }
     app_.SetScriptWriter(&out_);
 }
 
@@ -24,15 +46,29 @@ ScriptSession::~ScriptSession() {
     if (app_.ScriptWriter() == &out_)
         app_.SetScriptWriter(nullptr);
     channel_.Unpublish();
+    batchChannel_.Unpublish();
 }
 
 void ScriptSession::Run(std::istream& in) {
-    std::string line;
-    while (std::getline(in, line)) {
-        if (HandleLine(line) == Outcome::kQuit)
+    in_ = &in;
+    while (const std::optional<std::string> line = NextLine()) {
+        if (HandleLine(*line) == Outcome::kQuit) {
+            in_ = nullptr;
             return;
+        }
+        // A quit read inside the batch page's run ends the run once the batch line is done.
+        if (batchPage_.TakeQuitRequest())
+            break;
     }
+    in_ = nullptr;
     app_.UnloadPlugins();
+}
+
+std::optional<std::string> ScriptSession::NextLine() {
+    std::string line;
+    if (in_ == nullptr || !std::getline(*in_, line))
+        return std::nullopt;
+    return line;
 }
 
 ScriptSession::Outcome ScriptSession::HandleLine(const std::string& text) {
@@ -44,7 +80,7 @@ ScriptSession::Outcome ScriptSession::HandleLine(const std::string& text) {
             Error(line.text);
             break;
         case ScriptLine::Kind::kPost:
-            channel_.Post(QString::fromStdString(line.text));
+            (batchPage_.IsUp() ? batchChannel_ : channel_).Post(QString::fromStdString(line.text));
             break;
         case ScriptLine::Kind::kHost:
             return HandleHost(line.object, line.text);
@@ -55,8 +91,13 @@ ScriptSession::Outcome ScriptSession::HandleLine(const std::string& text) {
 ScriptSession::Outcome ScriptSession::HandleHost(const Json::Value& line,
                                                  const std::string& command) {
     if (command == "quit") {
-        app_.UnloadPlugins();
+        if (!batchPage_.IsUp())
+            app_.UnloadPlugins();
         return Outcome::kQuit;
+    }
+    if (batchPage_.IsUp() && NeedsMainWindow(command)) {
+        Error("the batch dialog blocks the main window: " + command);
+        return Outcome::kContinue;
     }
     if (command == "open") {
         if (line["path"].isString()) {
@@ -185,6 +226,22 @@ void ScriptSession::State() {
     state["documents"] = documents;
     state["paneShown"] = app_.AnyPaneShown();
     state["tool"] = app_.Tools().CurrentName();
+    Json::Value batchPage;
+    if (batchPage_.IsUp()) {
+        batchPage = Json::Value(Json::objectValue);
+        batchPage["visible"] = batchPage_.IsVisible();
+    }
+    state["batchPage"] = batchPage;
+    Json::Value hidden(Json::arrayValue);
+    for (const auto& document : app_.Documents().All()) {
+        if (!document->IsHidden() || document->IsClosing())
+            continue;
+        Json::Value entry(Json::objectValue);
+        entry["number"] = document->Number();
+        entry["path"] = document->Path();
+        hidden.append(entry);
+    }
+    state["hidden"] = hidden;
     Json::Value answer(Json::objectValue);
     answer["state"] = state;
     out_.Write(answer);

@@ -3,12 +3,15 @@
 #pragma once
 
 #include <istream>
+#include <optional>
 #include <ostream>
 #include <string>
 
 #include <json/value.h>
 
 #include "automation/automation_channel.h"
+#include "automation/batch_dialog_answers.h"
+#include "automation/batch_page_run.h"
 #include "automation/json_line_writer.h"
 
 namespace pdfhost {
@@ -20,15 +23,17 @@ class ScriptSession {
   public:
     enum class Outcome { kContinue, kQuit };
 
-    // Publishes the page channel (unless `pageChannel` is false: then plug-ins show their pages
-    // in their own browsers) and takes the host's dialog output. Make the session before
+    // Publishes the page channels of the task pane and of the batch page (unless `pageChannel`
+    // is false: then plug-ins show their pages in their own browsers) and takes the host's
+    // dialog output. Make the session before
     // HostApp::LoadPlugins, so that plug-ins find the channel while they initialise.
     ScriptSession(HostApp& app, std::ostream& out, bool pageChannel = true);
     ~ScriptSession();
     ScriptSession(const ScriptSession&) = delete;
     ScriptSession& operator=(const ScriptSession&) = delete;
 
-    // Handles one input line. `quit` unloads the plug-ins and answers kQuit.
+    // Handles one input line. `quit` unloads the plug-ins and answers kQuit; while the batch
+    // page is up it only answers kQuit (the page's modal run ends first).
     Outcome HandleLine(const std::string& line);
     // Opens a file as an "open" line does.
     void OpenFile(const std::string& path);
@@ -36,6 +41,7 @@ class ScriptSession {
     void Run(std::istream& in);
 
     AutomationChannel& Channel() { return channel_; }
+    AutomationChannel& BatchChannel() { return batchChannel_; }
 
   private:
     Outcome HandleHost(const Json::Value& line, const std::string& command);
@@ -47,10 +53,16 @@ class ScriptSession {
     HostDocument* DocumentOf(const Json::Value& line);
     void Error(const std::string& text);
     void Opened(const HostDocument& document);
+    // The next line of the input being run, or nothing at its end (or outside Run).
+    std::optional<std::string> NextLine();
 
     HostApp& app_;
     JsonLineWriter out_;
     AutomationChannel channel_;
+    AutomationChannel batchChannel_;
+    std::istream* in_ = nullptr;
+    BatchDialogAnswers batchAnswers_;
+    BatchPageRun batchPage_;
 };
 
 }  // namespace pdfhost

@@ -24,6 +24,7 @@ void RegisterHostTables(TableManager& tables) {
     RegisterBase64Tables(tables);
     RegisterFileDialogTables(tables);
     RegisterFlattenerTables(tables);
+    RegisterFileCheckTables(tables);
 }
 
 }  // namespace pdfhost

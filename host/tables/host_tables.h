@@ -27,6 +27,7 @@ void RegisterProgressTables(TableManager& tables);
 void RegisterBase64Tables(TableManager& tables);
 void RegisterFileDialogTables(TableManager& tables);
 void RegisterFlattenerTables(TableManager& tables);
+void RegisterFileCheckTables(TableManager& tables);
 
 // All of the above.
 void RegisterHostTables(TableManager& tables);

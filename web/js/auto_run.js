@@ -48,12 +48,7 @@
       if (!doc || this.done.has(doc.id) || this.outputs.has(doc.filePath)) return;
       this.done.add(doc.id);
       try {
-        await this.workflow.scan(this.scanOptions);
-        let session = this.workflow.keptCount()
-          ? await this.workflow.apply()
-          : await this.workflow.save({ unmarked: true });
-        // Marks that went away before the apply are marked again: nobody is there to decide.
-        if (!session.saved) session = await this.workflow.remarkAndApply();
+        const session = await this.workflow.runUnattended(this.scanOptions);
         const { file, output, pages, findings, total, verified } = session.summary;
         this.outputs.add(output);
         this.log(SUMMARY_TAG + JSON.stringify({ file, output, pages, findings, total, verified }));

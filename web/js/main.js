@@ -1,5 +1,5 @@
 // Wires the page together: the bridge to the editor, the editor's events, the workflow, the
-// view, and the automatic mode when the address asks for it.
+// view, and the automatic or batch mode when the address asks for it.
 (function (root) {
   'use strict';
 
@@ -7,12 +7,9 @@
   const options = S.pageOptions.parsePageOptions(root.location.search);
   const bridge = new S.bridge.Bridge(() => root.chrome && root.chrome.webview);
   const workflow = new S.workflow.Workflow({ bridge });
-  const runner = options.auto
-    ? new S.autoRun.AutoRunner({
-      workflow,
-      scanOptions: { terms: options.terms, wholeWord: options.wholeWord, kinds: options.kinds },
-    })
-    : null;
+  const scanOptions = { terms: options.terms, wholeWord: options.wholeWord, kinds: options.kinds };
+  const batch = options.batch ? new S.batchRun.BatchRunner({ workflow, scanOptions, log: (l) => console.log(l) }) : null;
+  const runner = options.auto && !batch ? new S.autoRun.AutoRunner({ workflow, scanOptions }) : null;
 
   // The editor calls this with each event, as an object or as its JSON text. It exists before
   // anything else so that no early event is lost.
@@ -27,6 +24,15 @@
   };
 
   function start() {
+    if (batch) {
+      // The batch dialog gets no events and has no document of its own: the run is the page.
+      const view = S.batchView.createBatchView(root.document, batch, workflow);
+      batch.onChange(view.render);
+      workflow.onChange(view.render);
+      view.render();
+      batch.run().catch(() => {});
+      return;
+    }
     const view = S.view.createView(root.document, workflow, options);
     workflow.onChange(view.render);
     view.render();

@@ -19,6 +19,7 @@
     const theme = /^[0-9a-f]{6}$/i.test(params.get('ThemeColor') || '') ? `#${params.get('ThemeColor')}` : null;
     return {
       auto: flag('auto'),
+      batch: flag('batchRedaction'),
       terms: detectors.parseTerms(params.getAll('terms').join(',')),
       wholeWord: flag('wholeWord'),
       kinds: kinds.length ? kinds : null,

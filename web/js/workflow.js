@@ -90,9 +90,12 @@
       return this.bridge.call(command, params);
     }
 
-    _newName() {
+    // ai_plugin_redact_<kind>_<base>_<serial>: the kind, letters and digits only, lets a job
+    // that reads the document's marks count the findings by kind.
+    _newName(kind) {
       this._names += 1;
-      return `${NAME_PREFIX}redact_${this._nameBase}_${this._names}`;
+      const tag = String(kind).replace(/[^A-Za-z0-9]/g, '') || 'other';
+      return `${NAME_PREFIX}redact_${tag}_${this._nameBase}_${this._names}`;
     }
 
     // The signed-in user, for the header. A failure is shown there and blocks nothing.
@@ -134,8 +137,9 @@
       return list[0];
     }
 
-    // Scans the current document: options {terms: [..], wholeWord, kinds}. A document scanned
-    // before loses the marks of its earlier scan first, so no match is marked twice.
+    // Scans the current document: options {terms: [..], wholeWord, kinds, batch}, batch true for
+    // a batch's document. A document scanned before loses the marks of its earlier scan first,
+    // so no match is marked twice.
     scan(options = {}) {
       return this._run('Scanning', async () => {
         const doc = await this._currentDoc();
@@ -155,6 +159,7 @@
           summary: null,
           unmarked: [],
           verification: null,
+          batch: Boolean(options.batch),
         };
         this.sessions.set(doc.id, session);
         this.current = session;
@@ -257,7 +262,7 @@
     }
 
     async _addMark(finding, match) {
-      const name = this._newName();
+      const name = this._newName(finding.kind);
       const data = await this._call('addAnnot', {
         searchKey: finding.searchKey,
         index: match.index,
@@ -351,7 +356,9 @@
       return this.current ? this._keptNames(this.current).length : 0;
     }
 
-    // Burns the kept marks in (the editor asks the user first), then saves the copy.
+    // Burns the kept marks in (the editor asks the user first), then saves the copy. In a batch
+    // the editor applies without asking and names the copy itself; the check for other marks is
+    // left out there, since it looks at the active document, not the batch's.
     apply() {
       return this._run('Applying', async () => {
         const session = this.current;
@@ -362,7 +369,7 @@
           await this._call('clearMarkTexts');
           session.marked = false;
         }
-        if ((await this._call('hasOtherRedact')) === true) {
+        if (!session.batch && (await this._call('hasOtherRedact')) === true) {
           session.notices.push('The document holds redaction marks that this page did not make; ' +
             'they are left as they are.');
         }
@@ -453,7 +460,8 @@
     async _save(session) {
       await this._call('saveDocument', { isSaveAs: true, suffix: SAVE_SUFFIX });
       const after = await this._currentDoc();
-      session.output = after.filePath || after.name || offeredName(session.doc.name);
+      // A batch's copy is named by the editor's output options; the page does not learn it.
+      session.output = session.batch ? null : after.filePath || after.name || offeredName(session.doc.name);
       session.saved = true;
       if (session.applied) {
         this.activity = 'Checking the saved copy';
@@ -512,6 +520,24 @@
         checked: redacted.length,
         remaining: left.map((f) => ({ kind: f.kind, text: f.text, page: f.page })),
       };
+    }
+
+    // Runs the current document through without anybody to decide: scans, keeps every finding,
+    // applies and saves the copy (also with nothing found, so every document gets its copy).
+    // Marks that went away before the apply are marked again. Gives the finished session.
+    async runUnattended(scanOptions) {
+      await this.scan(scanOptions);
+      let session = this.keptCount() ? await this.apply() : await this.save({ unmarked: true });
+      if (!session.saved) session = await this.remarkAndApply();
+      return session;
+    }
+
+    // Drops a document's session, as its close does.
+    forget(id) {
+      const session = this.sessions.get(id);
+      this.sessions.delete(id);
+      if (this.current === session) this.current = null;
+      if (this.activeDoc && this.activeDoc.id === id) this.activeDoc = null;
     }
 
     // Follows the editor's events.

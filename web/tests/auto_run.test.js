@@ -28,8 +28,9 @@ const summaryOf = (line) => JSON.parse(line.replace(/^SABLEMARK-SUMMARY /, ''));
 
 test('the page address switches on the automatic mode and carries terms and kinds', () => {
   assert.deepEqual(parsePageOptions('?platform=linux&auto=1&terms=Ana,Bo&terms=ana&kinds=email,iban,bogus&ThemeColor=1a73e8'),
-    { auto: true, terms: ['Ana', 'Bo'], wholeWord: false, kinds: ['email', 'iban'], accent: '#1a73e8' });
-  assert.deepEqual(parsePageOptions(''), { auto: false, terms: [], wholeWord: false, kinds: null, accent: null });
+    { auto: true, batch: false, terms: ['Ana', 'Bo'], wholeWord: false, kinds: ['email', 'iban'], accent: '#1a73e8' });
+  assert.deepEqual(parsePageOptions(''), { auto: false, batch: false, terms: [], wholeWord: false, kinds: null, accent: null });
+  assert.equal(parsePageOptions('?x=1&batchRedaction=true&theme=win_native').batch, true);
 });
 
 test('runs the current document through to the saved copy and writes one summary line', async () => {

@@ -18,6 +18,10 @@ class FakePlugin {
     this.leakOnApply = false; // true: an apply leaves the text it should remove
     this.annots = new Map(); // name -> {searchKey, index}
     this.onEvent = null; // the page's __dispatchEvent
+    this.batchQueue = null; // a batch's files: indexes of docs, or null for a file that won't open
+    this.batchStarted = false;
+    this.batchEnd = null; // the parameters of endBatchRedaction
+    this.batchSaved = []; // paths of the batch documents saved
     this._listeners = [];
     this._keys = 0;
     this.transport = {
@@ -166,8 +170,40 @@ class FakePlugin {
     return [0, failed];
   }
 
+  // A batch: the plug-in opens each queued file as the current document and saves it by its own
+  // output rule, with no dialog.
+  _startBatchRedaction() {
+    this.batchStarted = true;
+    const pageCount = this.batchQueue.reduce((n, i) => n + (i === null ? 0 : this.docs[i].pages.length), 0);
+    return [0, { count: this.batchQueue.length, pageCount }];
+  }
+
+  _openNextFileForBatch() {
+    if (!this.batchStarted) return [1];
+    if (!this.batchQueue.length) return [-1];
+    const next = this.batchQueue.shift();
+    if (next === null) return [1];
+    this.currentIndex = next;
+    return [0, null];
+  }
+
+  _closeCurrentFile() {
+    this.currentIndex = -1;
+    return [0, null];
+  }
+
+  _endBatchRedaction(params) {
+    if (![0, 200001, 200009, 200010].includes(params && params.ret)) return [100031];
+    this.batchEnd = params;
+    return [0, null];
+  }
+
   _saveDocument({ isSaveAs, suffix }) {
     if (!this.doc) return [300001];
+    if (this.batchQueue) {
+      this.batchSaved.push(this.doc.filePath);
+      return [0, null];
+    }
     if (isSaveAs) {
       const path = this.savePath(this.doc, suffix);
       if (path === null) return [400025];

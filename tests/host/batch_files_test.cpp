@@ -1,0 +1,97 @@
+// The files of a headless batch, their outputs, the findings counted by kind and the report.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "batch_files.h"
+#include "batch_report.h"
+#include "batch_watch.h"
+#include "host_test_support.h"
+
+namespace pdfhost {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(BatchFiles, FoldersGiveTheirFilesButNotTheirSubFolders) {
+    testing::TempFolder folder;
+    fs::create_directories(folder / "in" / "deeper");
+    for (const char* name : {"in/b.pdf", "in/a.txt", "in/deeper/c.pdf", "single.pdf"})
+        std::ofstream(folder / name) << "x";
+    const std::string in = (folder / "in").string();
+    const std::string single = (folder / "single.pdf").string();
+    const BatchInputs inputs =
+        CollectBatchInputs({single, in, in + "/b.pdf", (folder / "gone.pdf").string()});
+    EXPECT_EQ(inputs.files, (std::vector<std::string>{in + "/a.txt", in + "/b.pdf", single}));
+    EXPECT_EQ(inputs.missing, std::vector<std::string>{(folder / "gone.pdf").string()});
+}
+
+TEST(BatchFiles, TargetsByTheNamingRule) {
+    const struct {
+        const char* source;
+        const char* folder;
+        const char* prefix;
+        const char* suffix;
+        const char* target;
+    } cases[] = {
+        {"/in/a.pdf", "", "", "_redacted", "/in/a_redacted.pdf"},
+        {"/in/a.pdf", "/out", "r_", "", "/out/r_a.pdf"},
+        {"/in/a.pdf", "/out/", "", "", "/out/a.pdf"},
+        {"/in/a.pdf", "", "", "", "/in/a.pdf"},
+        {"/in/noext", "/out", "a", "b", "/out/anoextb.pdf"},
+        {"/in/x.y.PDF", "", "", "-1", "/in/x.y-1.PDF"},
+        {"/in/dir.d/name", "", "", "_r", "/in/dir.d/name_r.pdf"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(BatchTarget(c.source, c.folder, c.prefix, c.suffix), c.target) << c.source;
+}
+
+TEST(BatchFindings, CountedByTheKindInTheName) {
+    const std::map<std::string, int> findings = FindingsByKind({
+        "ai_plugin_redact_email_1",
+        "ai_plugin_redact_email_2_x",
+        "ai_plugin_redact_iban2_9",
+        "ai_plugin_redact_phone_",
+        "ai_plugin_redact_bad-kind_1",
+        "ai_plugin_redact__1",
+        "ai_plugin_redact_nounderscore",
+        "user drawn",
+        "",
+    });
+    EXPECT_EQ(findings, (std::map<std::string, int>{{"email", 2}, {"iban2", 1}, {"phone", 1}}));
+}
+
+TEST(BatchReport, LinesAndJsonSayTheSame) {
+    const std::vector<BatchFileReport> files = {
+        {.path = "/in/a.pdf",
+         .pages = 2,
+         .findings = {{"email", 2}, {"phone", 1}},
+         .output = "/out/a_redacted.pdf"},
+        {.path = "/in/b.pdf", .pages = 1, .output = "/out/b_redacted.pdf"},
+        {.path = "/in/c.pdf", .reason = "The file cannot be read. (IDS_STR_PARSEERROR)"},
+    };
+    std::ostringstream out;
+    PrintBatchReport(out, files);
+    EXPECT_EQ(out.str(),
+              "/in/a.pdf: redacted, 2 pages, findings email 2, phone 1, total 3 -> "
+              "/out/a_redacted.pdf\n"
+              "/in/b.pdf: redacted, 1 page, findings total 0 -> /out/b_redacted.pdf\n"
+              "/in/c.pdf: failed: The file cannot be read. (IDS_STR_PARSEERROR)\n"
+              "3 files: 2 redacted, 1 failed\n");
+    const Json::Value report = BatchReportJson(files);
+    ASSERT_EQ(report["files"].size(), 3u);
+    EXPECT_EQ(report["files"][0]["name"].asString(), "a.pdf");
+    EXPECT_EQ(report["files"][0]["status"].asString(), "redacted");
+    EXPECT_EQ(report["files"][0]["findings"]["email"].asInt(), 2);
+    EXPECT_EQ(report["files"][0]["total"].asInt(), 3);
+    EXPECT_TRUE(report["files"][0]["reason"].isNull());
+    EXPECT_EQ(report["files"][2]["status"].asString(), "failed");
+    EXPECT_TRUE(report["files"][2]["pages"].isNull());
+    EXPECT_TRUE(report["files"][2]["output"].isNull());
+    EXPECT_EQ(report["summary"]["redacted"].asInt(), 2);
+    EXPECT_EQ(report["summary"]["failed"].asInt(), 1);
+}
+
+}  // namespace
+}  // namespace pdfhost

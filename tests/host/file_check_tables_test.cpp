@@ -1,0 +1,185 @@
+// The checks a plug-in runs on files before a batch: the reader, the security handler, the size
+// text, and hidden documents that are saved elsewhere and closed again.
+#include <filesystem>
+#include <fstream>
+
+#include "engine/permissions.h"
+#include "file_size_text.h"
+#include "host_test_support.h"
+#include "wide_text.h"
+
+namespace pdfhost {
+namespace {
+
+using hostops::Op;
+using testing::CallHost;
+namespace fs = std::filesystem;
+namespace perm = engine::permission;
+
+class FileCheckTables : public testing::HostFixture {
+  protected:
+    std::string Encrypted(const std::string& name, const std::string& userPassword,
+                          std::uint32_t permissions) {
+        engine::PdfDescription layout = testing::ThreePages();
+        layout.encryption = engine::Encryption{
+            .user_password = userPassword, .owner_password = "owner", .permissions = permissions};
+        return testing::WritePdf(files_, name, layout);
+    }
+
+    std::string Text(const std::string& name, const std::string& bytes) {
+        const fs::path path = files_ / name;
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path.string();
+    }
+
+    int ReaderVerdict(const std::string& path) {
+        HostReader reader = CallHost<Op::HostReaderCreate>();
+        const int result = CallHost<Op::HostReaderOpen>(reader, WideOf(path).c_str(), 0);
+        CallHost<Op::HostReaderDetach>(reader, 0);
+        CallHost<Op::HostReaderDestroy>(reader);
+        return result;
+    }
+
+    HostDoc OpenHidden(const std::string& path) {
+        HostOpenHiddenOptions options{};
+        options.readOnly = 1;
+        options.quiet = 1;
+        options.keepHidden = 1;
+        const std::wstring wide = WideOf(path);
+        return CallHost<Op::HostDocOpenHidden>(wide.c_str(), &options);
+    }
+};
+
+TEST_F(FileCheckTables, ReaderRefusesWhatCannotBeOpened) {
+    const struct {
+        const char* what;
+        std::string path;
+        int expected;
+    } cases[] = {
+        {"a PDF", testing::WritePdf(files_, "plain.pdf", testing::ThreePages()), 0},
+        {"a PDF with restrictions only", Encrypted("owner.pdf", "", perm::kPrint), 0},
+        {"a PDF locked by a password", Encrypted("locked.pdf", "secret", perm::kAll), 1},
+        {"a text file", Text("notes.pdf", "just some words, no PDF here\n"), 1},
+        {"an empty file", Text("empty.pdf", ""), 1},
+        {"a missing file", (files_ / "missing.pdf").string(), 1},
+        {"a folder", files_.Path().string(), 1},
+        {"an empty path", "", 1},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(ReaderVerdict(c.path), c.expected) << c.what;
+    EXPECT_EQ(app_.Readers().Size(), 0u);
+}
+
+TEST_F(FileCheckTables, StaleReadersAndHandlersAreRefused) {
+    HostReader reader = CallHost<Op::HostReaderCreate>();
+    CallHost<Op::HostReaderDestroy>(reader);
+    const std::string path = testing::WritePdf(files_, "plain.pdf", testing::ThreePages());
+    EXPECT_NE(CallHost<Op::HostReaderOpen>(reader, WideOf(path).c_str(), 0), 0);
+    CallHost<Op::HostReaderDetach>(reader, 0);
+
+    HostSecurityHandler handler = CallHost<Op::HostSecurityHandlerCreate>();
+    const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(OpenHidden(path));
+    EXPECT_EQ(CallHost<Op::HostSecurityHandlerCheck>(handler, pdf, 0), 0);
+    EXPECT_NE(CallHost<Op::HostSecurityHandlerCheck>(handler, nullptr, 0), 0);
+    CallHost<Op::HostSecurityHandlerDestroy>(handler);
+    EXPECT_NE(CallHost<Op::HostSecurityHandlerCheck>(handler, pdf, 0), 0);
+}
+
+TEST_F(FileCheckTables, SecurityHandlerRefusesWhatMayNotBeChanged) {
+    const struct {
+        const char* what;
+        std::string path;
+        int expected;
+    } cases[] = {
+        {"unencrypted", testing::WritePdf(files_, "plain.pdf", testing::ThreePages()), 0},
+        {"changes allowed", Encrypted("modify.pdf", "", perm::kModify | perm::kCopy), 0},
+        {"changes forbidden", Encrypted("nomodify.pdf", "", perm::kPrint | perm::kCopy), 1},
+    };
+    HostSecurityHandler handler = CallHost<Op::HostSecurityHandlerCreate>();
+    for (const auto& c : cases) {
+        const HostDoc doc = OpenHidden(c.path);
+        ASSERT_NE(doc, nullptr) << c.what;
+        const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(doc);
+        EXPECT_EQ(CallHost<Op::HostSecurityHandlerCheck>(handler, pdf, 0), c.expected) << c.what;
+    }
+    CallHost<Op::HostSecurityHandlerDestroy>(handler);
+}
+
+TEST_F(FileCheckTables, CopyAndModifyPermissionsOfHiddenDocuments) {
+    const struct {
+        const char* what;
+        std::uint32_t granted;
+        int copy;
+        int modify;
+    } cases[] = {
+        {"all", perm::kAll, 1, 1},
+        {"no copy", perm::kAll & ~perm::kCopy, 0, 1},
+        {"no modify", perm::kAll & ~perm::kModify, 1, 0},
+        {"print only", perm::kPrint, 0, 0},
+    };
+    int n = 0;
+    for (const auto& c : cases) {
+        const HostDoc doc =
+            OpenHidden(Encrypted("p" + std::to_string(++n) + ".pdf", "", c.granted));
+        ASSERT_NE(doc, nullptr) << c.what;
+        EXPECT_EQ(CallHost<Op::HostDocGetPermission>(doc, 0x10u), c.copy) << c.what;
+        EXPECT_EQ(CallHost<Op::HostDocGetPermission>(doc, 8u), c.modify) << c.what;
+    }
+}
+
+TEST_F(FileCheckTables, HiddenDocumentIsSavedElsewhereWholeAndClosed) {
+    const std::string source = testing::WritePdf(files_, "source.pdf", testing::ThreePages());
+    const HostDoc doc = OpenHidden(source);
+    ASSERT_NE(doc, nullptr);
+    EXPECT_TRUE(app_.Documents().Tabs().empty());
+    EXPECT_EQ(CallHost<Op::HostDocIsTemporary>(doc), 0);
+
+    const fs::path out = files_ / "out";
+    fs::create_directory(out);
+    const std::string target = (out / "source_redacted.pdf").string();
+    const HostSaveAsOptions options{0, 1, 0, 0};
+    EXPECT_EQ(CallHost<Op::HostDocSaveAs>(doc, WideOf(target).c_str(), 0, 0, &options), 1);
+    // A target in a missing folder fails without leaving anything behind.
+    const std::string nowhere = (files_ / "missing" / "x.pdf").string();
+    EXPECT_EQ(CallHost<Op::HostDocSaveAs>(doc, WideOf(nowhere).c_str(), 0, 0, &options), 0);
+    EXPECT_FALSE(fs::exists(files_ / "missing"));
+
+    std::vector<std::string> written;
+    for (const auto& entry : fs::directory_iterator(out))
+        written.push_back(entry.path().filename().string());
+    EXPECT_EQ(written, std::vector<std::string>{"source_redacted.pdf"}) << "no temporary left";
+    EXPECT_EQ(engine::Document::Open(app_.Engine(), target).PageCount(), 3);
+
+    CallHost<Op::HostDocClose>(doc, 0, 0, 0);
+    EXPECT_EQ(app_.Documents().Find(doc), nullptr);
+}
+
+TEST(FileSizeText, UnitsAndRounding) {
+    const struct {
+        std::int64_t bytes;
+        const char* text;
+    } cases[] = {
+        {-5, "0 bytes"},
+        {0, "0 bytes"},
+        {1023, "1023 bytes"},
+        {1024, "1.0 KB"},
+        {1536, "1.5 KB"},
+        {10 * 1024, "10 KB"},
+        {1024 * 1024 - 1, "1.0 MB"},
+        {5LL * 1024 * 1024 + 300 * 1024, "5.3 MB"},
+        {3LL * 1024 * 1024 * 1024, "3.0 GB"},
+        {4096LL * 1024 * 1024 * 1024, "4096 GB"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(FileSizeText(c.bytes), c.text) << c.bytes;
+}
+
+TEST_F(FileCheckTables, FormatFileSizeFillsTheString) {
+    HostWideString out = CallHost<Op::HostWideStringNew>();
+    CallHost<Op::HostFormatFileSize>(int64_t{2048}, out);
+    EXPECT_EQ(testing::WideText(out), L"2.0 KB");
+    CallHost<Op::HostWideStringDelete>(out);
+}
+
+}  // namespace
+}  // namespace pdfhost
