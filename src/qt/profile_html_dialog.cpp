@@ -28,7 +28,8 @@ CProfileHtmlDlg::CProfileHtmlDlg(Brevan& app, QWidget* parent)
                                                             app.batchViewStream, &self);
         batchPage_->SetMessageHandler(
             [this](std::string_view text) { batchChannel_->OnWebMessage(text); });
-        BuildPageUrl(app, PageDialogKind::Batch, url_);
+        BuildPageUrl(app.host(), app.config.get(), app.serviceConfig.get(), false,
+                     PageDialogKind::Batch, url_);
         return;
     }
     EnsurePageFiles();

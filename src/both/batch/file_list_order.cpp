@@ -3,23 +3,41 @@
 #include <algorithm>
 #include <cstdio>
 #include <cwctype>
-#include <regex>
 #include <stdexcept>
 #include <string>
 
 namespace {
 
 struct SizeUnit {
-    const wchar_t* pattern;
+    std::wstring_view name;  // lower case
     double factor;
 };
 
 // Tried in this order; the first found gives the factor.
-const SizeUnit kSizeUnits[] = {
-    {L"[ ]*GB\\b", 1073741824.0},
-    {L"[ ]*MB\\b", 1048576.0},
-    {L"[ ]*KB\\b", 1024.0},
+constexpr SizeUnit kSizeUnits[] = {
+    {L"gb", 1073741824.0},
+    {L"mb", 1048576.0},
+    {L"kb", 1024.0},
 };
+
+bool IsWordCharacter(wchar_t c) {
+    return c == L'_' || (c < 0x80 && std::iswalnum(static_cast<wint_t>(c)));
+}
+
+// Whether `unit` stands in `text`, in any case, ending a word.
+bool HasUnit(std::wstring_view text, std::wstring_view unit) {
+    std::wstring lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](wchar_t c) {
+        return static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
+    });
+    for (std::size_t at = lower.find(unit); at != std::wstring::npos;
+         at = lower.find(unit, at + 1)) {
+        const std::size_t end = at + unit.size();
+        if (end == lower.size() || !IsWordCharacter(lower[end]))
+            return true;
+    }
+    return false;
+}
 
 struct DateFormat {
     const char* pattern;   // six fields: year, month, day or their order below, hours, minutes,
@@ -74,7 +92,7 @@ double SizeTextValue(std::wstring_view text) {
         return 0;
     }
     for (const SizeUnit& unit : kSizeUnits) {
-        if (std::regex_search(whole, std::wregex(unit.pattern, std::regex::icase)))
+        if (HasUnit(whole, unit.name))
             return value * unit.factor;
     }
     return value;
