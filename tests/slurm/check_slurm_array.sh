@@ -115,7 +115,8 @@ for i in $(seq 0 $((TASKS - 1))); do
 done
 echo "trivial array: $TASKS tasks ran"
 
-"$pdfhost" --help 2>&1 | grep -q -- '--batch' ||
+usage=$("$pdfhost" --help 2>&1 || true)
+grep -q -- '--batch' <<< "$usage" ||
   skip "the cluster runs arrays, but this pdfhost has no --batch"
 
 "$make_sample" letter "$work/letter.pdf" > /dev/null || fail "make_sample_pdf failed"
@@ -128,7 +129,7 @@ job=$(OUT=$work/out PDFHOST=$pdfhost TERMS=$TERM_TEXT EXTRA="--plugins $plugins"
 wait_job "$job" 150
 
 for input in "$work"/in/*.pdf; do
-  output=$work/out/$(basename "$input")
+  output=$work/out/$(basename "$input" .pdf)_redacted.pdf
   [ -f "$output" ] || fail "no output for $input"
   text=$(pdftotext "$output" -) || fail "pdftotext cannot read $output"
   ! grep -qF -e "$TERM_TEXT" -e "$FOUND_TEXT" <<< "$text" || fail "the term or the e-mail address is still in $output"
