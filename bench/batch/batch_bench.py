@@ -41,8 +41,9 @@ def peak_rss_kib(pid):
 def run_batch(args, files, out, report):
     """Runs pdfhost --batch; gives (seconds, peak RSS in KiB of the pdfhost process, exit code)."""
     os.makedirs(out, exist_ok=True)
+    # An empty prefix and suffix keep the names, as the floor does.
     command = [args.pdfhost, "--batch", "--plugins", args.plugins, "--out", out, "--overwrite",
-               "--terms", ", ".join(args.terms), "--report", report, *files]
+               "--prefix", "", "--suffix", "", "--terms", ", ".join(args.terms), "--report", report, *files]
     env = dict(os.environ, QT_QPA_PLATFORM="offscreen")
     start = time.perf_counter()
     proc = subprocess.Popen(command, env=env, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
