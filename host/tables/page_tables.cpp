@@ -57,36 +57,29 @@ NdxObject DocGetPage(NdxDoc doc, int pageIndex) {
     });
 }
 
-NdxObject DocGetRoot(NdxDoc doc) {
+// The dictionary under `key` of the document's trailer, or null when there is none.
+NdxObject TrailerDictionary(NdxDoc doc, pdf_obj* key, const char* what) {
     return Guarded<NdxObject>(nullptr, [&](HostApp& app) -> NdxObject {
         HostDocument* document = FindPdf(app, doc);
         if (document == nullptr)
             return nullptr;
         fz_context* ctx = document->Engine().fz();
         pdf_document* pdf = document->Engine().pdf();
-        pdf_obj* root = engine::CallMupdf(ctx, "document catalogue", [&]() -> pdf_obj* {
-            pdf_obj* found = pdf_resolve_indirect_chain(
-                ctx, pdf_dict_get(ctx, pdf_trailer(ctx, pdf), PDF_NAME(Root)));
+        pdf_obj* dict = engine::CallMupdf(ctx, what, [&]() -> pdf_obj* {
+            pdf_obj* found =
+                pdf_resolve_indirect_chain(ctx, pdf_dict_get(ctx, pdf_trailer(ctx, pdf), key));
             return pdf_is_dict(ctx, found) ? found : nullptr;
         });
-        return document->Objects().HandleOf(root);
+        return document->Objects().HandleOf(dict);
     });
 }
 
+NdxObject DocGetRoot(NdxDoc doc) {
+    return TrailerDictionary(doc, PDF_NAME(Root), "document catalogue");
+}
+
 NdxObject DocGetInfo(NdxDoc doc) {
-    return Guarded<NdxObject>(nullptr, [&](HostApp& app) -> NdxObject {
-        HostDocument* document = FindPdf(app, doc);
-        if (document == nullptr)
-            return nullptr;
-        fz_context* ctx = document->Engine().fz();
-        pdf_document* pdf = document->Engine().pdf();
-        pdf_obj* info = engine::CallMupdf(ctx, "Info dictionary", [&]() -> pdf_obj* {
-            pdf_obj* found = pdf_resolve_indirect_chain(
-                ctx, pdf_dict_get(ctx, pdf_trailer(ctx, pdf), PDF_NAME(Info)));
-            return pdf_is_dict(ctx, found) ? found : nullptr;
-        });
-        return document->Objects().HandleOf(info);
-    });
+    return TrailerDictionary(doc, PDF_NAME(Info), "Info dictionary");
 }
 
 // ---- Pages
