@@ -44,6 +44,9 @@ constexpr const char* kCommands[] = {
     "runFileOCR",
     "openUrl",
     "showFileSelectDialog",
+    "startBatchRedaction",
+    "openNextFileForBatch",
+    "endBatchRedaction",
 };
 
 class NullEndpoint : public PageEndpoint {
