@@ -20,10 +20,6 @@ Handle HandleOf(uintptr_t value) {
     return reinterpret_cast<Handle>(value);
 }
 
-std::wstring TextOf(const wchar_t* text) {
-    return text != nullptr ? std::wstring(text) : std::wstring();
-}
-
 bool IsFrame(HostApp& app, HostFrame frame) {
     const std::vector<HostFrame> frames = app.Frames();
     return std::find(frames.begin(), frames.end(), frame) != frames.end();

@@ -10,13 +10,6 @@ namespace {
 using namespace tables;
 using hostops::Op;
 
-std::string TextOf(const char* text) {
-    return text != nullptr ? text : "";
-}
-std::wstring TextOf(const wchar_t* text) {
-    return text != nullptr ? text : L"";
-}
-
 // ---- Byte strings
 
 HostByteString ByteNew() {

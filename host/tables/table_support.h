@@ -34,6 +34,14 @@ void Guarded(Body&& body) noexcept {
     }
 }
 
+// A text the plug-in passed, empty for a null pointer.
+inline std::string TextOf(const char* text) {
+    return text != nullptr ? text : "";
+}
+inline std::wstring TextOf(const wchar_t* text) {
+    return text != nullptr ? text : L"";
+}
+
 inline WideStringValue* FindWide(HostApp& app, HostWideString handle) {
     return app.Values().wideStrings.Find(handle);
 }

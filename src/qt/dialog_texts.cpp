@@ -2,16 +2,12 @@
 
 #include <QPalette>
 #include <QWidget>
-#include <cstring>
+
+#include "keyed_texts.h"
 
 namespace {
 
-struct KeyedText {
-    const char* key;
-    const char* text;
-};
-
-constexpr KeyedText kTexts[] = {
+constexpr KeyedText kDialogTexts[] = {
     {"IDS_STRING_WELCOME_TITLE", "Welcome to Sable Mark"},
     {"IDS_STRING_WELCOME_DESCRIPTION",
      "Sable Mark finds personal and confidential content in your PDF documents, such as names, "
@@ -34,11 +30,7 @@ constexpr KeyedText kTexts[] = {
 }  // namespace
 
 QString DialogText(const char* key) {
-    for (const KeyedText& entry : kTexts) {
-        if (std::strcmp(entry.key, key) == 0)
-            return QString::fromUtf8(entry.text);
-    }
-    return QString::fromUtf8(key);
+    return TextOfKey(kDialogTexts, key);
 }
 
 bool UsesDarkTheme(const QWidget& widget) {

@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr const wchar_t* kAccountServerKey = L"url@qvd_domain";
 constexpr const wchar_t* kUserTokenServiceKey = L"url@qvd_brevan_user_jwt";
 constexpr const wchar_t* kTenantSection = L"TXDFServer";
 constexpr const wchar_t* kTenantKey = L"EnterpriseTenantID";
@@ -65,7 +64,7 @@ Json::Value LoginInDispatcher::Run() {
 
 Json::Value GetUserDispatcher::Run() {
     std::wstring domain;
-    if (ServiceValue(services_, kAccountServerKey, domain) != ServiceConfig::kFound)
+    if (ServiceValue(services_, ServiceConfig::kAccountServer, domain) != ServiceConfig::kFound)
         return MakeResult(err::kNoAccountServer, AccountServerData(L""));
 
     const SignInTable login = services_.signInTable();
@@ -98,7 +97,7 @@ Json::Value GetUserDispatcher::Run() {
 
 Json::Value GetUserJWTDispatcher::Run() {
     std::wstring domain;
-    if (ServiceValue(services_, kAccountServerKey, domain) != ServiceConfig::kFound)
+    if (ServiceValue(services_, ServiceConfig::kAccountServer, domain) != ServiceConfig::kFound)
         return MakeResult(err::kNoAccountServer, AccountServerData(L""));
 
     std::wstring token;

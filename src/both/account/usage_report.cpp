@@ -16,13 +16,12 @@ constexpr const wchar_t* kEventType = L"event";
 constexpr const wchar_t* kModule = L"PDF Sable Mark";
 constexpr const char* kOs = "Win PDF Editor";
 constexpr const wchar_t* kLoadedVersionKey = L"bLoad";
-constexpr const wchar_t* kAccountServerKey = L"url@qvd_domain";
 
 // The id of the user signed in to the service document's account server; empty when there is
 // none or it cannot be had.
 std::wstring SignedInUserId(const SignInTable& login, ServiceConfig* service) {
     std::wstring domain;
-    if (service == nullptr || service->GetValue(kAccountServerKey, domain) != 0)
+    if (service == nullptr || service->GetValue(ServiceConfig::kAccountServer, domain) != 0)
         return {};
     std::wstring token;
     login.GetToken(domain, token);

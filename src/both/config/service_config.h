@@ -25,6 +25,7 @@ class ServiceConfig {
     static constexpr const wchar_t* kServiceDomain = L"url@qvd_brevan_domain";
     static constexpr const wchar_t* kEngine = L"url@qvd_brevan_aig";
     static constexpr const wchar_t* kEngineKey = L"url@qvd_brevan_aig_key";
+    static constexpr const wchar_t* kAccountServer = L"url@qvd_domain";
 
     // `config` is the owner's configuration, which may be gone (then nothing is fetched).
     ServiceConfig(const std::unique_ptr<BrevanConfig>& config, HttpClient& http)

@@ -1,6 +1,7 @@
 #include "mark_dispatchers.h"
 
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 #include "bridge/command_params.h"
@@ -13,8 +14,6 @@
 #include "redaction/search_result_store.h"
 
 namespace {
-
-constexpr float kEpsilon = 1.1920929e-07f;
 
 // One character range of a selection by ranges, as the host reads it from a pointer array.
 struct CharRange {
@@ -54,8 +53,9 @@ std::optional<NdxPoint> ScrollTargetFor(const SearchRecord& record, const NdxRec
     }
     if (!outside)
         return std::nullopt;
-    if (targetX > kEpsilon)
-        return NdxPoint{targetX, targetY > kEpsilon ? targetY : visible.top};
+    if (targetX > std::numeric_limits<float>::epsilon())
+        return NdxPoint{targetX,
+                        targetY > std::numeric_limits<float>::epsilon() ? targetY : visible.top};
     return NdxPoint{visible.left, targetY};
 }
 

@@ -1,6 +1,7 @@
 #include "point_note_dispatchers.h"
 
 #include <cmath>
+#include <limits>
 
 #include "bridge/command_params.h"
 #include "bridge/error_codes.h"
@@ -16,7 +17,6 @@
 
 namespace {
 
-constexpr float kEpsilon = 1.1920929e-07f;
 constexpr int kMediaBoxNumbers = 4;
 
 // The page's own /MediaBox (in place or referenced, not inherited) when it holds four numbers.
@@ -96,8 +96,8 @@ std::optional<NdxRect> NoteAt(HostApi& host, HostAnnot annot, const NotePlace& p
     if (pdfAnnot == nullptr)
         return std::nullopt;
     const NdxRect rect = host.NDXAnnotGetRect(pdfAnnot);
-    if (std::fabs(rect.left - place.x) > kEpsilon ||
-        std::fabs(rect.top - (place.pageTop - place.y)) > kEpsilon) {
+    if (std::fabs(rect.left - place.x) > std::numeric_limits<float>::epsilon() ||
+        std::fabs(rect.top - (place.pageTop - place.y)) > std::numeric_limits<float>::epsilon()) {
         return std::nullopt;
     }
     HostBytes subtype(host);

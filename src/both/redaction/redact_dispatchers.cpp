@@ -7,6 +7,7 @@
 #include "bridge/error_codes.h"
 #include "document/current_document.h"
 #include "host/host_string.h"
+#include "host/message_box_style.h"
 #include "logging/async_logger.h"
 #include "redaction/owned_handle.h"
 #include "redaction/pdf_text.h"
@@ -17,8 +18,6 @@
 
 namespace {
 
-constexpr int kOkCancelButtons = 1;
-constexpr int kOkButton = 1;
 constexpr uint32_t kBatchApplyOptions = 0x1000000;
 
 // Asks the user to confirm; true for OK.
@@ -27,8 +26,8 @@ bool UserConfirms(HostApi& host, bool named) {
         ResourceString(named ? ids::kRedactNamedPrompt : ids::kRedactAllPrompt);
     const std::wstring title = ResourceString(ids::kPromptTitle);
     int checkState = 0;
-    return host.HostMessageBox(text.c_str(), kOkCancelButtons, title.c_str(), &checkState,
-                               host.HostAppGetMainWindow()) == kOkButton;
+    return host.HostMessageBox(text.c_str(), message_box::kOkCancel, title.c_str(), &checkState,
+                               host.HostAppGetMainWindow()) == message_box::kOk;
 }
 
 }  // namespace

@@ -1,13 +1,10 @@
 #include "batch_texts.h"
 
+#include "keyed_texts.h"
+
 namespace {
 
-struct KeyedText {
-    std::string_view key;
-    const char* text;
-};
-
-constexpr KeyedText kTexts[] = {
+constexpr KeyedText kBatchTexts[] = {
     {"IDS_BATCH_TITLE", "Batch Redaction"},
     {"IDS_STR_FILEPATH", "Name"},
     {"IDS_STR_FILELOCATION", "Folder"},
@@ -66,9 +63,5 @@ constexpr KeyedText kTexts[] = {
 }  // namespace
 
 QString BatchText(std::string_view key) {
-    for (const KeyedText& entry : kTexts) {
-        if (entry.key == key)
-            return QString::fromUtf8(entry.text);
-    }
-    return QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
+    return TextOfKey(kBatchTexts, key);
 }

@@ -15,10 +15,9 @@
 
 #include "batch_texts.h"
 #include "host/host_api.h"
+#include "host/message_box_style.h"
 
 namespace {
-
-constexpr int kWarningBox = 0x30;
 
 // Refuses any text holding a character a file name can't hold, so typed ones are dropped.
 class FileNameValidator final : public QValidator {
@@ -152,7 +151,7 @@ void CRG_OutputOptionDlg::OnOverwriteToggled(bool checked) {
         return;
     const std::wstring text = BatchText("IDS_GW_MUSTOVERWRITING").toStdWString();
     const std::wstring title = windowTitle().toStdWString();
-    host_.HostMessageBox(text.c_str(), kWarningBox, title.c_str(), nullptr,
+    host_.HostMessageBox(text.c_str(), message_box::kWarning, title.c_str(), nullptr,
                          reinterpret_cast<HostWindow>(this));
     overwrite_->setChecked(true);
 }

@@ -10,10 +10,10 @@
 
 #include "batch_texts.h"
 #include "host/host_string.h"
+#include "host/message_box_style.h"
 
 namespace {
 
-constexpr int kWarningBox = 0x30;
 constexpr int kDocRole = Qt::UserRole + 1;
 
 }  // namespace
@@ -70,7 +70,7 @@ void CGW_SelectOpenFilesDlg::accept() {
             if (!announced) {
                 const std::wstring text = BatchText("IDS_NEEDSAVE_MSG").toStdWString();
                 const std::wstring title = windowTitle().toStdWString();
-                host_.HostMessageBox(text.c_str(), kWarningBox, title.c_str(), nullptr,
+                host_.HostMessageBox(text.c_str(), message_box::kWarning, title.c_str(), nullptr,
                                      reinterpret_cast<HostWindow>(this));
                 announced = true;
             }
