@@ -90,6 +90,19 @@
       return this.bridge.call(command, params);
     }
 
+    // Sends `count` requests that do not depend on each other, request i being what make(i)
+    // gives: [command, params]. For a batch's session they go out together and the editor
+    // answers them in order; otherwise each is made and sent when its promise is asked for, as
+    // in a plain loop. Gives a function that, called with i, gives the promise of request i;
+    // callers take them in order, so the first failure shows where a plain loop would stop.
+    _requests(session, count, make) {
+      if (!session.batch) return (i) => this._call(...make(i));
+      const sent = Array.from({ length: count }, (_, i) => this.bridge.call(...make(i), { pipelined: true }));
+      // A failure after the first is not waited for; it must not count as unhandled.
+      for (const promise of sent) promise.catch(() => {});
+      return (i) => sent[i];
+    }
+
     // ai_plugin_redact_<kind>_<base>_<serial>: the kind, letters and digits only, lets a job
     // that reads the document's marks count the findings by kind.
     _newName(kind) {
@@ -188,8 +201,16 @@
         await this._locate(session);
         this.activity = 'Marking the findings';
         this._notify();
-        for (const finding of session.findings) {
-          for (const match of finding.matches) await this._addMark(finding, match);
+        const marks = session.findings.flatMap((finding) => finding.matches.map((match) => [finding, match]));
+        const names = [];
+        const added = this._requests(session, marks.length, (i) => {
+          const [finding, match] = marks[i];
+          names[i] = this._newName(finding.kind);
+          return ['addAnnot', this._markParams(finding, match, names[i])];
+        });
+        for (let i = 0; i < marks.length; i++) {
+          const data = await added(i);
+          this._takeMark(marks[i][1], names[i], data);
         }
         const located = session.findings.filter((f) => f.matches.length);
         const missing = session.findings.length - located.length;
@@ -235,16 +256,17 @@
     // finding lies on the finding's page.
     async _locate(session) {
       const pages = [...new Set(session.findings.map((f) => f.page))].sort((a, b) => a - b);
-      for (const page of pages) {
+      const found = this._requests(session, pages.length, (i) => ['findTextList', {
+        file: { id: session.doc.id },
+        textList: session.findings.filter((f) => f.page === pages[i]).map((f) => [f.searchText, f.flags]),
+        startPage: pages[i],
+        endPage: pages[i],
+      }]);
+      for (const [i, page] of pages.entries()) {
         const onPage = session.findings.filter((f) => f.page === page);
         let results;
         try {
-          results = await this._call('findTextList', {
-            file: { id: session.doc.id },
-            textList: onPage.map((f) => [f.searchText, f.flags]),
-            startPage: page,
-            endPage: page,
-          });
+          results = await found(i);
         } catch (error) {
           if (error instanceof BridgeError && error.ret === 400005) continue; // none located
           throw error;
@@ -263,13 +285,16 @@
 
     async _addMark(finding, match) {
       const name = this._newName(finding.kind);
-      const data = await this._call('addAnnot', {
-        searchKey: finding.searchKey,
-        index: match.index,
-        type: 'redact',
-        uniqueIDName: name,
-      });
-      // A match that the editor holds as marked already keeps the mark it has.
+      this._takeMark(match, name, await this._call('addAnnot', this._markParams(finding, match, name)));
+    }
+
+    _markParams(finding, match, name) {
+      return { searchKey: finding.searchKey, index: match.index, type: 'redact', uniqueIDName: name };
+    }
+
+    // Notes the reply of addAnnot: a match that the editor holds as marked already keeps the
+    // mark it has.
+    _takeMark(match, name, data) {
       match.name = data && data.message ? null : name;
       match.preexisting = Boolean(data && data.message);
     }
@@ -494,16 +519,17 @@
         if (typeof pageText !== 'string' || textHolds(pageText, finding)) remaining.add(finding);
       }
       const pages = [...new Set(redacted.map((f) => f.page))].sort((a, b) => a - b);
-      for (const page of pages) {
+      const found = this._requests(session, pages.length, (i) => ['findTextList', {
+        file: { id: saved.id },
+        textList: redacted.filter((f) => f.page === pages[i]).map((f) => [f.searchText, f.flags]),
+        startPage: pages[i],
+        endPage: pages[i],
+      }]);
+      for (const [i, page] of pages.entries()) {
         const onPage = redacted.filter((f) => f.page === page);
         let results;
         try {
-          results = await this._call('findTextList', {
-            file: { id: saved.id },
-            textList: onPage.map((f) => [f.searchText, f.flags]),
-            startPage: page,
-            endPage: page,
-          });
+          results = await found(i);
         } catch (error) {
           if (error instanceof BridgeError && error.ret === 400005) continue; // nothing found
           if (!(error instanceof BridgeError)) throw error;
