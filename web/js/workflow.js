@@ -97,7 +97,10 @@
     // callers take them in order, so the first failure shows where a plain loop would stop.
     _requests(session, count, make) {
       if (!session.batch) return (i) => this._call(...make(i));
-      const sent = Array.from({ length: count }, (_, i) => this.bridge.call(...make(i), { pipelined: true }));
+      const sent = Array.from({ length: count }, (_, i) => {
+        const [command, params] = make(i);
+        return this.bridge.call(command, params, { pipelined: true });
+      });
       // A failure after the first is not waited for; it must not count as unhandled.
       for (const promise of sent) promise.catch(() => {});
       return (i) => sent[i];
@@ -177,15 +180,17 @@
         this.sessions.set(doc.id, session);
         this.current = session;
 
-        if ((await this._call('isCurrentDocModified')) === true) {
+        const reads = this._requests(session, 3, (i) => [
+          ['isCurrentDocModified'], ['getFilePageCount'], ['getFileTexts', { pageIndex: -1 }]][i]);
+        if ((await reads(0)) === true) {
           session.notices.push('The document has unsaved changes: text typed into form fields ' +
             'since the last save is not scanned.');
         }
-        const count = await this._call('getFilePageCount');
+        const count = await reads(1);
         session.pageCount = (count && count.pageCount) || 0;
         this.activity = `Reading ${session.pageCount} page(s)`;
         this._notify();
-        const texts = await this._call('getFileTexts', { pageIndex: -1 });
+        const texts = await reads(2);
         if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
         if (texts.length !== session.pageCount) {
           session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
@@ -508,9 +513,19 @@
     async _verify(session, saved) {
       const redacted = session.findings.filter((f) => f.matches.some((m) => m.applied));
       const remaining = new Set();
+      const pages = [...new Set(redacted.map((f) => f.page))].sort((a, b) => a - b);
+      // The copy's text first, then the search of each page with redacted findings.
+      const reads = this._requests(session, pages.length + 1, (i) => (i === 0
+        ? ['getFileTexts', { pageIndex: -1 }]
+        : ['findTextList', {
+          file: { id: saved.id },
+          textList: redacted.filter((f) => f.page === pages[i - 1]).map((f) => [f.searchText, f.flags]),
+          startPage: pages[i - 1],
+          endPage: pages[i - 1],
+        }]));
       let texts = null;
       try {
-        texts = await this._call('getFileTexts', { pageIndex: -1 });
+        texts = await reads(0);
       } catch (error) {
         if (!(error instanceof BridgeError)) throw error;
       }
@@ -518,18 +533,11 @@
         const pageText = Array.isArray(texts) ? texts[finding.page] : undefined;
         if (typeof pageText !== 'string' || textHolds(pageText, finding)) remaining.add(finding);
       }
-      const pages = [...new Set(redacted.map((f) => f.page))].sort((a, b) => a - b);
-      const found = this._requests(session, pages.length, (i) => ['findTextList', {
-        file: { id: saved.id },
-        textList: redacted.filter((f) => f.page === pages[i]).map((f) => [f.searchText, f.flags]),
-        startPage: pages[i],
-        endPage: pages[i],
-      }]);
       for (const [i, page] of pages.entries()) {
         const onPage = redacted.filter((f) => f.page === page);
         let results;
         try {
-          results = await found(i);
+          results = await reads(i + 1);
         } catch (error) {
           if (error instanceof BridgeError && error.ret === 400005) continue; // nothing found
           if (!(error instanceof BridgeError)) throw error;

@@ -64,8 +64,10 @@ test('takes each queued file through to its save and reports the one that did no
   assert.ok(added.every((n) => /^ai_plugin_redact_[A-Za-z0-9]+_t_\d+$/.test(n)));
   assert.deepEqual(plugin.paramsOf('redactApply').map((p) => p.uniqueIDNames), [added.slice(0, 2), added.slice(2)]);
   assert.equal(runner.workflow.sessions.size, 0, 'each closed file\'s review is dropped');
-  // A file's searches of its pages and its marks go out together; the other steps one by one.
-  assert.deepEqual([waiting.most.findTextList, waiting.most.addAnnot, waiting.most.redactApply], [2, 2, 1]);
+  // A file's reads, the searches of its pages and its marks go out together, the copy's text
+  // with its searches; the other steps one by one.
+  assert.deepEqual(['getFileTexts', 'findTextList', 'addAnnot', 'redactApply'].map((c) => waiting.most[c]),
+    [3, 3, 2, 1]);
 });
 
 test('the end code says how the run went', async (t) => {
