@@ -1,5 +1,5 @@
 // The batch dialogs offscreen: the file list's rows, their checks and order, the output options'
-// rules, the overwrite list, and the result dialog's look.
+// rules, the overwrite list, the choice among open documents, and the result dialog's look.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -18,8 +18,10 @@
 #include <functional>
 
 #include "batch/batch_result_dialog.h"
+#include "batch/batch_texts.h"
 #include "batch/multi_files_dialog.h"
 #include "batch/output_option_dialog.h"
+#include "batch/select_open_files_dialog.h"
 #include "fake_batch_host.h"
 
 namespace {
@@ -183,6 +185,33 @@ TEST_F(BatchDialogsTest, OptionsDialogKeepsItsRulesAndFiltersNames) {
     EXPECT_TRUE(dialog.record().keepName);
     EXPECT_TRUE(dialog.record().overwrite);
     EXPECT_EQ(dialog.record().prefix, L"");
+}
+
+TEST_F(BatchDialogsTest, OpenFilesThatNeedASaveAreSavedFirstAndAddedOnlyWhenItWorks) {
+    const struct {
+        bool saveWorks;
+        QStringList chosen;
+    } cases[] = {{true, {Path("a.pdf"), Path("b.pdf"), Path("xfa.pdf")}}, {false, {Path("a.pdf")}}};
+    for (const auto& c : cases) {
+        FakeBatchHost open;
+        open.refuseSave = !c.saveWorks;
+        open.Open(FileDoc(Path("a.pdf").toStdWString()));
+        FakeDoc changed = FileDoc(Path("b.pdf").toStdWString());
+        changed.modified = true;
+        const HostDoc modified = open.Open(changed);
+        FakeDoc untitled = FileDoc(Path("xfa.pdf").toStdWString());
+        untitled.temporary = true;
+        open.Open(untitled);
+
+        CGW_SelectOpenFilesDlg dialog(open, nullptr);
+        dialog.accept();
+        EXPECT_EQ(dialog.chosenPaths(), c.chosen) << c.saveWorks;
+        // One notice for all the documents to save, before any of them is saved.
+        ASSERT_EQ(open.messageBoxes.size(), 1u);
+        EXPECT_EQ(QString::fromStdWString(open.messageBoxes[0].first),
+                  BatchText("IDS_NEEDSAVE_MSG"));
+        EXPECT_EQ(open.Doc(modified).modified, !c.saveWorks);
+    }
 }
 
 TEST(BatchResultDialogTest, PictureAndListFollowTheResult) {

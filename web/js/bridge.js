@@ -1,8 +1,9 @@
 // The page's side of the editor's message channel. A request is the text of the JSON array
 // ["base", command, parameters, uuid] posted through window.chrome.webview; the reply comes
-// back as a string holding {ret, data, uuid}. The editor serves one request at a time and
-// some replies carry no uuid, so requests go out one after the other and a reply without uuid
-// answers the one in flight.
+// back as a string holding {ret, data, uuid}. The editor serves requests one at a time, in the
+// order posted, and some replies carry no uuid, so a reply without uuid answers the oldest
+// request in flight. Requests go out one after the other, except that pipelined ones go out
+// together: a run of them costs one wait for the editor instead of one per request.
 (function (root) {
   'use strict';
 
@@ -31,7 +32,8 @@
       this._prefix = idPrefix || `sm${Date.now().toString(36)}`;
       this._serial = 0;
       this._queue = [];
-      this._inFlight = null;
+      this._inFlight = []; // sent, oldest first
+      this._pumping = false;
       this._gaveUp = false;
       this._onMessage = (event) => this._receive(event);
     }
@@ -39,14 +41,17 @@
     // True while a request waits for its reply: what the editor reports meanwhile was caused
     // by that request.
     get busy() {
-      return this._inFlight !== null;
+      return this._inFlight.length > 0;
     }
 
     // Sends a command; resolves with the reply's data when ret is 0, rejects with a
-    // BridgeError otherwise.
-    call(command, params = {}) {
+    // BridgeError otherwise. `pipelined`: the request may go out while other pipelined ones
+    // wait for their replies. Only for requests that do not depend on each other's outcome and
+    // whose commands open no dialog (while a dialog is up the editor may serve the next
+    // request before it replies).
+    call(command, params = {}, { pipelined = false } = {}) {
       return new Promise((resolve, reject) => {
-        this._queue.push({ command, params, resolve, reject });
+        this._queue.push({ command, params, pipelined, resolve, reject });
         this._pump();
       });
     }
@@ -69,28 +74,42 @@
       }
     }
 
+    // A request goes out when none is in flight, or when it and all those in flight are
+    // pipelined.
+    _mayGo(request) {
+      return this._inFlight.length === 0 ||
+        (request.pipelined && this._inFlight.every((r) => r.pipelined));
+    }
+
     async _pump() {
-      if (this._inFlight || this._queue.length === 0) return;
-      const request = this._queue.shift();
-      request.uuid = `${this._prefix}-${++this._serial}`;
-      this._inFlight = request;
-      const transport = await this._connect();
-      if (!transport) {
-        this._finish(new BridgeError(request.command, null, null,
-          'There is no connection to the editor: open this page from the editor\'s task pane.'));
-        return;
-      }
+      if (this._pumping) return;
+      this._pumping = true;
       try {
-        transport.postMessage(JSON.stringify(['base', request.command, request.params, request.uuid]));
-      } catch (error) {
-        this._finish(new BridgeError(request.command, null, null,
-          `Sending ${request.command} to the editor failed: ${error.message}`));
+        while (this._queue.length && this._mayGo(this._queue[0])) {
+          const request = this._queue.shift();
+          request.uuid = `${this._prefix}-${++this._serial}`;
+          this._inFlight.push(request);
+          const transport = await this._connect();
+          if (!transport) {
+            this._finish(request, new BridgeError(request.command, null, null,
+              'There is no connection to the editor: open this page from the editor\'s task pane.'));
+            continue;
+          }
+          try {
+            transport.postMessage(JSON.stringify(['base', request.command, request.params, request.uuid]));
+          } catch (error) {
+            this._finish(request, new BridgeError(request.command, null, null,
+              `Sending ${request.command} to the editor failed: ${error.message}`));
+          }
+        }
+      } finally {
+        this._pumping = false;
       }
     }
 
     _receive(event) {
-      const request = this._inFlight;
-      if (!request) return;
+      const oldest = this._inFlight[0];
+      if (!oldest) return;
       const text = typeof event.data === 'string' ? event.data : JSON.stringify(event.data);
       let reply;
       try {
@@ -100,20 +119,20 @@
       }
       if (!reply || typeof reply !== 'object' || Array.isArray(reply)) {
         const shown = String(text).trim().slice(0, 80);
-        this._finish(new BridgeError(request.command, null, null,
-          `The editor answered ${request.command} with "${shown}" instead of a reply.`));
+        this._finish(oldest, new BridgeError(oldest.command, null, null,
+          `The editor answered ${oldest.command} with "${shown}" instead of a reply.`));
         return;
       }
-      if (reply.uuid !== undefined && reply.uuid !== request.uuid) return;
-      if (reply.ret === 0) this._finish(null, reply.data === undefined ? null : reply.data);
+      const request = reply.uuid === undefined ? oldest : this._inFlight.find((r) => r.uuid === reply.uuid);
+      if (!request) return;
+      if (reply.ret === 0) this._finish(request, null, reply.data === undefined ? null : reply.data);
       else if (Number.isInteger(reply.ret)) {
-        this._finish(new BridgeError(request.command, reply.ret, reply.data));
-      } else this._finish(new BridgeError(request.command, null, reply.data));
+        this._finish(request, new BridgeError(request.command, reply.ret, reply.data));
+      } else this._finish(request, new BridgeError(request.command, null, reply.data));
     }
 
-    _finish(error, data) {
-      const request = this._inFlight;
-      this._inFlight = null;
+    _finish(request, error, data) {
+      this._inFlight.splice(this._inFlight.indexOf(request), 1);
       if (error) request.reject(error);
       else request.resolve(data);
       this._pump();

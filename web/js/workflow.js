@@ -90,6 +90,22 @@
       return this.bridge.call(command, params);
     }
 
+    // Sends `count` requests that do not depend on each other, request i being what make(i)
+    // gives: [command, params]. For a batch's session they go out together and the editor
+    // answers them in order; otherwise each is made and sent when its promise is asked for, as
+    // in a plain loop. Gives a function that, called with i, gives the promise of request i;
+    // callers take them in order, so the first failure shows where a plain loop would stop.
+    _requests(session, count, make) {
+      if (!session.batch) return (i) => this._call(...make(i));
+      const sent = Array.from({ length: count }, (_, i) => {
+        const [command, params] = make(i);
+        return this.bridge.call(command, params, { pipelined: true });
+      });
+      // A failure after the first is not waited for; it must not count as unhandled.
+      for (const promise of sent) promise.catch(() => {});
+      return (i) => sent[i];
+    }
+
     // ai_plugin_redact_<kind>_<base>_<serial>: the kind, letters and digits only, lets a job
     // that reads the document's marks count the findings by kind.
     _newName(kind) {
@@ -164,15 +180,17 @@
         this.sessions.set(doc.id, session);
         this.current = session;
 
-        if ((await this._call('isCurrentDocModified')) === true) {
+        const reads = this._requests(session, 3, (i) => [
+          ['isCurrentDocModified'], ['getFilePageCount'], ['getFileTexts', { pageIndex: -1 }]][i]);
+        if ((await reads(0)) === true) {
           session.notices.push('The document has unsaved changes: text typed into form fields ' +
             'since the last save is not scanned.');
         }
-        const count = await this._call('getFilePageCount');
+        const count = await reads(1);
         session.pageCount = (count && count.pageCount) || 0;
         this.activity = `Reading ${session.pageCount} page(s)`;
         this._notify();
-        const texts = await this._call('getFileTexts', { pageIndex: -1 });
+        const texts = await reads(2);
         if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
         if (texts.length !== session.pageCount) {
           session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
@@ -188,8 +206,16 @@
         await this._locate(session);
         this.activity = 'Marking the findings';
         this._notify();
-        for (const finding of session.findings) {
-          for (const match of finding.matches) await this._addMark(finding, match);
+        const marks = session.findings.flatMap((finding) => finding.matches.map((match) => [finding, match]));
+        const names = [];
+        const added = this._requests(session, marks.length, (i) => {
+          const [finding, match] = marks[i];
+          names[i] = this._newName(finding.kind);
+          return ['addAnnot', this._markParams(finding, match, names[i])];
+        });
+        for (let i = 0; i < marks.length; i++) {
+          const data = await added(i);
+          this._takeMark(marks[i][1], names[i], data);
         }
         const located = session.findings.filter((f) => f.matches.length);
         const missing = session.findings.length - located.length;
@@ -235,16 +261,17 @@
     // finding lies on the finding's page.
     async _locate(session) {
       const pages = [...new Set(session.findings.map((f) => f.page))].sort((a, b) => a - b);
-      for (const page of pages) {
+      const found = this._requests(session, pages.length, (i) => ['findTextList', {
+        file: { id: session.doc.id },
+        textList: session.findings.filter((f) => f.page === pages[i]).map((f) => [f.searchText, f.flags]),
+        startPage: pages[i],
+        endPage: pages[i],
+      }]);
+      for (const [i, page] of pages.entries()) {
         const onPage = session.findings.filter((f) => f.page === page);
         let results;
         try {
-          results = await this._call('findTextList', {
-            file: { id: session.doc.id },
-            textList: onPage.map((f) => [f.searchText, f.flags]),
-            startPage: page,
-            endPage: page,
-          });
+          results = await found(i);
         } catch (error) {
           if (error instanceof BridgeError && error.ret === 400005) continue; // none located
           throw error;
@@ -263,13 +290,16 @@
 
     async _addMark(finding, match) {
       const name = this._newName(finding.kind);
-      const data = await this._call('addAnnot', {
-        searchKey: finding.searchKey,
-        index: match.index,
-        type: 'redact',
-        uniqueIDName: name,
-      });
-      // A match that the editor holds as marked already keeps the mark it has.
+      this._takeMark(match, name, await this._call('addAnnot', this._markParams(finding, match, name)));
+    }
+
+    _markParams(finding, match, name) {
+      return { searchKey: finding.searchKey, index: match.index, type: 'redact', uniqueIDName: name };
+    }
+
+    // Notes the reply of addAnnot: a match that the editor holds as marked already keeps the
+    // mark it has.
+    _takeMark(match, name, data) {
       match.name = data && data.message ? null : name;
       match.preexisting = Boolean(data && data.message);
     }
@@ -483,9 +513,19 @@
     async _verify(session, saved) {
       const redacted = session.findings.filter((f) => f.matches.some((m) => m.applied));
       const remaining = new Set();
+      const pages = [...new Set(redacted.map((f) => f.page))].sort((a, b) => a - b);
+      // The copy's text first, then the search of each page with redacted findings.
+      const reads = this._requests(session, pages.length + 1, (i) => (i === 0
+        ? ['getFileTexts', { pageIndex: -1 }]
+        : ['findTextList', {
+          file: { id: saved.id },
+          textList: redacted.filter((f) => f.page === pages[i - 1]).map((f) => [f.searchText, f.flags]),
+          startPage: pages[i - 1],
+          endPage: pages[i - 1],
+        }]));
       let texts = null;
       try {
-        texts = await this._call('getFileTexts', { pageIndex: -1 });
+        texts = await reads(0);
       } catch (error) {
         if (!(error instanceof BridgeError)) throw error;
       }
@@ -493,17 +533,11 @@
         const pageText = Array.isArray(texts) ? texts[finding.page] : undefined;
         if (typeof pageText !== 'string' || textHolds(pageText, finding)) remaining.add(finding);
       }
-      const pages = [...new Set(redacted.map((f) => f.page))].sort((a, b) => a - b);
-      for (const page of pages) {
+      for (const [i, page] of pages.entries()) {
         const onPage = redacted.filter((f) => f.page === page);
         let results;
         try {
-          results = await this._call('findTextList', {
-            file: { id: saved.id },
-            textList: onPage.map((f) => [f.searchText, f.flags]),
-            startPage: page,
-            endPage: page,
-          });
+          results = await reads(i + 1);
         } catch (error) {
           if (error instanceof BridgeError && error.ret === 400005) continue; // nothing found
           if (!(error instanceof BridgeError)) throw error;

@@ -32,6 +32,16 @@ const batchSteps = (plugin) => plugin.commands().filter((c) =>
 
 test('takes each queued file through to its save and reports the one that did not open', async () => {
   const { plugin, runner } = setUp([0, null, 2]);
+  // The most requests of one command that waited for their replies at the same time.
+  const waiting = { now: 0, most: {} };
+  const post = plugin.transport.postMessage;
+  plugin.transport.postMessage = (text) => {
+    const command = JSON.parse(text)[1];
+    waiting.now += 1;
+    waiting.most[command] = Math.max(waiting.most[command] || 0, waiting.now);
+    post(text);
+  };
+  plugin.transport.addEventListener('message', () => { waiting.now -= 1; });
   const ended = await runner.run();
 
   assert.deepEqual(batchSteps(plugin), [
@@ -54,6 +64,10 @@ test('takes each queued file through to its save and reports the one that did no
   assert.ok(added.every((n) => /^ai_plugin_redact_[A-Za-z0-9]+_t_\d+$/.test(n)));
   assert.deepEqual(plugin.paramsOf('redactApply').map((p) => p.uniqueIDNames), [added.slice(0, 2), added.slice(2)]);
   assert.equal(runner.workflow.sessions.size, 0, 'each closed file\'s review is dropped');
+  // A file's reads, the searches of its pages and its marks go out together, the copy's text
+  // with its searches; the other steps one by one.
+  assert.deepEqual(['getFileTexts', 'findTextList', 'addAnnot', 'redactApply'].map((c) => waiting.most[c]),
+    [3, 3, 2, 1]);
 });
 
 test('the end code says how the run went', async (t) => {

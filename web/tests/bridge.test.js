@@ -32,6 +32,27 @@ test('requests go out as the four-element array, one at a time, answered by uuid
   assert.equal(bridge.busy, false);
 });
 
+test('pipelined requests go out together; a plain one waits for all of them', async () => {
+  const t = manualTransport();
+  const bridge = new Bridge(t, { idPrefix: 'p' });
+  const marks = [1, 2, 3].map((index) => bridge.call('addAnnot', { index }, { pipelined: true }));
+  const apply = bridge.call('redactApply', {});
+  await tick();
+  assert.deepEqual(t.posted.map((m) => [m[1], m[3]]), [['addAnnot', 'p-1'], ['addAnnot', 'p-2'], ['addAnnot', 'p-3']]);
+
+  t.reply('{"data":null,"ret":0,"uuid":"p-1"}\n');
+  t.reply('{"data":null,"ret":400000}\n'); // no uuid: the oldest in flight
+  await assert.rejects(marks[1], (e) => e.ret === 400000);
+  assert.equal(bridge.busy, true);
+  t.reply('{"data":{"message":"m"},"ret":0,"uuid":"p-3"}\n');
+  assert.deepEqual(await marks[2], { message: 'm' });
+  await tick();
+  assert.deepEqual(t.posted[3], ['base', 'redactApply', {}, 'p-4']);
+  t.reply('{"data":[],"ret":0,"uuid":"p-4"}\n');
+  assert.deepEqual(await apply, []);
+  assert.equal(await marks[0], null);
+});
+
 test('failures reject with the code, also for replies without uuid or not JSON', async () => {
   const t = manualTransport();
   const bridge = new Bridge(t);

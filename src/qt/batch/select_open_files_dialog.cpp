@@ -66,17 +66,24 @@ void CGW_SelectOpenFilesDlg::accept() {
         if (!item->isSelected())
             continue;
         auto doc = reinterpret_cast<HostDoc>(item->data(0, kDocRole).value<quintptr>());
-        if (host_.HostDocIsTemporary(doc) != 0 || host_.HostDocIsModified(doc) != 0) {
-            if (!announced) {
-                const std::wstring text = BatchText("IDS_NEEDSAVE_MSG").toStdWString();
-                const std::wstring title = windowTitle().toStdWString();
-                host_.HostMessageBox(text.c_str(), message_box::kWarning, title.c_str(), nullptr,
-                                     reinterpret_cast<HostWindow>(this));
-                announced = true;
-            }
+        if (host_.HostDocIsTemporary(doc) == 0 && host_.HostDocIsModified(doc) == 0) {
+            chosen_ << item->data(0, Qt::UserRole).toString();
             continue;
         }
-        chosen_ << item->data(0, Qt::UserRole).toString();
+        if (!announced) {
+            const std::wstring text = BatchText("IDS_NEEDSAVE_MSG").toStdWString();
+            const std::wstring title = windowTitle().toStdWString();
+            host_.HostMessageBox(text.c_str(), message_box::kWarning, title.c_str(), nullptr,
+                                 reinterpret_cast<HostWindow>(this));
+            announced = true;
+        }
+        // The host's save; a temporary document gets its file there, so the path is read after.
+        if (host_.HostDocSave(doc, 0, 0, 1, 0) == 0)
+            continue;
+        HostWide path(host_);
+        host_.HostDocGetFilePath(doc, path);
+        if (!path.Text().empty())
+            chosen_ << QString::fromStdWString(path.Text());
     }
     QDialog::accept();
 }

@@ -1,6 +1,7 @@
 // CGW_SelectOpenFilesDlg: the host's open documents to choose from for a batch. A document
-// without a saved file of its own, or with unsaved changes, is announced and left out: the batch
-// works on files.
+// without a saved file of its own, or with unsaved changes, is announced and saved by the host
+// before it is added, since the batch works on files; one whose save fails or is cancelled is
+// left out.
 #pragma once
 
 #include <QDialog>
