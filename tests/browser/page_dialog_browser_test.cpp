@@ -76,7 +76,7 @@ class PaneDialogTest : public testing::Test {
 
     // Makes the pane's dialog as the pane host does, and waits until its browser shows a page.
     CWebBrowser& OpenPane() {
-        dialog = std::make_unique<CHtmlDlg>(app, &window);
+        dialog = std::make_unique<CHtmlDlg>(app.pageDialogServices(), &window);
         app.paneDialogs[kMainWindow] = dialog.get();
         dialog->Reload(false);
         dialog->Show();
@@ -117,7 +117,7 @@ class PaneDialogTest : public testing::Test {
 
 TEST_F(PaneDialogTest, ThePageIsShownServedAndGetsEventsBeforeTheirCommandsReply) {
     PublishTemplate(pageAddress + "?platform=%s");
-    dialog = std::make_unique<CHtmlDlg>(app, &window);
+    dialog = std::make_unique<CHtmlDlg>(app.pageDialogServices(), &window);
     // Before start-up has completed the browser takes no script.
     ASSERT_NE(dialog->browser(), nullptr);
     EXPECT_EQ(dialog->browser()->ExecuteScript(L"1", {}), CWebBrowser::kStatusNotUp);
@@ -198,7 +198,7 @@ TEST_F(PaneDialogTest, WithoutANetworkOrWithoutATemplateTheOfflinePageShows) {
 
 TEST_F(PaneDialogTest, TheBatchDialogRunsModallyUntilEndedAlsoWhileHidden) {
     PublishTemplate(pageAddress + "?x=1");
-    CProfileHtmlDlg batch(app, &window);
+    CProfileHtmlDlg batch(app.pageDialogServices(), &window);
     EXPECT_EQ(batch.windowTitle(), QStringLiteral("Batch Redaction"));
 
     // Inside the modal run: wait for the page, hide the window, then end the run.
