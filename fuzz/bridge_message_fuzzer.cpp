@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "app/brevan.h"
+#include "attached_plugin.h"
 #include "bridge/web_message_channel.h"
 #include "fake_host.h"
 #include "logging/async_logger.h"
@@ -62,15 +62,14 @@ struct Session {
         doc.path = L"/fuzz/a.pdf";
         doc.pages.resize(2);
         host.Open(doc);
-        app.Attach(host, platform);
-        app.ImportTables();
-        app.Init();
+        plugin.app.ImportTables();
+        plugin.app.Init();
     }
     FakeHost host;
-    FakePlatform platform;
-    Brevan app;
+    AttachedPlugin plugin{host};
     NullEndpoint endpoint;
-    WebMessageChannel channel{app.commands(), endpoint};
+    WebMessageChannel channel{plugin.app.commands(), endpoint};
+};
 };
 
 std::string Quoted(std::string_view text) {

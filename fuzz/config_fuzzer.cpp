@@ -6,7 +6,7 @@
 #include <fstream>
 #include <string>
 
-#include "app/brevan.h"
+#include "attached_plugin.h"
 #include "config/brevan_config.h"
 #include "config/service_config.h"
 #include "fake_host.h"
@@ -31,15 +31,14 @@ void ReadConfiguration(std::string_view text) {
 
 void ReadServiceDocument(std::string_view text) {
     static FakeHost* host = new FakeHost();
-    static FakePlatform* platform = new FakePlatform();
-    static Brevan* app = [] {
-        auto* made = new Brevan();
-        made->Attach(*host, *platform);
-        made->ImportTables();
-        made->Init();
+    static AttachedPlugin* plugin = [] {
+        auto* made = new AttachedPlugin(*host);
+        made->app.ImportTables();
+        made->app.Init();
         return made;
     }();
-    ServiceConfig& service = *app->serviceConfig;
+    FakePlatform* platform = &plugin->platform;
+    ServiceConfig& service = *plugin->app.serviceConfig;
     platform->httpBodies[service.DocumentAddress()] = std::string(text);
     platform->httpRequests.clear();
     service.Load();
