@@ -33,6 +33,13 @@ Widget* Child(QWidget& dialog, const char* name) {
     return widget;
 }
 
+// Keeps a picture of `dialog` among the build's artifacts, for a person to look at.
+void SavePicture(QWidget& dialog, const char* name) {
+    ASSERT_TRUE(QDir().mkpath(QStringLiteral(BREVAN_ARTIFACT_DIR)));
+    dialog.adjustSize();
+    EXPECT_TRUE(dialog.grab().save(QStringLiteral(BREVAN_ARTIFACT_DIR "/") + name));
+}
+
 // Runs `answer` on the next modal dialog once it is up.
 void OnNextModal(std::function<void(QDialog&)> answer) {
     QTimer::singleShot(0, [answer = std::move(answer)] {
@@ -96,6 +103,7 @@ TEST_F(BatchDialogsTest, FileListChecksRowsSortsThemAndReadsTheAcceptedOnes) {
     EXPECT_TRUE(Child<QLabel>(dialog, "IDC_STATIC_TOTALFILES")->text().contains(QLatin1Char('4')));
     EXPECT_TRUE(ok->isEnabled());
     EXPECT_EQ(host.liveHidden, 0);
+    SavePicture(dialog, "batch_file_list.png");
 
     // The size column: the biggest file last; a second click reverses the order.
     emit list->header()->sectionClicked(2);
@@ -169,6 +177,7 @@ TEST_F(BatchDialogsTest, OptionsDialogKeepsItsRulesAndFiltersNames) {
     EXPECT_FALSE(ok->isEnabled());
     Child<QLineEdit>(dialog, "IDC_EDIT_FOLDER")->setText(QStringLiteral("/out"));
     EXPECT_TRUE(ok->isEnabled());
+    SavePicture(dialog, "batch_output_options.png");
 
     // Results that can only fall on their sources keep the overwrite box checked.
     Child<QRadioButton>(dialog, "IDC_RADIO_SAMEFOLDER")->click();
@@ -227,6 +236,8 @@ TEST(BatchResultDialogTest, PictureAndListFollowTheResult) {
               QStringList{QStringLiteral("/in/x.pdf")});
     EXPECT_EQ(failed.height() - done.height(), 100);
     EXPECT_FALSE(done.findChild<QLabel*>(QStringLiteral("IDC_LINK"))->isVisibleTo(&done));
+    BatchRedactionResultDlg shown({200009, L"Some failed", {L"/in/x.pdf", L"/in/y.pdf"}}, nullptr);
+    SavePicture(shown, "batch_result.png");
 }
 
 }  // namespace
