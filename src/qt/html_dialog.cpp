@@ -2,7 +2,7 @@
 
 #include <QResizeEvent>
 
-#include "app/brevan.h"
+#include "app/page_dialog_services.h"
 #include "logging/async_logger.h"
 #include "page_files.h"
 #include "util/utf.h"
@@ -15,8 +15,8 @@ constexpr int kMinimumHostEngineVersion = 11;
 
 }  // namespace
 
-CHtmlDlg::CHtmlDlg(Brevan& app, QWidget* parent)
-    : HtmlPageDialog(app, PageDialogKind::TaskPane, *this, app.paneViewStream, parent) {
+CHtmlDlg::CHtmlDlg(const PageDialogServices& services, QWidget* parent)
+    : HtmlPageDialog(services, PageDialogKind::TaskPane, *this, services.paneViewStream, parent) {
     setWindowFlags(Qt::Widget);
     EnsurePageFiles();
     if (!hostView_.IsSet())
@@ -33,7 +33,8 @@ void CHtmlDlg::ShowOnline() {
     } else {
         hostView_.Navigate(url_);
     }
-    app_.logger.Log(kLogInfo, "Brevan Auto redact ShowOnlineHtml: %", ToUtf8(hostView_.Location()));
+    services_.logger.Log(kLogInfo, "Brevan Auto redact ShowOnlineHtml: %",
+                         ToUtf8(hostView_.Location()));
 }
 
 // The browser follows the pane's size, without moving.

@@ -8,7 +8,7 @@
 class CHtmlDlg final : public PageDialog, public HtmlPageDialog {
   public:
     // Made as a child of `parent`; starts the browser at once.
-    CHtmlDlg(Brevan& app, QWidget* parent);
+    CHtmlDlg(const PageDialogServices& services, QWidget* parent);
 
     HostWindow Window() const override { return WindowHandle(); }
     void Show() override { show(); }

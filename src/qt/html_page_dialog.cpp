@@ -1,30 +1,33 @@
 #include "html_page_dialog.h"
 
-#include "app/brevan.h"
+#include "app/page_dialog_services.h"
 #include "bridge/page_script.h"
 #include "config/brevan_config.h"
 #include "config/internet_connection.h"
+#include "config/service_config.h"
+#include "host/extension_tables.h"
 #include "host_page_connection.h"
 #include "logging/async_logger.h"
 #include "page_files.h"
 #include "util/utf.h"
 #include "web_browser.h"
 
-HtmlPageDialog::HtmlPageDialog(Brevan& app, PageDialogKind kind, PageDialog& self,
-                               ChannelFileStream& viewStream, QWidget* parent)
+HtmlPageDialog::HtmlPageDialog(const PageDialogServices& services, PageDialogKind kind,
+                               PageDialog& self, ChannelFileStream& viewStream, QWidget* parent)
     : QDialog(parent),
-      app_(app),
+      services_(services),
       kind_(kind),
       self_(self),
-      viewChannel_(app.host(), app.commands(), self, viewStream),
-      scripted_(app.HasHostPageChannel() || (kind == PageDialogKind::Batch &&
-                                             HostPageConnection::FindBatchChannel() != nullptr)) {}
+      viewChannel_(services.host, services.commands, self, viewStream),
+      scripted_(
+          services.hostPage != nullptr ||
+          (kind == PageDialogKind::Batch && HostPageConnection::FindBatchChannel() != nullptr)) {}
 
 HtmlPageDialog::~HtmlPageDialog() {
     if (webViewStarted_)
         browser_.reset();
-    if (app_.browserExt && app_.browserExt->table != nullptr)
-        app_.host().BrowserExtCloseWebPage(app_.browserExt->table, WindowHandle());
+    if (services_.browserExt && services_.browserExt->table != nullptr)
+        services_.host.BrowserExtCloseWebPage(services_.browserExt->table, WindowHandle());
 }
 
 HostWindow HtmlPageDialog::WindowHandle() const {
@@ -36,7 +39,8 @@ const char* HtmlPageDialog::LogPrefix() const {
 }
 
 std::wstring HtmlPageDialog::PageFilePath(PageFile file) const {
-    const std::wstring folder = app_.config ? app_.config->serviceFolder() : std::wstring();
+    const std::wstring folder =
+        services_.config ? services_.config->serviceFolder() : std::wstring();
     return EnsurePageFile(folder, file);
 }
 
@@ -46,11 +50,11 @@ void HtmlPageDialog::EnsurePageFiles() {
 }
 
 int HtmlPageDialog::OpenHostView() {
-    if (scripted_ || !app_.browserExt || app_.browserExt->table == nullptr)
+    if (scripted_ || !services_.browserExt || services_.browserExt->table == nullptr)
         return 0;
     HostWebView view = nullptr;
-    const int opened = app_.host().BrowserExtOpenWebPage(
-        app_.browserExt->table, url_.c_str(), WindowHandle(), &viewChannel_.record(), &view);
+    const int opened = services_.host.BrowserExtOpenWebPage(
+        services_.browserExt->table, url_.c_str(), WindowHandle(), &viewChannel_.record(), &view);
     hostView_ = LentWebView(view);
     return opened;
 }
@@ -59,7 +63,7 @@ void HtmlPageDialog::StartBrowser() {
     browser_.reset();
     if (scripted_)
         return;
-    browser_ = std::make_unique<CWebBrowser>(app_);
+    browser_ = std::make_unique<CWebBrowser>(services_);
     QRect area = rect();
     if (QWidget* parent = parentWidget(); parent != nullptr && !isWindow())
         area = QRect(mapFrom(parent, QPoint(0, 0)), parent->size());
@@ -69,9 +73,9 @@ void HtmlPageDialog::StartBrowser() {
 void HtmlPageDialog::OnBrowserCreated() {
     browser_->SetNavigationCompleted([this] { HideHostView(); });
     browser_->EnableScriptDialogs();
-    BuildPageUrl(app_.host(), app_.config.get(), app_.serviceConfig.get(), app_.accountPage, kind_,
-                 url_);
-    if (IsConnectedToInternet(app_.config.get(), app_.platform()) && !url_.empty()) {
+    BuildPageUrl(services_.host, services_.config.get(), services_.serviceConfig.get(),
+                 services_.accountPage, kind_, url_);
+    if (IsConnectedToInternet(services_.config.get(), services_.platform) && !url_.empty()) {
         // Shown once loaded; meanwhile the host's view, if any, stays in front.
         browser_->hide();
         browser_->Navigate(url_);
@@ -83,12 +87,12 @@ void HtmlPageDialog::OnBrowserCreated() {
 void HtmlPageDialog::Reload(bool rebuild) {
     // The scripted channel's page needs no address, and the service is not asked for one.
     if (!scripted_ && (url_.empty() || rebuild))
-        BuildPageUrl(app_.host(), app_.config.get(), app_.serviceConfig.get(), app_.accountPage,
-                     kind_, url_);
+        BuildPageUrl(services_.host, services_.config.get(), services_.serviceConfig.get(),
+                     services_.accountPage, kind_, url_);
     if (kind_ == PageDialogKind::TaskPane)
-        app_.logger.Log(kLogInfo, "Brevan Auto redact reload page: %", ToUtf8(url_));
+        services_.logger.Log(kLogInfo, "Brevan Auto redact reload page: %", ToUtf8(url_));
     else
-        app_.logger.Log(kLogInfo, "Brevan Batch redact Reload page :: %", ToUtf8(url_));
+        services_.logger.Log(kLogInfo, "Brevan Batch redact Reload page :: %", ToUtf8(url_));
     ShowPage(url_);
 }
 
@@ -102,16 +106,17 @@ void HtmlPageDialog::ShowPage(const std::wstring& address) {
         return;
     }
     url_ = address;
-    if (IsConnectedToInternet(app_.config.get(), app_.platform()) && !url_.empty())
+    if (IsConnectedToInternet(services_.config.get(), services_.platform) && !url_.empty())
         ShowOnline();
     else
         ShowOffline();
 }
 
 void HtmlPageDialog::ShowOffline() {
-    app_.logger.Log(kLogInfo, "% ShowOfflineHtml.", LogPrefix());
+    services_.logger.Log(kLogInfo, "% ShowOfflineHtml.", LogPrefix());
     if (hostView_.IsSet()) {
-        const std::wstring folder = app_.config ? app_.config->serviceFolder() : std::wstring();
+        const std::wstring folder =
+            services_.config ? services_.config->serviceFolder() : std::wstring();
         hostView_.LoadHtml(PageResource(PageFile::Offline), folder);
     }
 }

@@ -15,16 +15,16 @@
 #include "lent_web_view.h"
 #include "page_files.h"
 
-class Brevan;
 class CWebBrowser;
 class PageDialog;
 struct ChannelFileStream;
+struct PageDialogServices;
 
 class HtmlPageDialog : public QDialog {
   public:
     // `self` is the dialog as the rest of the plug-in knows it; `viewStream` is the file stream
     // of its host web view channel.
-    HtmlPageDialog(Brevan& app, PageDialogKind kind, PageDialog& self,
+    HtmlPageDialog(const PageDialogServices& services, PageDialogKind kind, PageDialog& self,
                    ChannelFileStream& viewStream, QWidget* parent);
     // Takes the browser down and gives the host its web view back.
     ~HtmlPageDialog() override;
@@ -56,7 +56,7 @@ class HtmlPageDialog : public QDialog {
     // "Brevan Auto redact" or "Brevan Batch redact".
     const char* LogPrefix() const;
 
-    Brevan& app_;
+    const PageDialogServices& services_;
     const PageDialogKind kind_;
     std::wstring url_;
     LentWebView hostView_;

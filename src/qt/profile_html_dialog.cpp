@@ -1,6 +1,6 @@
 #include "profile_html_dialog.h"
 
-#include "app/brevan.h"
+#include "app/page_dialog_services.h"
 #include "bridge/web_message_channel.h"
 #include "config/page_address.h"
 #include "host_page_connection.h"
@@ -16,19 +16,19 @@ constexpr int kClosed = 2;
 
 }  // namespace
 
-CProfileHtmlDlg::CProfileHtmlDlg(Brevan& app, QWidget* parent)
-    : HtmlPageDialog(app, PageDialogKind::Batch, *this, app.batchViewStream, parent) {
+CProfileHtmlDlg::CProfileHtmlDlg(const PageDialogServices& services, QWidget* parent)
+    : HtmlPageDialog(services, PageDialogKind::Batch, *this, services.batchViewStream, parent) {
     setObjectName(QStringLiteral("CProfileHtmlDlg"));
     setWindowTitle(QStringLiteral("Batch Redaction"));
     setFixedSize(kWidth, kHeight);
     if (QObject* channel = HostPageConnection::FindBatchChannel()) {
         PageDialog& self = *this;
         batchPage_ = std::make_unique<HostPageConnection>(channel);
-        batchChannel_ = std::make_unique<WebMessageChannel>(app.commands(), *batchPage_,
-                                                            app.batchViewStream, &self);
+        batchChannel_ = std::make_unique<WebMessageChannel>(services.commands, *batchPage_,
+                                                            services.batchViewStream, &self);
         batchPage_->SetMessageHandler(
             [this](std::string_view text) { batchChannel_->OnWebMessage(text); });
-        BuildPageUrl(app.host(), app.config.get(), app.serviceConfig.get(), false,
+        BuildPageUrl(services.host, services.config.get(), services.serviceConfig.get(), false,
                      PageDialogKind::Batch, url_);
         return;
     }
@@ -68,18 +68,19 @@ void CProfileHtmlDlg::reject() {
 }
 
 void CProfileHtmlDlg::ShowOnline() {
-    app_.logger.Log(kLogInfo, "Brevan Batch redact start ShowOnlineHtml.");
+    services_.logger.Log(kLogInfo, "Brevan Batch redact start ShowOnlineHtml.");
     if (!hostView_.IsSet()) {
-        app_.logger.Log(kLogInfo, "Brevan Batch redact ShowOnlineHtml OpenWebPage start.");
+        services_.logger.Log(kLogInfo, "Brevan Batch redact ShowOnlineHtml OpenWebPage start.");
         if (OpenHostView() == 0 || !hostView_.IsSet()) {
-            app_.logger.Log(kLogError, "Brevan Batch redact ShowOnlineHtml OpenWebPage error.");
+            services_.logger.Log(kLogError,
+                                 "Brevan Batch redact ShowOnlineHtml OpenWebPage error.");
             return;
         }
         hostView_.Navigate(url_);
-        app_.logger.Log(kLogInfo, "Brevan Batch redact ShowOnlineHtml OpenWebPage done.");
+        services_.logger.Log(kLogInfo, "Brevan Batch redact ShowOnlineHtml OpenWebPage done.");
     } else {
         hostView_.Navigate(url_);
     }
-    app_.logger.Log(kLogInfo, "Brevan Batch redact ShowOnlineHtml :%",
-                    ToUtf8(hostView_.Location()));
+    services_.logger.Log(kLogInfo, "Brevan Batch redact ShowOnlineHtml :%",
+                         ToUtf8(hostView_.Location()));
 }

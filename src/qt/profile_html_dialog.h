@@ -20,7 +20,7 @@ class CProfileHtmlDlg final : public HtmlPageDialog, public BatchPageDialog {
 
   public:
     // A window over `parent`; starts the browser, or the host's view when it can't.
-    CProfileHtmlDlg(Brevan& app, QWidget* parent);
+    CProfileHtmlDlg(const PageDialogServices& services, QWidget* parent);
     ~CProfileHtmlDlg() override;
 
     HostWindow Window() const override { return WindowHandle(); }

@@ -81,12 +81,14 @@ class QtPlatformServices final : public PlatformServices {
         return dialog.Run();
     }
 
-    std::unique_ptr<PageDialog> MakeTaskPaneDialog(Brevan& app, HostWindow parent) override {
-        return std::make_unique<CHtmlDlg>(app, reinterpret_cast<QWidget*>(parent));
+    std::unique_ptr<PageDialog> MakeTaskPaneDialog(const PageDialogServices& services,
+                                                   HostWindow parent) override {
+        return std::make_unique<CHtmlDlg>(services, reinterpret_cast<QWidget*>(parent));
     }
 
-    std::unique_ptr<BatchPageDialog> MakeBatchDialog(Brevan& app, HostWindow parent) override {
-        return std::make_unique<CProfileHtmlDlg>(app, reinterpret_cast<QWidget*>(parent));
+    std::unique_ptr<BatchPageDialog> MakeBatchDialog(const PageDialogServices& services,
+                                                     HostWindow parent) override {
+        return std::make_unique<CProfileHtmlDlg>(services, reinterpret_cast<QWidget*>(parent));
     }
 
     std::optional<BatchChoice> ChooseBatchFiles(HostApi& host, HostWindow parent) override {

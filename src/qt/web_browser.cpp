@@ -15,7 +15,7 @@
 #include <QWebEngineSettings>
 #include <QWebEngineView>
 
-#include "app/brevan.h"
+#include "app/page_dialog_services.h"
 #include "bridge/browser_navigation.h"
 #include "bridge/browser_status.h"
 #include "bridge/web_message_channel.h"
@@ -58,8 +58,8 @@ QUrl AddressOf(const std::wstring& url) {
 
 // Replies go to the browser while it lives.
 struct CWebBrowser::MessageRoute final : PageEndpoint {
-    MessageRoute(Brevan& app, CWebBrowser& browser)
-        : browser(&browser), channel(app.commands(), *this, app.browserStream) {}
+    MessageRoute(const PageDialogServices& services, CWebBrowser& browser)
+        : browser(&browser), channel(services.commands, *this, services.browserStream) {}
     void PostWebMessageAsString(const std::wstring& text) override {
         if (browser)
             browser->PostWebMessageAsString(text);
@@ -73,7 +73,7 @@ struct CWebBrowser::MessageRoute final : PageEndpoint {
     WebMessageChannel channel;
 };
 
-CWebBrowser::CWebBrowser(Brevan& app) : app_(app) {
+CWebBrowser::CWebBrowser(const PageDialogServices& services) : services_(services) {
     callbacks_[kCreationCompleted] = {};
     callbacks_[kNavigationCompleted] = {};
 }
@@ -120,7 +120,7 @@ void CWebBrowser::OnEngineReady() {
     channel_->registerObject(QStringLiteral("webview"), bridge_);
     page_->setWebChannel(channel_, QWebEngineScript::MainWorld);
     page_->scripts().insert(WebViewScript());
-    messages_ = std::make_shared<MessageRoute>(app_, *this);
+    messages_ = std::make_shared<MessageRoute>(services_, *this);
     ResizeToClientArea();
     connect(page_, &QWebEnginePage::loadFinished, this, [this](bool) { OnNavigationCompleted(); });
 

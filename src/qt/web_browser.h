@@ -15,12 +15,12 @@
 
 #include "app/platform_services.h"
 
-class Brevan;
 class BrowserPage;
 class QWebChannel;
 class QWebEngineView;
 class WebMessageChannel;
 class WebViewBridge;
+struct PageDialogServices;
 
 class CWebBrowser final : public QWidget, public PageEndpoint {
   public:
@@ -33,7 +33,7 @@ class CWebBrowser final : public QWidget, public PageEndpoint {
     static constexpr int kStatusNotUp = 6;
     static constexpr int kStatusEmptyScript = 87;
 
-    explicit CWebBrowser(Brevan& app);
+    explicit CWebBrowser(const PageDialogServices& services);
     ~CWebBrowser() override;
     CWebBrowser(const CWebBrowser&) = delete;
     CWebBrowser& operator=(const CWebBrowser&) = delete;
@@ -86,7 +86,7 @@ class CWebBrowser final : public QWidget, public PageEndpoint {
     void OnWebMessage(const QString& text, bool isString);
     void OnNavigationCompleted();
 
-    Brevan& app_;
+    const PageDialogServices& services_;
     std::map<int, Callback> callbacks_;
     QWebEngineView* view_ = nullptr;
     BrowserPage* page_ = nullptr;

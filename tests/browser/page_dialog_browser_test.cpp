@@ -76,7 +76,7 @@ class PaneDialogTest : public testing::Test {
 
     // Makes the pane's dialog as the pane host does, and waits until its browser shows a page.
     CWebBrowser& OpenPane() {
-        dialog = std::make_unique<CHtmlDlg>(app, &window);
+        dialog = std::make_unique<CHtmlDlg>(app.pageDialogServices(), &window);
         app.paneDialogs[kMainWindow] = dialog.get();
         dialog->Reload(false);
         dialog->Show();
@@ -117,7 +117,7 @@ class PaneDialogTest : public testing::Test {
 
 TEST_F(PaneDialogTest, ThePageIsShownServedAndGetsEventsBeforeTheirCommandsReply) {
     PublishTemplate(pageAddress + "?platform=%s");
-    dialog = std::make_unique<CHtmlDlg>(app, &window);
+    dialog = std::make_unique<CHtmlDlg>(app.pageDialogServices(), &window);
     // Before start-up has completed the browser takes no script.
     ASSERT_NE(dialog->browser(), nullptr);
     EXPECT_EQ(dialog->browser()->ExecuteScript(L"1", {}), CWebBrowser::kStatusNotUp);

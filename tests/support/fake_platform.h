@@ -72,11 +72,13 @@ class FakePlatform : public PlatformServices {
     }
 
     // Page dialogs write their calls into `pageDialogLog` as "pane ..." or "batch ...".
-    std::unique_ptr<PageDialog> MakeTaskPaneDialog(Brevan&, HostWindow parent) override {
+    std::unique_ptr<PageDialog> MakeTaskPaneDialog(const PageDialogServices&,
+                                                   HostWindow parent) override {
         pageDialogParents.push_back(parent);
         return std::make_unique<FakePageDialog>(pageDialogLog, "pane");
     }
-    std::unique_ptr<BatchPageDialog> MakeBatchDialog(Brevan&, HostWindow parent) override {
+    std::unique_ptr<BatchPageDialog> MakeBatchDialog(const PageDialogServices&,
+                                                     HostWindow parent) override {
         pageDialogParents.push_back(parent);
         auto dialog = std::make_unique<FakePageDialog>(pageDialogLog, "batch");
         dialog->duringRun = duringBatchPage;

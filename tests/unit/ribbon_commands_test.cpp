@@ -204,7 +204,7 @@ TEST_F(RibbonTest, AutoRedactionOpensThePaneOnHomeAndProfileOnTheAccountPage) {
 TEST_F(RibbonTest, TheInfoStepIsDueOnlyWithoutAWelcomeAndAfterItsDays) {
     host.account.signedIn = true;
     std::time_t now = 0;
-    SignInGate gate(app, [&now] { return now; });
+    SignInGate gate(app.signInGateServices(), [&now] { return now; });
     std::tm day{};
     day.tm_year = 126;
     day.tm_mon = 2;

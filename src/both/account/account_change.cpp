@@ -10,6 +10,8 @@
 
 namespace {
 
+// The host calls the account-change callback with the server's address only, no client data, so
+// the callback reaches the services through this.
 const AccountServices* g_listener = nullptr;
 
 void OnDomainChanged(const wchar_t* server) {

@@ -33,6 +33,10 @@ bool SignInTable::ShowSignIn() const {
     return table_ != nullptr && host_->LoginShowSignIn(table_, L"", 0) != 0;
 }
 
+bool SignInTable::HasWindowOnMainWindow() const {
+    return table_ != nullptr && host_->LoginHasWindow(table_, host_->HostAppGetMainWindow()) != 0;
+}
+
 void SignInTable::RegisterDomainCallback(HostLoginDomainCallback callback) const {
     if (table_ != nullptr)
         host_->LoginRegisterDomainCallback(table_, callback);

@@ -34,6 +34,9 @@ class SignInTable {
     }
     // Shows the host's sign-in window; true when the user went through it.
     bool ShowSignIn() const;
+    // Whether the table counts a window of its own on the host's main window; false without
+    // the table.
+    bool HasWindowOnMainWindow() const;
     void RegisterDomainCallback(HostLoginDomainCallback callback) const;
 
   private:

@@ -44,17 +44,15 @@ TaskPaneParts PanePartsOf(Brevan& app) {
         .browserExt = app.browserExt,
         .dialogs = app.paneDialogs,
         .makeDialog =
-            [&app](HostWindow parent) { return app.platform().MakeTaskPaneDialog(app, parent); },
+            [&app](HostWindow parent) {
+                return app.platform().MakeTaskPaneDialog(app.pageDialogServices(), parent);
+            },
     };
 }
 
 }  // namespace
 
 Brevan::Brevan() : logger(AsyncLogger::Instance()) {
-    batchHost = std::make_unique<BatchSessionHost>(*this);
-    batch = std::make_unique<BatchRedaction>(*batchHost);
-    batchSession = batch.get();
-    AddBatchCommands(commands_, *batch);
     commands_.SetActivityWatch(
         [this] { return progressBar ? &progressBar->activity : static_cast<bool*>(nullptr); });
 }
@@ -62,7 +60,8 @@ Brevan::Brevan() : logger(AsyncLogger::Instance()) {
 Brevan::~Brevan() {
     if (accountServices_)
         StopListeningToAccountChanges(*accountServices_);
-    UnbindRibbonProcedures(*this);
+    if (ribbonServices_)
+        UnbindRibbonProcedures(*ribbonServices_);
     hostPageChannel_.reset();
     hostPage_.reset();
     Delete(browserExt);
@@ -85,7 +84,50 @@ Brevan::~Brevan() {
 void Brevan::Attach(HostApi& host, PlatformServices& platform) {
     host_ = &host;
     platform_ = &platform;
+    pageDialogServices_.emplace(PageDialogServices{
+        .host = host,
+        .platform = platform,
+        .commands = commands_,
+        .logger = logger,
+        .config = config,
+        .serviceConfig = serviceConfig,
+        .browserExt = browserExt,
+        .accountPage = accountPage,
+        .hostPage = hostPage_,
+        .browserStream = browserStream,
+        .paneViewStream = paneViewStream,
+        .batchViewStream = batchViewStream,
+    });
+    signInGateServices_.emplace(SignInGateServices{
+        .host = host,
+        .platform = platform,
+        .config = config,
+        .signInTable = [this] { return signInTable(); },
+    });
+    ribbonServices_.emplace(RibbonServices{
+        .host = host,
+        .signIn = *signInGateServices_,
+        .pane = pane,
+        .accountPage = accountPage,
+        .page = *this,
+        .batch = batch,
+    });
+    AddBatchSession();
     AddFeatureCommands();
+}
+
+void Brevan::AddBatchSession() {
+    batchHost = std::make_unique<BatchSessionHost>(BatchSessionServices{
+        .host = *host_,
+        .platform = *platform_,
+        .pageDialogs = *pageDialogServices_,
+        .config = config,
+        .batchMode = batchMode,
+        .batchDocument = batchDocument,
+    });
+    batch = std::make_unique<BatchRedaction>(*batchHost);
+    batchSession = batch.get();
+    AddBatchCommands(commands_, *batch);
 }
 
 void Brevan::AddFeatureCommands() {
@@ -167,7 +209,7 @@ void Brevan::StartLogger() {
 
 void Brevan::OnMainFrameCreated(HostFrame frame) {
     SetUpInterfaceLanguage();
-    BuildRibbon(host(), frame, RibbonProceduresFor(*this));
+    BuildRibbon(host(), frame, RibbonProceduresFor(*ribbonServices_));
     const HostWindow mainWindow = host().HostAppGetMainWindow();
     if (!panes.contains(mainWindow))
         panes.emplace(mainWindow, std::make_unique<TaskPaneHost>(PanePartsOf(*this), mainWindow));

@@ -10,7 +10,10 @@
 
 #include "account/account_services.h"
 #include "account/sign_in_table.h"
+#include "app/page_dialog_services.h"
 #include "app/platform_services.h"
+#include "app/ribbon_commands.h"
+#include "app/sign_in_gate.h"
 #include "app/task_pane_state.h"
 #include "bridge/command_table.h"
 #include "bridge/page_event_sink.h"
@@ -90,11 +93,12 @@ class Brevan : public PageEventSink {
     // Reloads the page of the active task pane, if it has a dialog, and of the batch dialog while
     // it is up.
     void ReloadPanes(bool rebuild);
-    // Whether the host's scripted page channel stands in for the pane's page.
-    bool HasHostPageChannel() const { return hostPage_ != nullptr; }
 
     // The bridge's commands, each feature's added when the host is bound.
     const CommandTable& commands() const { return commands_; }
+    // What the page dialogs and the sign-in gate use; valid once the host is bound.
+    const PageDialogServices& pageDialogServices() const { return *pageDialogServices_; }
+    const SignInGateServices& signInGateServices() const { return *signInGateServices_; }
 
     std::unique_ptr<SearchResultStore> searchResults;
     std::unique_ptr<BrevanConfig> config;
@@ -113,7 +117,7 @@ class Brevan : public PageEventSink {
     std::unique_ptr<ProgressBarHost> progressBar;
     // The batch session's side of the save and close commands, while a session exists.
     BatchDocumentSession* batchSession = nullptr;
-    // The batch session, for the application's whole life, and its view of the application.
+    // The batch session, from the binding of the host on, and its view of the application.
     std::unique_ptr<BatchSessionHost> batchHost;
     std::unique_ptr<BatchRedaction> batch;
     // The page dialog of each main window's task pane (keyed by HostAppGetMainWindow's handle);
@@ -134,6 +138,7 @@ class Brevan : public PageEventSink {
     void SetUpInterfaceLanguage();
     void StartLogger();
 
+    void AddBatchSession();
     void AddFeatureCommands();
 
     CommandTable commands_;
@@ -148,4 +153,7 @@ class Brevan : public PageEventSink {
     std::optional<DocumentServices> documentServices_;
     std::optional<RedactionServices> redactionServices_;
     std::optional<AccountServices> accountServices_;
+    std::optional<PageDialogServices> pageDialogServices_;
+    std::optional<SignInGateServices> signInGateServices_;
+    std::optional<RibbonServices> ribbonServices_;
 };

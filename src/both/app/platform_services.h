@@ -15,8 +15,8 @@
 #include "bridge/page_endpoint.h"
 #include "host/host_abi.h"
 
-class Brevan;
 class HostApi;
+struct PageDialogServices;
 
 // A file dialog of the platform. The handle is what the host's file-dialog operations take
 // while the dialog lives.
@@ -71,9 +71,11 @@ class PlatformServices : public HttpClient {
     virtual int ShowInfoDialog(HostWindow parent) = 0;
 
     // The page dialog that fills a main window's task pane, made as a child of `parent`.
-    virtual std::unique_ptr<PageDialog> MakeTaskPaneDialog(Brevan& app, HostWindow parent) = 0;
+    virtual std::unique_ptr<PageDialog> MakeTaskPaneDialog(const PageDialogServices& services,
+                                                           HostWindow parent) = 0;
     // The modal page dialog of a batch run, over `parent`.
-    virtual std::unique_ptr<BatchPageDialog> MakeBatchDialog(Brevan& app, HostWindow parent) = 0;
+    virtual std::unique_ptr<BatchPageDialog> MakeBatchDialog(const PageDialogServices& services,
+                                                             HostWindow parent) = 0;
     // The batch's file list and output options, modal over `parent`, checking the files through
     // `host`; the choice when the user ends it with OK.
     virtual std::optional<BatchChoice> ChooseBatchFiles(HostApi& host, HostWindow parent) = 0;

@@ -1,54 +1,55 @@
 #include "ribbon_commands.h"
 
-#include "app/brevan.h"
-#include "app/sign_in_gate.h"
+#include "app/task_pane_state.h"
 #include "batch/batch_redaction.h"
 #include "bridge/page_events.h"
 
 namespace {
 
-Brevan* g_app = nullptr;
+// The host calls an entry's procedures with the entry's own handle and nothing of the plug-in's,
+// so they reach the plug-in through this.
+const RibbonServices* g_ribbon = nullptr;
 
 int AutoRedaction(void*) {
-    if (g_app == nullptr)
+    if (g_ribbon == nullptr)
         return 0;
-    if (SignInGate(*g_app).Pass())
-        OpenTaskPane(*g_app);
+    if (SignInGate(g_ribbon->signIn).Pass())
+        OpenTaskPane(*g_ribbon);
     return 1;
 }
 
 // Enabled while a document is active.
 int AutoRedactionEnabled(void*) {
-    return g_app != nullptr && g_app->host().HostAppGetActiveDoc() != nullptr ? 1 : 0;
+    return g_ribbon != nullptr && g_ribbon->host.HostAppGetActiveDoc() != nullptr ? 1 : 0;
 }
 
 // The batch run starts from the files the user picks, so it is offered only while no document
 // is active.
 int BatchRedactEnabled(void*) {
-    return g_app != nullptr && g_app->host().HostAppGetActiveDoc() == nullptr ? 1 : 0;
+    return g_ribbon != nullptr && g_ribbon->host.HostAppGetActiveDoc() == nullptr ? 1 : 0;
 }
 
 // The batch run follows the gate: the file list, then the page dialog.
 int BatchRedact(void*) {
-    if (g_app == nullptr)
+    if (g_ribbon == nullptr)
         return 0;
-    if (SignInGate(*g_app).Pass() && g_app->batch)
-        g_app->batch->Run();
+    if (SignInGate(g_ribbon->signIn).Pass() && g_ribbon->batch)
+        g_ribbon->batch->Run();
     return 1;
 }
 
 int Profile(void*) {
-    if (g_app == nullptr)
+    if (g_ribbon == nullptr)
         return 0;
-    if (SignInGate(*g_app).Pass())
-        OpenAccountPage(*g_app);
+    if (SignInGate(g_ribbon->signIn).Pass())
+        OpenAccountPage(*g_ribbon);
     return 1;
 }
 
 }  // namespace
 
-RibbonProcedures RibbonProceduresFor(Brevan& app) {
-    g_app = &app;
+RibbonProcedures RibbonProceduresFor(const RibbonServices& services) {
+    g_ribbon = &services;
     RibbonProcedures procedures;
     procedures.autoRedaction = &AutoRedaction;
     procedures.autoRedactionEnabled = &AutoRedactionEnabled;
@@ -58,21 +59,21 @@ RibbonProcedures RibbonProceduresFor(Brevan& app) {
     return procedures;
 }
 
-void UnbindRibbonProcedures(const Brevan& app) {
-    if (g_app == &app)
-        g_app = nullptr;
+void UnbindRibbonProcedures(const RibbonServices& services) {
+    if (g_ribbon == &services)
+        g_ribbon = nullptr;
 }
 
-void OpenTaskPane(Brevan& app) {
-    app.pane.SetShown(true);
-    app.host().HostAppShowPane(Brevan::kTaskPaneName, 1);
-    app.accountPage = false;
-    ChangePageEvent(app).Send();
+void OpenTaskPane(const RibbonServices& services) {
+    services.pane.SetShown(true);
+    services.host.HostAppShowPane(kTaskPaneName, 1);
+    services.accountPage = false;
+    ChangePageEvent(services.page).Send();
 }
 
-void OpenAccountPage(Brevan& app) {
-    app.accountPage = true;
-    app.pane.SetShown(true);
-    app.host().HostAppShowPane(Brevan::kTaskPaneName, 1);
-    ChangePageEvent(app).Send();
+void OpenAccountPage(const RibbonServices& services) {
+    services.accountPage = true;
+    services.pane.SetShown(true);
+    services.host.HostAppShowPane(kTaskPaneName, 1);
+    ChangePageEvent(services.page).Send();
 }

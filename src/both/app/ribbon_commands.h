@@ -1,18 +1,35 @@
 // What the ribbon entries do. Each entry passes the sign-in gate first; "AutoRedaction" then
 // opens the task pane on the page's home, "Profile" on the account page, and "BatchRedact" goes
-// on to the batch run. The host calls the entries' procedures without client data of the
-// plug-in's, so they reach the application object that built the ribbon.
+// on to the batch run.
 #pragma once
 
+#include <memory>
+
 #include "app/ribbon_builder.h"
+#include "app/sign_in_gate.h"
 
-class Brevan;
+class BatchRedaction;
+class PageEventSink;
+class TaskPaneState;
 
-// The procedures that reach `app`, for BuildRibbon. `app` stays the target until it is unbound.
-RibbonProcedures RibbonProceduresFor(Brevan& app);
-// Forgets `app`, so that a later press reaches nothing; for the application's destruction.
-void UnbindRibbonProcedures(const Brevan& app);
+// What the ribbon entries use of the plug-in.
+struct RibbonServices {
+    HostApi& host;
+    const SignInGateServices& signIn;
+    // The user's choice of the pane, and whether it shows the account page.
+    TaskPaneState& pane;
+    bool& accountPage;
+    PageEventSink& page;
+    // The batch session, once the host is bound.
+    const std::unique_ptr<BatchRedaction>& batch;
+};
+
+// The procedures that reach `services`, for BuildRibbon. `services` stays their target until it
+// is unbound.
+RibbonProcedures RibbonProceduresFor(const RibbonServices& services);
+// Forgets `services`, so that a later press reaches nothing; for the application's destruction.
+void UnbindRibbonProcedures(const RibbonServices& services);
 
 // The entries' actions, after the gate.
-void OpenTaskPane(Brevan& app);
-void OpenAccountPage(Brevan& app);
+void OpenTaskPane(const RibbonServices& services);
+void OpenAccountPage(const RibbonServices& services);

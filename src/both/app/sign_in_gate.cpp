@@ -3,9 +3,9 @@
 #include <iomanip>
 #include <sstream>
 
-#include "account/sign_in_table.h"
-#include "app/brevan.h"
+#include "app/platform_services.h"
 #include "config/brevan_config.h"
+#include "config/plugin_sections.h"
 #include "host/host_string.h"
 #include "logging/local_time.h"
 #include "util/utf.h"
@@ -31,15 +31,16 @@ bool ParseStamp(const std::wstring& stamp, std::time_t& time) {
 
 }  // namespace
 
-SignInGate::SignInGate(Brevan& app, Clock now) : app_(app), now_(std::move(now)) {}
+SignInGate::SignInGate(const SignInGateServices& services, Clock now)
+    : services_(services), now_(std::move(now)) {}
 
 bool SignInGate::IsSignedIn() const {
-    const std::wstring base = app_.config ? app_.config->serverAddress : std::wstring();
-    return app_.signInTable().IsSignedIn(base);
+    const std::wstring base = services_.config ? services_.config->serverAddress : std::wstring();
+    return services_.signInTable().IsSignedIn(base);
 }
 
 bool SignInGate::SignIn(bool signedIn) const {
-    return app_.signInTable().ShowSignIn() ? IsSignedIn() : signedIn;
+    return services_.signInTable().ShowSignIn() ? IsSignedIn() : signedIn;
 }
 
 bool SignInGate::Pass() {
@@ -50,12 +51,9 @@ bool SignInGate::Pass() {
             signedIn = SignIn(signedIn);
             passed = signedIn;
             break;
-        case kSignUp: {
-            const HostExtTable table = app_.cloudLogin ? app_.cloudLogin->table : nullptr;
-            passed = table != nullptr &&
-                     app_.host().LoginHasWindow(table, app_.host().HostAppGetMainWindow()) != 0;
+        case kSignUp:
+            passed = services_.signInTable().HasWindowOnMainWindow();
             break;
-        }
         case kCancel:
             passed = false;
             break;
@@ -69,11 +67,11 @@ bool SignInGate::Pass() {
 }
 
 int SignInGate::ShowWelcome(bool welcomeStep, int minDays) {
-    HostApi& host = app_.host();
+    HostApi& host = services_.host;
     const bool signedIn = IsSignedIn();
     const std::time_t now = now_();
     const std::wstring nowText = FromUtf8(FormatTime(LocalTime(now), kStampFormat));
-    const wchar_t* section = Brevan::kPreferencesSection;
+    const wchar_t* section = kPluginPreferencesSection;
     const wchar_t* stampKey = welcomeStep ? kWelcomeKey : kLastTimeKey;
 
     if (!signedIn && welcomeStep) {
@@ -98,6 +96,6 @@ int SignInGate::ShowWelcome(bool welcomeStep, int minDays) {
     }
     const HostWindow parent = host.HostAppGetMainWindow();
     if (welcomeStep)
-        return app_.platform().ShowWelcomeDialog(parent, host.HostAppIsChannelPackage() != 0);
-    return app_.platform().ShowInfoDialog(parent);
+        return services_.platform.ShowWelcomeDialog(parent, host.HostAppIsChannelPackage() != 0);
+    return services_.platform.ShowInfoDialog(parent);
 }

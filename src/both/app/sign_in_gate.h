@@ -5,8 +5,23 @@
 
 #include <ctime>
 #include <functional>
+#include <memory>
 
-class Brevan;
+#include "account/sign_in_table.h"
+
+class BrevanConfig;
+class PlatformServices;
+
+// What the gate uses of the plug-in.
+struct SignInGateServices {
+    HostApi& host;
+    // The welcome and info dialogs.
+    PlatformServices& platform;
+    // The account server's address; null while the plug-in is not initialised.
+    const std::unique_ptr<BrevanConfig>& config;
+    // The host's sign-in table found at import, if any.
+    std::function<SignInTable()> signInTable;
+};
 
 class SignInGate {
   public:
@@ -19,7 +34,7 @@ class SignInGate {
     using Clock = std::function<std::time_t()>;
 
     explicit SignInGate(
-        Brevan& app, Clock now = [] { return std::time(nullptr); });
+        const SignInGateServices& services, Clock now = [] { return std::time(nullptr); });
 
     // Runs the welcome step and the sign-in; true when the command may go on.
     bool Pass();
@@ -36,6 +51,6 @@ class SignInGate {
     // Shows the host's sign-in window; true when the user is signed in afterwards.
     bool SignIn(bool signedIn) const;
 
-    Brevan& app_;
+    const SignInGateServices& services_;
     Clock now_;
 };
