@@ -2,10 +2,9 @@
 // JSON library parsing the same envelope and writing the same reply, with nothing else.
 #include <benchmark/benchmark.h>
 
-#include "app/brevan.h"
+#include "attached_plugin.h"  // tests/support
 #include "bridge/json_text.h"
 #include "bridge/web_message_channel.h"
-#include "fake_platform.h"  // tests/support
 #include "host_api_defaults.h"
 
 namespace {
@@ -31,11 +30,9 @@ class LastReply : public PageEndpoint {
 
 void RoundTrip(benchmark::State& state, const char* envelope) {
     OneDocumentHost host;
-    FakePlatform platform;
-    Brevan app;
-    app.Attach(host, platform);
+    AttachedPlugin plugin(host);
     LastReply endpoint;
-    WebMessageChannel channel(app.commands(), endpoint);
+    WebMessageChannel channel(plugin.app.commands(), endpoint);
     for (auto _ : state) {
         channel.OnWebMessage(envelope);
         benchmark::DoNotOptimize(endpoint.reply.data());

@@ -12,10 +12,9 @@
 #include <string>
 #include <vector>
 
-#include "app/brevan.h"
+#include "attached_plugin.h"  // tests/support
 #include "bridge/web_message_channel.h"
 #include "document/document_registry.h"
-#include "fake_platform.h"  // tests/support
 #include "host/hft_host_api.h"
 #include "host_app.h"
 #include "table_manager.h"
@@ -57,17 +56,15 @@ class LastReply : public PageEndpoint {
 void BM_GetFileStreamThroughBridge(benchmark::State& state) {
     pdfhost::HostApp host(pdfhost::HostOptions{});
     HftHostApi api(pdfhost::TableManager::Abi(), 0);
-    FakePlatform platform;
-    Brevan app;
-    app.Attach(api, platform);
-    if (app.Init() == 0) {
+    AttachedPlugin plugin(api);
+    if (plugin.app.Init() == 0) {
         state.SkipWithError("the plug-in did not start");
         return;
     }
-    const std::wstring id = app.documents->newIdForPath(StreamedFile().wstring());
-    app.documents->bindPath(id, StreamedFile().wstring());
+    const std::wstring id = plugin.app.documents->newIdForPath(StreamedFile().wstring());
+    plugin.app.documents->bindPath(id, StreamedFile().wstring());
     LastReply page;
-    WebMessageChannel channel(app.commands(), page);
+    WebMessageChannel channel(plugin.app.commands(), page);
     const std::string release = R"(["base","releaseFileStream","","r"])";
     std::size_t replyBytes = 0;
     for (auto _ : state) {
@@ -86,7 +83,7 @@ void BM_GetFileStreamThroughBridge(benchmark::State& state) {
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * kFileSize));
     state.counters["reply_chars_per_run"] =
         static_cast<double>(replyBytes) / static_cast<double>(state.iterations());
-    app.Unload();
+    plugin.app.Unload();
 }
 
 void BM_Floor_ReadAndBase64(benchmark::State& state) {

@@ -198,7 +198,7 @@ TEST_F(PaneDialogTest, WithoutANetworkOrWithoutATemplateTheOfflinePageShows) {
 
 TEST_F(PaneDialogTest, TheBatchDialogRunsModallyUntilEndedAlsoWhileHidden) {
     PublishTemplate(pageAddress + "?x=1");
-    CProfileHtmlDlg batch(app, &window);
+    CProfileHtmlDlg batch(app.pageDialogServices(), &window);
     EXPECT_EQ(batch.windowTitle(), QStringLiteral("Batch Redaction"));
 
     // Inside the modal run: wait for the page, hide the window, then end the run.

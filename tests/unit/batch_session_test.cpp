@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <json/value.h>
 
-#include "app/brevan.h"
 #include "batch/batch_redaction.h"
 #include "batch/file_check.h"
 #include "bridge/json_text.h"

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "app/brevan.h"
 #include "config/brevan_config.h"
 #include "config/internet_connection.h"
 #include "config/page_address.h"
 #include "config/service_config.h"
 #include "fake_host.h"
+#include "plugin_fixture.h"
 
 namespace {
 

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "app/brevan.h"
 #include "bridge/page_events.h"
 #include "bridge/page_script.h"
 #include "document/document_registry.h"
 #include "fake_host.h"
 #include "fake_page_dialog.h"
+#include "plugin_fixture.h"
 
 namespace {
 
