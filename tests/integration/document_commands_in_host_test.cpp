@@ -1,7 +1,5 @@
 // The document commands against real PDF files in pdfhost, through the page channel of its
 // scripted mode, byte for byte where the page sees bytes.
-#include <filesystem>
-
 #include "engine/permissions.h"
 #include "plugin_host_fixture.h"
 
@@ -32,27 +30,6 @@ class DocumentCommandsInHostTest : public PluginHostTest {
         return replies.size() == 1 ? replies[0] : "";
     }
 };
-
-TEST_F(DocumentCommandsInHostTest, CurrentDocDescribesTheOpenFileAndANewIdAfterReopening) {
-    const std::string path = MakePdf("report.pdf", TextPdf());
-    ASSERT_GT(Open(path), 0);
-    const Json::Value d = Call("getCurrentDoc")["data"][0];
-    EXPECT_EQ(d["name"].asString(), "report.pdf");
-    EXPECT_EQ(d["filePath"].asString(), path);
-    EXPECT_EQ(d["size"].asUInt64(), std::filesystem::file_size(path));
-    Json::Value close(Json::objectValue);
-    close["host"] = "close";
-    close["doc"] = 1;
-    Line(close);
-    ASSERT_GT(Open(path), 0);
-    EXPECT_NE(CurrentId(), d["id"].asString());
-
-    Json::Value line(Json::objectValue);
-    line["host"] = "new";
-    Line(line);
-    EXPECT_EQ(Call("getCurrentDoc")["data"][0]["filePath"].asString(), "");
-    EXPECT_EQ(Reply("getFilePageCount"), "{\"data\":{\"pageCount\":1},\"ret\":0,\"uuid\":\"c\"}\n");
-}
 
 // Each kind of file gives the page exactly these replies.
 TEST_F(DocumentCommandsInHostTest, RepliesOfEachKindOfFile) {

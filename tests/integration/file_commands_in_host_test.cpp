@@ -132,19 +132,6 @@ TEST_F(FileCommandsInHostTest, SaveInPlaceAndSaveAsWriteTheFiles) {
     EXPECT_EQ(Call("saveDocument", saveAs)["ret"].asInt(), 400025);
 }
 
-TEST_F(FileCommandsInHostTest, PageTextsAreTheLinesOfEachPage) {
-    OpenText("text.pdf", {"Jane Roe", "jane.roe@example.com"});
-    Json::Value params(Json::objectValue);
-    params["pageIndex"] = -1;
-    const Json::Value texts = Call("getFileTexts", params);
-    ASSERT_EQ(texts["ret"].asInt(), 0);
-    ASSERT_EQ(texts["data"].size(), 2u);
-    EXPECT_EQ(texts["data"][0].asString(), "Jane Roe\r\njane.roe@example.com");
-    EXPECT_EQ(texts["data"][1].asString(), "");
-    params["pageIndex"] = 2;
-    EXPECT_EQ(Call("getFileTexts", params)["ret"].asInt(), 400013);
-}
-
 TEST_F(FileCommandsInHostTest, TextFieldValuesComeFromTheSavedFileAndTheCopyGoes) {
     PdfDescription recipe;
     recipe.pages.push_back(PageDescription::TextLines({"Name:"}));

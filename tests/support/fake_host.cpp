@@ -152,47 +152,8 @@ void FakeHost::Close(HostDoc doc) {
     FireDocHook<HostDocHook>(kDocEventClosing, doc);
 }
 
-HostWideString FakeHost::HostWideStringNew() {
-    ++liveStrings;
-    return reinterpret_cast<HostWideString>(new std::wstring());
-}
-int FakeHost::HostWideStringGetLength(HostWideString str) {
-    return static_cast<int>(W(str).size());
-}
-int FakeHost::HostWideStringCompareText(HostWideString str, const wchar_t* text) {
-    return W(str).compare(text);
-}
-HostByteString FakeHost::HostByteStringNew() {
-    ++liveStrings;
-    return reinterpret_cast<HostByteString>(new std::string());
-}
-int FakeHost::HostByteStringGetLength(HostByteString str) {
-    return static_cast<int>(B(str).size());
-}
-
 void FakeHost::HostAppGetUserDataFolder(HostWideString out) {
     W(out) = FromUtf8(userData.string());
-}
-HostResources FakeHost::HostResourcesNew(const wchar_t*) {
-    ++liveResources;
-    return reinterpret_cast<HostResources>(new int(0));
-}
-void FakeHost::HostResourcesDestroy(HostResources resources) {
-    --liveResources;
-    delete reinterpret_cast<int*>(resources);
-}
-void FakeHost::HostAppRegisterDocEvents(HostDocEventRecord* record) {
-    docEventRecords.push_back(record);
-}
-void FakeHost::HostAppUnregisterDocEvents(HostDocEventRecord* record) {
-    docEventRecords.erase(std::remove(docEventRecords.begin(), docEventRecords.end(), record),
-                          docEventRecords.end());
-}
-void FakeHost::HostAppRegisterAppEvents(HostAppEventRecord* record) {
-    appEventRecords.push_back(record);
-}
-void FakeHost::HostMessageShow(const wchar_t* text, int, int, const wchar_t*, int, int) {
-    messages.emplace_back(text);
 }
 int FakeHost::LoginGetToken(HostExtTable, const wchar_t* baseAddress, const wchar_t*,
                             HostWideString token) {
@@ -212,31 +173,11 @@ int FakeHost::LoginGetUserInfo(HostExtTable, const wchar_t*, HostWideString emai
     W(lastName) = account.lastName;
     return 1;
 }
-int FakeHost::LoginGetState(HostExtTable, const wchar_t* baseAddress) {
-    account.stateRequests.emplace_back(baseAddress);
-    return account.signedIn ? 2 : 0;
-}
 int FakeHost::LoginShowSignIn(HostExtTable, const wchar_t* text, int) {
     account.signInTexts.push_back(Text(text));
     if (account.signInAnswer != 0 && account.signInSignsIn)
         account.signedIn = true;
     return account.signInAnswer;
-}
-void FakeHost::LoginRegisterDomainCallback(HostExtTable, HostLoginDomainCallback callback) {
-    account.domainCallback = callback;
-}
-void FakeHost::HostPrefGetString(const wchar_t* section, const wchar_t* key, HostWideString out) {
-    const auto found = preferences.find({section, key});
-    W(out) = found != preferences.end() ? found->second : std::wstring();
-}
-void FakeHost::HostPluginSettingSet(const wchar_t* section, const wchar_t* key,
-                                    const wchar_t* value) {
-    pluginSettings[{section, key}] = value;
-}
-void FakeHost::HostPluginSettingGet(const wchar_t* section, const wchar_t* key, HostWideString out,
-                                    const wchar_t* defaultValue) {
-    const auto found = pluginSettings.find({section, key});
-    W(out) = found != pluginSettings.end() ? found->second : std::wstring(defaultValue);
 }
 void FakeHost::HostAppReportUsage(HostWideString name, HostWideString unused1,
                                   HostWideString unused2, HostWideString type,
@@ -250,23 +191,6 @@ void FakeHost::HostAppReportUsage(HostWideString name, HostWideString unused1,
                                            W(extra1), W(extra2), gapsNull, last});
 }
 
-NdxDoc FakeHost::HostDocGetPdfDoc(HostDoc doc) {
-    return Doc(doc).hasPdf ? reinterpret_cast<NdxDoc>(doc) : nullptr;
-}
-int FakeHost::NDXDocGetPageCount(NdxDoc doc) {
-    return static_cast<int>(reinterpret_cast<FakeDoc*>(doc)->pages.size());
-}
-NdxObject FakeHost::NDXDocGetInfo(NdxDoc doc) {
-    auto& info = reinterpret_cast<FakeDoc*>(doc)->info;
-    return info ? reinterpret_cast<NdxObject>(&*info) : nullptr;
-}
-int FakeHost::NDXPageCountObjects(NdxPage page) {
-    return PdfPage(page).parsed ? static_cast<int>(PdfPage(page).objects.size()) : 0;
-}
-NdxPosition FakeHost::NDXPageGetFirstObjectPos(NdxPage page) {
-    return PdfPage(page).parsed && !PdfPage(page).objects.empty() ? reinterpret_cast<NdxPosition>(1)
-                                                                  : nullptr;
-}
 NdxPageObject FakeHost::NDXPageGetNextObject(NdxPage page, NdxPosition* position) {
     auto index = reinterpret_cast<std::uintptr_t>(*position) - 1;
     auto& objects = PdfPage(page).objects;
@@ -274,9 +198,6 @@ NdxPageObject FakeHost::NDXPageGetNextObject(NdxPage page, NdxPosition* position
         return nullptr;
     *position = index + 1 < objects.size() ? reinterpret_cast<NdxPosition>(index + 2) : nullptr;
     return reinterpret_cast<NdxPageObject>(&objects[index]);
-}
-int FakeHost::NDXPageObjectGetType(NdxPageObject object) {
-    return *reinterpret_cast<int*>(object);
 }
 
 FakeObject* FakeObject::Get(const std::string& key) const {
@@ -294,11 +215,6 @@ std::string Describe(const FakeObject& dict) {
         Print(out, *dict.entries[i].second);
     }
     return out.str();
-}
-
-HostDoc FakeHost::OpenPdf(FakeDoc doc, std::wstring path) {
-    doc.path = std::move(path);
-    return Open(std::move(doc));
 }
 
 void FakeHost::UserDeletes(HostDoc doc, int page, std::size_t position) {
@@ -399,9 +315,6 @@ std::vector<FakeHost::Match> FakeHost::FindIn(const FakePage& page, const std::w
 
 // ---- Strings
 
-int FakeHost::HostByteStringEquals(HostByteString a, HostByteString b) {
-    return B(a) == B(b) ? 1 : 0;
-}
 // ASCII as it is, anything else as UTF-16BE after its byte order mark.
 void FakeHost::HostTextToPdfString(const wchar_t* text, int length, int, HostByteString out) {
     const std::wstring wide(text, static_cast<std::size_t>(length));
@@ -419,41 +332,8 @@ void FakeHost::HostTextToPdfString(const wchar_t* text, int length, int, HostByt
     B(out) = bytes;
 }
 
-// ---- Containers
-
-void FakeHost::HostMapSet(HostMap map, const void* key, void* value) {
-    (*maps_.Find(map))[key] = value;
-}
-int FakeHost::HostPtrArrayGetCount(HostPtrArray array) {
-    return static_cast<int>(ptrArrays_.Find(array)->size());
-}
-void* FakeHost::HostPtrArrayGetAt(HostPtrArray array, int index) {
-    return ptrArrays_.Find(array)->at(static_cast<std::size_t>(index));
-}
-void FakeHost::HostPtrArrayAdd(HostPtrArray array, void* element) {
-    ptrArrays_.Find(array)->push_back(element);
-}
-int FakeHost::NDXRectArrayGetCount(NdxRectArray array) {
-    return static_cast<int>(rectArrays_.Find(array)->size());
-}
-NdxRect FakeHost::NDXRectArrayGetAt(NdxRectArray array, int index) {
-    return rectArrays_.Find(array)->at(static_cast<std::size_t>(index));
-}
-void FakeHost::NDXRectArrayAdd(NdxRectArray array, float l, float b, float r, float t) {
-    rectArrays_.Find(array)->push_back(NdxRect{l, b, r, t});
-}
-void FakeHost::NDXRectInflate(NdxRect* rect, float l, float b, float r, float t) {
-    *rect = NdxRect{rect->left - l, rect->bottom - b, rect->right + r, rect->top + t};
-}
-
 // ---- Application
 
-HostTool FakeHost::HostAppGetToolByName(const char* name) {
-    return hasHandTool && std::string(name) == "Hand" ? H<HostTool>(&handTool_) : nullptr;
-}
-void FakeHost::HostAppSetCurrentTool(HostTool, int persistent) {
-    calls.push_back("SetCurrentTool:" + std::to_string(persistent));
-}
 int FakeHost::HostMessageBox(const wchar_t* text, int buttons, const wchar_t* title, int*,
                              HostWindow parent) {
     messageBoxes.emplace_back(title);
@@ -468,62 +348,17 @@ int FakeHost::HostMessageBox(const wchar_t* text, int buttons, const wchar_t* ti
 
 // ---- Documents, views and selection
 
-void FakeHost::HostDocSetChanged(HostDoc doc) {
-    Doc(doc).modified = true;
-    calls.push_back("SetChanged");
-}
-HostDocView FakeHost::HostDocGetView(HostDoc doc) {
-    FakeDoc* pdf = H<FakeDoc*>(doc);
-    return pdf != nullptr && pdf->hasView ? H<HostDocView>(pdf) : nullptr;
-}
-HostTextSelectTool FakeHost::HostDocGetTextSelectTool(HostDoc doc) {
-    FakeDoc* pdf = H<FakeDoc*>(doc);
-    return pdf != nullptr && pdf->hasTool ? H<HostTextSelectTool>(pdf) : nullptr;
-}
-void FakeHost::HostDocTouchPage(HostDoc, int pageIndex) {
-    calls.push_back("TouchPage:" + std::to_string(pageIndex));
-}
-HostFormEnv FakeHost::HostDocGetInterForm(HostDoc doc) {
-    FakeDoc* pdf = H<FakeDoc*>(doc);
-    return pdf != nullptr && pdf->hasForm ? H<HostFormEnv>(pdf) : nullptr;
-}
-int FakeHost::HostDocReplaceText(HostDoc, int page, int ordinal, const wchar_t* text) {
-    replacements.emplace_back(page, ordinal, text);
-    return 1;
-}
 HostPageView FakeHost::HostDocGetPageView(HostDoc doc, int pageIndex) {
     FakeDoc* pdf = &Doc(doc);
     if (pageIndex < 0 || pageIndex >= static_cast<int>(pdf->pages.size()))
         return nullptr;
     return H<HostPageView>(&pdf->pages[static_cast<std::size_t>(pageIndex)]);
 }
-void FakeHost::HostDocRefreshPageAnnots(HostDoc, int pageIndex, int flags) {
-    calls.push_back("RefreshPageAnnots:" + std::to_string(pageIndex) + ":" + std::to_string(flags));
-}
 HostPageView FakeHost::HostDocViewGetPageView(HostDocView view, int pageIndex) {
     auto& pages = static_cast<FakeDoc*>(static_cast<void*>(view))->pages;
     if (pageIndex < 0 || pageIndex >= static_cast<int>(pages.size()))
         return nullptr;
     return H<HostPageView>(&pages[static_cast<std::size_t>(pageIndex)]);
-}
-void FakeHost::HostDocViewGotoPage(HostDocView view, int pageIndex) {
-    static_cast<FakeDoc*>(static_cast<void*>(view))->currentPage = pageIndex;
-    calls.push_back("GotoPage:" + std::to_string(pageIndex));
-}
-HostPageView FakeHost::HostDocViewGetCurrentPageView(HostDocView view) {
-    return HostDocViewGetPageView(view,
-                                  static_cast<FakeDoc*>(static_cast<void*>(view))->currentPage);
-}
-void FakeHost::HostDocViewInvalidateRect(HostDocView, int l, int t, int r, int b) {
-    repaints.push_back({l, t, r, b});
-}
-int FakeHost::HostPageViewCountAnnots(HostPageView page) {
-    return static_cast<int>(PageOf(page)->annots.size());
-}
-// Device space: twice the page's numbers.
-void FakeHost::HostPageViewPointToDevice(HostPageView, const NdxPoint* point, int* x, int* y) {
-    *x = static_cast<int>(point->x * 2);
-    *y = static_cast<int>(point->y * 2);
 }
 HostAnnot FakeHost::HostPageViewGetAnnot(HostPageView page, int index) {
     auto& annots = PageOf(page)->annots;
@@ -535,14 +370,11 @@ int FakeHost::HostPageViewDeleteAnnot(HostPageView page, HostAnnot annot) {
     calls.push_back("DeleteAnnot");
     auto& annots = PageOf(page)->annots;
     const auto found = std::find(annots.begin(), annots.end(), A(annot));
-    if (refuseDelete || found == annots.end())
+    if (found == annots.end())
         return 0;
     annots.erase(found);
     A(annot)->alive = false;
     return 1;
-}
-void FakeHost::HostPageViewUpdateAnnot(HostPageView, HostAnnot) {
-    calls.push_back("UpdateAnnot");
 }
 HostAnnot FakeHost::HostPageViewAddAnnot(HostPageView page, NdxObject dict, int index) {
     ownedDicts_.erase(dict);
@@ -552,25 +384,6 @@ HostAnnot FakeHost::HostPageViewAddAnnot(HostPageView page, NdxObject dict, int 
     FakeAnnot* annot = NewAnnot(Object(dict));
     PageOf(page)->annots.push_back(annot);
     return H<HostAnnot>(annot);
-}
-int FakeHost::HostPageViewOwnsAnnot(HostPageView page, HostAnnot annot) {
-    const auto& annots = PageOf(page)->annots;
-    return std::find(annots.begin(), annots.end(), A(annot)) != annots.end() ? 1 : 0;
-}
-NdxPage FakeHost::HostPageViewGetPage(HostPageView page) {
-    FakePage* fake = PageOf(page);
-    return fake->available ? H<NdxPage>(fake) : nullptr;
-}
-void FakeHost::HostPageReloadAnnots(HostPageView page) {
-    calls.push_back("ReloadAnnots:" + std::to_string(PageOf(page)->index));
-}
-void FakeHost::HostTextSelectToolClear(HostTextSelectTool) {
-    selection.reset();
-    calls.push_back("ClearSelection");
-}
-void FakeHost::HostTextSelectToolSelectRects(HostTextSelectTool, HostPageView page,
-                                             NdxRectArray rects) {
-    selection = FakeSelection{PageOf(page)->index, *rectArrays_.Find(rects), {}};
 }
 void FakeHost::HostTextSelectToolSelectRanges(HostTextSelectTool, HostMap ranges) {
     FakeSelection chosen;
@@ -606,9 +419,6 @@ void FakeHost::NDXPageParse(NdxPage page, NdxParseOptions) {
     else
         PageOf(page)->parsed = true;
 }
-NdxParseOptions FakeHost::NDXParseOptionsNew(int, int, int, int) {
-    return parseOptions_.Add<NdxParseOptions>();
-}
 int FakeHost::NDXObjectGetType(NdxObject object) {
     const FakeObject* fake = Object(object);
     if (fake == nullptr)
@@ -638,13 +448,6 @@ NdxObject FakeHost::NDXObjectGetDirect(NdxObject object) {
     return fake != nullptr && fake->kind == FakeObject::Kind::kRef ? H<NdxObject>(fake->target)
                                                                    : object;
 }
-void FakeHost::NDXStringGetBytes(NdxObject string, HostByteString out) {
-    const FakeObject* fake = Object(string);
-    B(out) = fake != nullptr ? fake->text : std::string();
-}
-int FakeHost::NDXArrayCount(NdxObject array) {
-    return static_cast<int>(Object(array)->items.size());
-}
 float FakeHost::NDXArrayGetNumber(NdxObject array, int index) {
     const auto& items = Object(array)->items;
     return index >= 0 && index < static_cast<int>(items.size())
@@ -662,10 +465,6 @@ NdxObject FakeHost::NDXDictNew() {
     ownedDicts_.insert(dict);
     return H<NdxObject>(dict);
 }
-NdxObject FakeHost::NDXDictGet(NdxObject dict, const char* key) {
-    const FakeObject* fake = Object(dict);
-    return fake != nullptr ? H<NdxObject>(fake->Get(key)) : nullptr;
-}
 // Strings and names both read as their text; a document's information dictionary is a plain map.
 void FakeHost::NDXDictGetString(NdxObject dict, const char* key, HostByteString out) {
     const FakeObject* fake = Object(dict);
@@ -680,9 +479,6 @@ void FakeHost::NDXDictGetString(NdxObject dict, const char* key, HostByteString 
                                   value->kind == FakeObject::Kind::kName)
                  ? value->text
                  : std::string();
-}
-void FakeHost::NDXDictSetObject(NdxObject dict, const char* key, NdxObject value, NdxDoc) {
-    SetEntry(dict, key, Object(value));
 }
 void FakeHost::NDXDictSetName(NdxObject dict, const char* key, const char* name) {
     FakeObject* value = NewObject(FakeObject::Kind::kName);
@@ -721,10 +517,6 @@ NdxAnnot FakeHost::NDXAnnotNew(NdxObject dict) {
     *copy = *Object(dict);
     return H<NdxAnnot>(NewAnnot(copy));
 }
-void FakeHost::NDXAnnotGetSubtype(NdxAnnot annot, HostByteString out) {
-    const FakeObject* subtype = A(annot)->dict->Get("Subtype");
-    B(out) = subtype != nullptr ? subtype->text : std::string();
-}
 NdxRect FakeHost::NDXAnnotGetRect(NdxAnnot annot) {
     const FakeObject* rect = A(annot)->dict->Get("Rect");
     if (rect == nullptr || rect->items.size() != 4)
@@ -732,25 +524,10 @@ NdxRect FakeHost::NDXAnnotGetRect(NdxAnnot annot) {
     const auto n = [&](std::size_t i) { return static_cast<float>(rect->items[i]->number); };
     return NdxRect{n(0), n(1), n(2), n(3)};
 }
-NdxAnnot FakeHost::NDXAnnotListGetAt(NdxAnnotList list, int index) {
-    return H<NdxAnnot>(PageOf(list)->annots.at(static_cast<std::size_t>(index)));
-}
-int FakeHost::NDXAnnotListCount(NdxAnnotList list) {
-    return static_cast<int>(PageOf(list)->annots.size());
-}
 void FakeHost::NDXAnnotListInsert(NdxAnnotList list, int index, NdxAnnot annot) {
     auto& annots = PageOf(list)->annots;
     if (!listInsertIgnored)
         annots.insert(annots.begin() + index, A(annot));
-}
-HostUndoManager FakeHost::HostUndoGetManager() {
-    return hasUndo ? H<HostUndoManager>(&undoManager_) : nullptr;
-}
-void FakeHost::HostUndoRecordAddAnnot(HostUndoManager, HostAnnot, int a, int b) {
-    calls.push_back("UndoAdd:" + std::to_string(a) + ":" + std::to_string(b));
-}
-void FakeHost::HostUndoRecordDeleteAnnot(HostUndoManager, HostAnnot, int a) {
-    calls.push_back("UndoDelete:" + std::to_string(a));
 }
 
 // ---- Forms: a control is its own field
@@ -764,21 +541,6 @@ NdxFormField FakeHost::NDXInterFormGetField(NdxInterForm form, int, const wchar_
     }
     return nullptr;
 }
-int FakeHost::NDXInterFormCountPageControls(NdxInterForm, NdxPage page) {
-    return static_cast<int>(PageOf(page)->controls.size());
-}
-NdxFormControl FakeHost::NDXInterFormGetPageControl(NdxInterForm, NdxPage page, int index) {
-    return H<NdxFormControl>(&PageOf(page)->controls.at(static_cast<std::size_t>(index)));
-}
-void FakeHost::NDXInterFormSetUpdateAP(NdxInterForm, int update) {
-    calls.push_back("SetUpdateAP:" + std::to_string(update));
-}
-void FakeHost::NDXFormFieldGetFullName(NdxFormField field, HostWideString out) {
-    W(out) = C(field)->name;
-}
-void FakeHost::NDXFormFieldGetValue(NdxFormField field, HostWideString out) {
-    W(out) = C(field)->value;
-}
 int FakeHost::NDXFormFieldSetValue(NdxFormField field, const wchar_t* value, int notify) {
     calls.push_back("SetValue:" + std::to_string(notify));
     if (refuseValue)
@@ -786,32 +548,9 @@ int FakeHost::NDXFormFieldSetValue(NdxFormField field, const wchar_t* value, int
     C(field)->value = value;
     return 1;
 }
-NdxFormField FakeHost::NDXFormControlGetField(NdxFormControl control) {
-    return H<NdxFormField>(control);
-}
-void FakeHost::NDXFormControlGetRect(NdxFormControl control, NdxRect* out) {
-    *out = C(control)->rect;
-}
-NdxInterForm FakeHost::NDXInterFormFromEnvironment(HostFormEnv env) {
-    return static_cast<FakeDoc*>(static_cast<void*>(env))->hasInterForm ? H<NdxInterForm>(env)
-                                                                        : nullptr;
-}
 
 // ---- Text search
 
-NdxTextPage FakeHost::NDXTextPageNew(NdxPage page, int) {
-    return textPages_.Add<NdxTextPage>(TextPage{PageOf(page), false});
-}
-void FakeHost::NDXTextPageParse(NdxTextPage textPage) {
-    textPages_.Find(textPage)->parsed = true;
-}
-int FakeHost::NDXTextPageIsParsed(NdxTextPage textPage) {
-    return textPages_.Find(textPage)->parsed ? 1 : 0;
-}
-NdxTextFind FakeHost::NDXTextFindNew(NdxTextPage textPage) {
-    const TextPage* page = textPages_.Find(textPage);
-    return page->parsed ? finders_.Add<NdxTextFind>(Finder{page->page, {}, -1}) : nullptr;
-}
 int FakeHost::NDXTextFindStart(NdxTextFind find, const wchar_t* text, uint32_t flags, int) {
     Finder* finder = finders_.Find(find);
     if (finder->page->startFails || *text == L'\0')
@@ -819,25 +558,6 @@ int FakeHost::NDXTextFindStart(NdxTextFind find, const wchar_t* text, uint32_t f
     finder->matches = FindIn(*finder->page, text, flags);
     finder->position = -1;
     return 1;
-}
-int FakeHost::NDXTextFindNext(NdxTextFind find) {
-    Finder* finder = finders_.Find(find);
-    return ++finder->position < static_cast<int>(finder->matches.size()) ? 1 : 0;
-}
-void FakeHost::NDXTextFindGetRects(NdxTextFind find, NdxRectArray rects) {
-    const Finder* finder = finders_.Find(find);
-    *rectArrays_.Find(rects) = finder->matches.at(static_cast<std::size_t>(finder->position)).rects;
-}
-int FakeHost::NDXTextFindGetCharIndex(NdxTextFind find) {
-    const Finder* finder = finders_.Find(find);
-    return finder->matches.at(static_cast<std::size_t>(finder->position)).start;
-}
-int FakeHost::NDXTextFindGetCharCount(NdxTextFind find) {
-    const Finder* finder = finders_.Find(find);
-    return finder->matches.at(static_cast<std::size_t>(finder->position)).count;
-}
-NdxFieldFind FakeHost::NDXFieldTextFindNew(NdxDoc, NdxPage page) {
-    return fieldFinders_.Add<NdxFieldFind>(Finder{PageOf(page), {}, -1});
 }
 // One match per occurrence in the value of a text field, its rectangle the control's.
 int FakeHost::NDXFieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
@@ -855,14 +575,6 @@ int FakeHost::NDXFieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint
         }
     }
     return 1;
-}
-int FakeHost::NDXFieldTextFindNext(NdxFieldFind find) {
-    Finder* finder = fieldFinders_.Find(find);
-    return ++finder->position < static_cast<int>(finder->matches.size()) ? 1 : 0;
-}
-void FakeHost::NDXFieldTextFindGetRects(NdxFieldFind find, NdxRectArray rects) {
-    const Finder* finder = fieldFinders_.Find(find);
-    *rectArrays_.Find(rects) = finder->matches.at(static_cast<std::size_t>(finder->position)).rects;
 }
 
 // ---- Redaction: applied Redact annotations leave their pages
@@ -931,22 +643,6 @@ HostProgress FakeHost::HostProgressNew(HostWindow, int flag) {
     progressWindows.back()->flag = flag;
     return reinterpret_cast<HostProgress>(progressWindows.back().get());
 }
-void FakeHost::HostProgressSetText(HostProgress progress, const wchar_t* text) {
-    P(progress).text = text;
-}
-void FakeHost::HostProgressSetRange(HostProgress progress, int low, int high) {
-    P(progress).low = low;
-    P(progress).high = high;
-}
-void FakeHost::HostProgressSetPos(HostProgress progress, int pos) {
-    P(progress).positions.push_back(pos);
-}
-int FakeHost::HostProgressIsCancelled(HostProgress progress) {
-    return P(progress).pumps == cancelAtPump ? 1 : 0;
-}
-void FakeHost::HostProgressSetCancelled(HostProgress progress, int) {
-    P(progress).text += L" (cancel seen)";
-}
 
 // ---- Base64 and string arrays
 
@@ -960,20 +656,6 @@ void FakeHost::HostBase64Encode(HostBase64Encoder encoder, const void* data, int
     const char padding = static_cast<char>(*reinterpret_cast<int*>(encoder));
     B(out) =
         Base64(static_cast<const unsigned char*>(data), static_cast<std::size_t>(size), padding);
-}
-HostStringArray FakeHost::HostStringArrayNew() {
-    ++liveStringArrays;
-    return stringArrays_.Add<HostStringArray>();
-}
-void FakeHost::HostStringArrayDestroy(HostStringArray array) {
-    --liveStringArrays;
-    stringArrays_.Erase(array);
-}
-void FakeHost::HostStringArrayGet(HostStringArray array, int index, HostWideString out) {
-    W(out) = stringArrays_.Find(array)->at(static_cast<std::size_t>(index));
-}
-int FakeHost::HostStringArrayCount(HostStringArray array) {
-    return static_cast<int>(stringArrays_.Find(array)->size());
 }
 
 // ---- Documents
@@ -996,10 +678,6 @@ int FakeHost::HostDocSaveAs(HostDoc doc, const wchar_t* path, int, int,
 }
 void FakeHost::HostDocGetFileName(HostDoc doc, HostWideString out) {
     W(out) = std::filesystem::path(ToUtf8(Doc(doc).path)).filename().wstring();
-}
-void FakeHost::HostDocClose(HostDoc doc, int, int, int) {
-    closedDocs.push_back(doc);
-    Close(doc);
 }
 // A hidden document is not activated, and its model is the one `disk` holds for the file's bytes.
 HostDoc FakeHost::HostDocOpenHidden(const wchar_t* path, const HostOpenHiddenOptions*) {
@@ -1025,10 +703,6 @@ void FakeHost::NDXPageGetTextLines(HostStringArray out, NdxDoc doc, NdxObject pa
             stringArrays_.Find(out)->push_back(line.text);
     }
 }
-NdxFlattener FakeHost::NDXFlattenerNew(NdxDoc doc) {
-    flattenerCalls.push_back("new");
-    return refuseFlattener ? nullptr : reinterpret_cast<NdxFlattener>(doc);
-}
 // Flattening turns every filled text field into a line of its page.
 void FakeHost::NDXFlattenerAddPage(NdxFlattener, NdxPage page, int a, int b) {
     FakePage& flat = PdfPage(page);
@@ -1039,10 +713,6 @@ void FakeHost::NDXFlattenerAddPage(NdxFlattener, NdxPage page, int a, int b) {
             flat.lines.push_back(FakeLine{control.value});
     }
     flat.controls.clear();
-}
-void FakeHost::NDXDocSaveToFile(NdxDoc, const char* utf8Path, int a, int b) {
-    savedToFile.push_back(std::string(utf8Path) + ":" + std::to_string(a) + "," +
-                          std::to_string(b));
 }
 
 // ---- OCR extension
@@ -1158,53 +828,9 @@ void FakeHost::HostRibbonSetEnableProc(HostRibbonItem item, HostRibbonEnableProc
     Node(item)->enable = proc;
 }
 
-void FakeHost::HostRibbonSetKeyTip(HostRibbonItem item, const wchar_t* text) {
-    Node(item)->keyTip = Text(text);
-}
-
-void FakeHost::HostRibbonSetTooltip(HostRibbonItem item, const wchar_t* text) {
-    Node(item)->tooltip = Text(text);
-}
-
-void FakeHost::HostRibbonSetImages(HostRibbonItem item, const wchar_t* largeName,
-                                   const wchar_t* smallName) {
-    Node(item)->largeImage = Text(largeName);
-    Node(item)->smallImage = Text(smallName);
-}
-
-HostRibbonButton FakeHost::HostRibbonItemGetButton(HostRibbonItem item) {
-    return reinterpret_cast<HostRibbonButton>(item);
-}
-
-void FakeHost::HostPrefSetInt(const wchar_t* section, const wchar_t* key, int value) {
-    intPrefs[{section, key}] = value;
-}
-
-void FakeHost::HostPrefSetString(const wchar_t* section, const wchar_t* key, const wchar_t* value) {
-    preferences[{section, key}] = value;
-}
-
-int FakeHost::HostPrefGetInt(const wchar_t* section, const wchar_t* key) {
-    const auto found = intPrefs.find({section, key});
-    return found != intPrefs.end() ? found->second : 0;
-}
-
-HostBubbleSource FakeHost::HostBubbleCreate() {
-    ++liveBubbleSources;
-    return reinterpret_cast<HostBubbleSource>(static_cast<uintptr_t>(0x3000 + liveBubbleSources));
-}
-
 void FakeHost::HostBubbleShow(HostBubbleSource, uint32_t pluginId, int, const wchar_t* text,
                               int milliseconds, int kind, int) {
     bubbles.push_back({Text(text), pluginId, milliseconds, kind});
-}
-
-void FakeHost::HostBubbleRegister(HostBubbleSource source, HostBubbleRecord* record) {
-    bubbleRecords.emplace_back(source, record);
-}
-
-void FakeHost::HostBubbleUnregister(HostBubbleSource source, HostBubbleRecord* record) {
-    std::erase(bubbleRecords, std::make_pair(source, record));
 }
 
 void FakeHost::NotifyBubbles(int ready) {
@@ -1213,11 +839,6 @@ void FakeHost::NotifyBubbles(int ready) {
         const auto notify = reinterpret_cast<HostBubbleNotifyFn>(record->word(kBubbleNotify));
         notify(record->word(kBubbleClientData), ready);
     }
-}
-
-int FakeHost::LoginHasWindow(HostExtTable, HostWindow window) {
-    account.hasWindowCalls.push_back(window);
-    return account.hasWindow;
 }
 
 void FakeHost::HostAppShowPane(const char* paneName, int show) {
@@ -1231,7 +852,7 @@ void FakeHost::HostAppShowPane(const char* paneName, int show) {
         bool& shown = paneShown[record];
         if (show != 0) {
             const auto create = reinterpret_cast<HostPaneCreateFn>(record->word(kPaneCreateWindow));
-            paneWindows.push_back(create(record->word(kPaneClientData), paneParent));
+            create(record->word(kPaneClientData), paneParent);
         } else if (shown) {
             const auto closed = reinterpret_cast<HostPaneClosedFn>(record->word(kPaneClosed));
             closed(record->word(kPaneClientData));

@@ -145,10 +145,6 @@ struct FakeRibbonNode {
     std::wstring title;
     int type = 0;
     int position = -1;
-    std::wstring tooltip;
-    std::wstring keyTip;
-    std::wstring largeImage;
-    std::wstring smallImage;
     HostRibbonExecuteProc execute = nullptr;
     HostRibbonEnableProc enable = nullptr;
     std::vector<std::unique_ptr<FakeRibbonNode>> children;
@@ -182,7 +178,10 @@ class FakeHost : public HostApiDefaults {
 
     // Opens a document and makes it the active one; the handle stays valid until the test ends.
     HostDoc Open(FakeDoc doc);
-    HostDoc OpenPdf(FakeDoc doc, std::wstring path = L"/docs/test.pdf");
+    HostDoc OpenPdf(FakeDoc doc, std::wstring path = L"/docs/test.pdf") {
+        doc.path = std::move(path);
+        return Open(std::move(doc));
+    }
     // Closes a document as the editor does: the closing hooks run, then another becomes active.
     void Close(HostDoc doc);
     FakeDoc& Doc(HostDoc doc) { return *reinterpret_cast<FakeDoc*>(doc); }
@@ -238,7 +237,6 @@ class FakeHost : public HostApiDefaults {
     std::vector<std::pair<HostWindow, HostPaneRecord*>> paneRecords;
     HostWindow paneParent = reinterpret_cast<HostWindow>(0x4000);
     std::map<HostPaneRecord*, bool> paneShown;
-    std::vector<HostWindow> paneWindows;  // what the records' window callbacks gave
     std::vector<std::pair<HostBubbleSource, HostBubbleRecord*>> bubbleRecords;
     struct Bubble {
         std::wstring text;
@@ -247,14 +245,10 @@ class FakeHost : public HostApiDefaults {
         int style;
     };
     std::vector<Bubble> bubbles;
-    int liveBubbleSources = 0;
 
     // Documents: knobs and records
     bool refuseAdd = false;
-    bool refuseDelete = false;
     bool listInsertIgnored = false;
-    bool hasUndo = true;
-    bool hasHandTool = true;
     bool applyFails = false;
     bool refuseValue = false;
     std::deque<int> messageBoxAnswers;       // an empty queue answers Cancel
@@ -293,46 +287,86 @@ class FakeHost : public HostApiDefaults {
     std::wstring ocrLanguage;  // of the last recognised page
 
     // Strings
-    HostWideString HostWideStringNew() override;
+    HostWideString HostWideStringNew() override {
+        ++liveStrings;
+        return reinterpret_cast<HostWideString>(new std::wstring());
+    }
     void HostWideStringDelete(HostWideString str) override {
         --liveStrings;
         delete &W(str);
     }
-    int HostWideStringGetLength(HostWideString str) override;
-    int HostWideStringCompareText(HostWideString str, const wchar_t* text) override;
+    int HostWideStringGetLength(HostWideString str) override {
+        return static_cast<int>(W(str).size());
+    }
+    int HostWideStringCompareText(HostWideString str, const wchar_t* text) override {
+        return W(str).compare(text);
+    }
     void HostWideStringSet(HostWideString str, const wchar_t* text) override { W(str) = text; }
     const wchar_t* HostWideStringData(HostWideString str) override { return W(str).c_str(); }
-    HostByteString HostByteStringNew() override;
+    HostByteString HostByteStringNew() override {
+        ++liveStrings;
+        return reinterpret_cast<HostByteString>(new std::string());
+    }
     void HostByteStringDelete(HostByteString str) override {
         --liveStrings;
         delete &B(str);
     }
-    int HostByteStringGetLength(HostByteString str) override;
+    int HostByteStringGetLength(HostByteString str) override {
+        return static_cast<int>(B(str).size());
+    }
     const char* HostByteStringData(HostByteString str) override { return B(str).c_str(); }
     void HostByteStringSet(HostByteString str, const char* text) override { B(str) = text; }
     void HostByteStringAppendText(HostByteString str, const char* text) override { B(str) += text; }
-    int HostByteStringEquals(HostByteString a, HostByteString b) override;
+    int HostByteStringEquals(HostByteString a, HostByteString b) override {
+        return B(a) == B(b) ? 1 : 0;
+    }
     void HostTextToPdfString(const wchar_t* text, int length, int, HostByteString out) override;
 
     // Containers
     HostMap HostMapNew(int) override { return maps_.Add<HostMap>(); }
     void HostMapDestroy(HostMap map) override { maps_.Erase(map); }
-    void HostMapSet(HostMap map, const void* key, void* value) override;
+    void HostMapSet(HostMap map, const void* key, void* value) override {
+        (*maps_.Find(map))[key] = value;
+    }
     HostPtrArray HostPtrArrayNew() override { return ptrArrays_.Add<HostPtrArray>(); }
     void HostPtrArrayDestroy(HostPtrArray array) override { ptrArrays_.Erase(array); }
-    int HostPtrArrayGetCount(HostPtrArray array) override;
-    void* HostPtrArrayGetAt(HostPtrArray array, int index) override;
-    void HostPtrArrayAdd(HostPtrArray array, void* element) override;
+    int HostPtrArrayGetCount(HostPtrArray array) override {
+        return static_cast<int>(ptrArrays_.Find(array)->size());
+    }
+    void* HostPtrArrayGetAt(HostPtrArray array, int index) override {
+        return ptrArrays_.Find(array)->at(static_cast<std::size_t>(index));
+    }
+    void HostPtrArrayAdd(HostPtrArray array, void* element) override {
+        ptrArrays_.Find(array)->push_back(element);
+    }
     NdxRectArray NDXRectArrayNew() override { return rectArrays_.Add<NdxRectArray>(); }
     void NDXRectArrayDestroy(NdxRectArray array) override { rectArrays_.Erase(array); }
-    int NDXRectArrayGetCount(NdxRectArray array) override;
-    NdxRect NDXRectArrayGetAt(NdxRectArray array, int index) override;
-    void NDXRectArrayAdd(NdxRectArray array, float l, float b, float r, float t) override;
-    void NDXRectInflate(NdxRect* rect, float l, float b, float r, float t) override;
-    HostStringArray HostStringArrayNew() override;
-    void HostStringArrayDestroy(HostStringArray array) override;
-    void HostStringArrayGet(HostStringArray array, int index, HostWideString out) override;
-    int HostStringArrayCount(HostStringArray array) override;
+    int NDXRectArrayGetCount(NdxRectArray array) override {
+        return static_cast<int>(rectArrays_.Find(array)->size());
+    }
+    NdxRect NDXRectArrayGetAt(NdxRectArray array, int index) override {
+        return rectArrays_.Find(array)->at(static_cast<std::size_t>(index));
+    }
+    void NDXRectArrayAdd(NdxRectArray array, float l, float b, float r, float t) override {
+        rectArrays_.Find(array)->push_back(NdxRect{l, b, r, t});
+    }
+    void NDXRectInflate(NdxRect* rect, float l, float b, float r, float t) override {
+        *rect = NdxRect{rect->left - l, rect->bottom - b, rect->right + r, rect->top + t};
+    }
+    HostStringArray HostStringArrayNew() override {
+        ++liveStringArrays;
+        return stringArrays_.Add<HostStringArray>();
+    }
+    void HostStringArrayDestroy(HostStringArray array) override {
+        --liveStringArrays;
+        stringArrays_.Erase(array);
+    }
+    void HostStringArrayGet(HostStringArray array, int index, HostWideString out) override {
+        W(out) = stringArrays_.Find(array)->at(static_cast<std::size_t>(index));
+    }
+    int HostStringArrayCount(HostStringArray array) override {
+        return static_cast<int>(stringArrays_.Find(array)->size());
+    }
     HostBase64Encoder HostBase64EncoderNew(int paddingChar) override;
     void HostBase64EncoderDestroy(HostBase64Encoder) override { --liveEncoders; }
     void HostBase64Encode(HostBase64Encoder encoder, const void* data, int64_t size,
@@ -342,8 +376,14 @@ class FakeHost : public HostApiDefaults {
     void HostAppGetUserDataFolder(HostWideString out) override;
     void HostAppGetLanguage(HostWideString out) override { W(out) = language; }
     void HostAppGetVersion(HostWideString out) override { W(out) = L"1.2.3"; }
-    HostResources HostResourcesNew(const wchar_t* modulePath) override;
-    void HostResourcesDestroy(HostResources resources) override;
+    HostResources HostResourcesNew(const wchar_t*) override {
+        ++liveResources;
+        return reinterpret_cast<HostResources>(new int(0));
+    }
+    void HostResourcesDestroy(HostResources resources) override {
+        --liveResources;
+        delete reinterpret_cast<int*>(resources);
+    }
     HostDoc HostAppGetActiveDoc() override { return active; }
     int HostAppGetDocCount() override { return static_cast<int>(open_.size()); }
     HostDoc HostAppGetDocByIndex(int index) override {
@@ -351,31 +391,60 @@ class FakeHost : public HostApiDefaults {
                    ? open_[static_cast<std::size_t>(index)]
                    : nullptr;
     }
-    void HostAppRegisterDocEvents(HostDocEventRecord* record) override;
-    void HostAppUnregisterDocEvents(HostDocEventRecord* record) override;
-    void HostAppRegisterAppEvents(HostAppEventRecord* record) override;
+    void HostAppRegisterDocEvents(HostDocEventRecord* record) override {
+        docEventRecords.push_back(record);
+    }
+    void HostAppUnregisterDocEvents(HostDocEventRecord* record) override {
+        docEventRecords.erase(std::remove(docEventRecords.begin(), docEventRecords.end(), record),
+                              docEventRecords.end());
+    }
+    void HostAppRegisterAppEvents(HostAppEventRecord* record) override {
+        appEventRecords.push_back(record);
+    }
     HostWindow HostAppGetMainWindow() override { return mainWindow; }
     void HostAppRegisterPane(HostPaneRecord* record) override {
         paneRecords.emplace_back(mainWindow, record);
     }
     void HostAppShowPane(const char* paneName, int show) override;
     int HostAppIsChannelPackage() override { return channelPackage ? 1 : 0; }
-    void HostMessageShow(const wchar_t* text, int, int, const wchar_t*, int, int) override;
+    void HostMessageShow(const wchar_t* text, int, int, const wchar_t*, int, int) override {
+        messages.emplace_back(text);
+    }
     int HostMessageBox(const wchar_t* text, int buttons, const wchar_t* title, int* check,
                        HostWindow parent) override;
-    HostTool HostAppGetToolByName(const char* name) override;
-    void HostAppSetCurrentTool(HostTool tool, int persistent) override;
+    HostTool HostAppGetToolByName(const char* name) override {
+        return std::string(name) == "Hand" ? H<HostTool>(&handTool_) : nullptr;
+    }
+    void HostAppSetCurrentTool(HostTool, int persistent) override {
+        calls.push_back("SetCurrentTool:" + std::to_string(persistent));
+    }
     void HostAppGetName(HostByteString out) override { B(out) = "FakeEditor"; }
     void HostAppGetType(HostByteString out) override { B(out) = "editor"; }
-    void HostPrefSetInt(const wchar_t* section, const wchar_t* key, int value) override;
-    int HostPrefGetInt(const wchar_t* section, const wchar_t* key) override;
+    void HostPrefSetInt(const wchar_t* section, const wchar_t* key, int value) override {
+        intPrefs[{section, key}] = value;
+    }
+    int HostPrefGetInt(const wchar_t* section, const wchar_t* key) override {
+        const auto found = intPrefs.find({section, key});
+        return found != intPrefs.end() ? found->second : 0;
+    }
     void HostPrefSetString(const wchar_t* section, const wchar_t* key,
-                           const wchar_t* value) override;
-    void HostPrefGetString(const wchar_t* section, const wchar_t* key, HostWideString out) override;
+                           const wchar_t* value) override {
+        preferences[{section, key}] = value;
+    }
+    void HostPrefGetString(const wchar_t* section, const wchar_t* key,
+                           HostWideString out) override {
+        const auto found = preferences.find({section, key});
+        W(out) = found != preferences.end() ? found->second : std::wstring();
+    }
     void HostPluginSettingSet(const wchar_t* section, const wchar_t* key,
-                              const wchar_t* value) override;
+                              const wchar_t* value) override {
+        pluginSettings[{section, key}] = value;
+    }
     void HostPluginSettingGet(const wchar_t* section, const wchar_t* key, HostWideString out,
-                              const wchar_t* defaultValue) override;
+                              const wchar_t* defaultValue) override {
+        const auto found = pluginSettings.find({section, key});
+        W(out) = found != pluginSettings.end() ? found->second : std::wstring(defaultValue);
+    }
     void HostAppReportUsage(HostWideString name, HostWideString unused1, HostWideString unused2,
                             HostWideString type, HostWideString unused3, HostWideString unused4,
                             HostWideString details, HostWideString module, HostWideString version,
@@ -390,10 +459,18 @@ class FakeHost : public HostApiDefaults {
     int LoginGetUserInfo(HostExtTable table, const wchar_t* baseAddress, HostWideString email,
                          HostWideString userId, HostWideString firstName,
                          HostWideString lastName) override;
-    int LoginGetState(HostExtTable table, const wchar_t* baseAddress) override;
+    int LoginGetState(HostExtTable, const wchar_t* baseAddress) override {
+        account.stateRequests.emplace_back(baseAddress);
+        return account.signedIn ? 2 : 0;
+    }
     int LoginShowSignIn(HostExtTable table, const wchar_t* text, int flags) override;
-    int LoginHasWindow(HostExtTable table, HostWindow window) override;
-    void LoginRegisterDomainCallback(HostExtTable table, HostLoginDomainCallback callback) override;
+    int LoginHasWindow(HostExtTable, HostWindow window) override {
+        account.hasWindowCalls.push_back(window);
+        return account.hasWindow;
+    }
+    void LoginRegisterDomainCallback(HostExtTable, HostLoginDomainCallback callback) override {
+        account.domainCallback = callback;
+    }
     int OcrRecognizePage(HostExtTable table, NdxPage page, HostOcrOptions* options,
                          int flags) override;
     int OcrShowDialog(HostExtTable table, HostWindow parent, HostOcrOptions* options,
@@ -415,29 +492,47 @@ class FakeHost : public HostApiDefaults {
                                         int d) override;
     void HostRibbonSetExecuteProc(HostRibbonItem item, HostRibbonExecuteProc proc) override;
     void HostRibbonSetEnableProc(HostRibbonItem item, HostRibbonEnableProc proc) override;
-    void HostRibbonSetKeyTip(HostRibbonItem item, const wchar_t* text) override;
-    void HostRibbonSetTooltip(HostRibbonItem item, const wchar_t* text) override;
-    void HostRibbonSetImages(HostRibbonItem item, const wchar_t* largeName,
-                             const wchar_t* smallName) override;
-    HostRibbonButton HostRibbonItemGetButton(HostRibbonItem item) override;
-    HostBubbleSource HostBubbleCreate() override;
+    HostRibbonButton HostRibbonItemGetButton(HostRibbonItem item) override {
+        return reinterpret_cast<HostRibbonButton>(item);
+    }
+    HostBubbleSource HostBubbleCreate() override {
+        static uintptr_t sources = 0x3000;
+        return reinterpret_cast<HostBubbleSource>(++sources);
+    }
     void HostBubbleShow(HostBubbleSource source, uint32_t pluginId, int a, const wchar_t* text,
                         int milliseconds, int kind, int b) override;
-    void HostBubbleRegister(HostBubbleSource source, HostBubbleRecord* record) override;
-    void HostBubbleUnregister(HostBubbleSource source, HostBubbleRecord* record) override;
+    void HostBubbleRegister(HostBubbleSource source, HostBubbleRecord* record) override {
+        bubbleRecords.emplace_back(source, record);
+    }
+    void HostBubbleUnregister(HostBubbleSource source, HostBubbleRecord* record) override {
+        std::erase(bubbleRecords, std::make_pair(source, record));
+    }
 
     // Progress window
     HostProgress HostProgressNew(HostWindow parent, int flag) override;
-    void HostProgressSetText(HostProgress progress, const wchar_t* text) override;
-    void HostProgressSetRange(HostProgress progress, int low, int high) override;
-    void HostProgressSetPos(HostProgress progress, int pos) override;
+    void HostProgressSetText(HostProgress progress, const wchar_t* text) override {
+        P(progress).text = text;
+    }
+    void HostProgressSetRange(HostProgress progress, int low, int high) override {
+        P(progress).low = low;
+        P(progress).high = high;
+    }
+    void HostProgressSetPos(HostProgress progress, int pos) override {
+        P(progress).positions.push_back(pos);
+    }
     void HostProgressPump(HostProgress progress) override { ++P(progress).pumps; }
-    int HostProgressIsCancelled(HostProgress progress) override;
-    void HostProgressSetCancelled(HostProgress progress, int cancelled) override;
+    int HostProgressIsCancelled(HostProgress progress) override {
+        return P(progress).pumps == cancelAtPump ? 1 : 0;
+    }
+    void HostProgressSetCancelled(HostProgress progress, int) override {
+        P(progress).text += L" (cancel seen)";
+    }
     void HostProgressDestroy(HostProgress progress) override { P(progress).destroyed = true; }
 
     // Documents, views and selection
-    NdxDoc HostDocGetPdfDoc(HostDoc doc) override;
+    NdxDoc HostDocGetPdfDoc(HostDoc doc) override {
+        return Doc(doc).hasPdf ? reinterpret_cast<NdxDoc>(doc) : nullptr;
+    }
     int HostDocIsModified(HostDoc doc) override {
         if (Doc(doc).faulty)
             throw std::bad_alloc();
@@ -450,122 +545,263 @@ class FakeHost : public HostApiDefaults {
     int HostDocSave(HostDoc doc, int a, int b, int c, int d) override;
     int HostDocSaveAs(HostDoc doc, const wchar_t* path, int a, int b,
                       const HostSaveAsOptions* options) override;
-    void HostDocClose(HostDoc doc, int keepOpenCheck, int a, int b) override;
+    void HostDocClose(HostDoc doc, int, int, int) override {
+        closedDocs.push_back(doc);
+        Close(doc);
+    }
     HostDoc HostDocOpenHidden(const wchar_t* path, const HostOpenHiddenOptions* options) override;
-    void HostDocSetChanged(HostDoc doc) override;
-    HostDocView HostDocGetView(HostDoc doc) override;
-    HostTextSelectTool HostDocGetTextSelectTool(HostDoc doc) override;
-    void HostDocTouchPage(HostDoc doc, int pageIndex) override;
+    void HostDocSetChanged(HostDoc doc) override {
+        Doc(doc).modified = true;
+        calls.push_back("SetChanged");
+    }
+    HostDocView HostDocGetView(HostDoc doc) override {
+        FakeDoc* pdf = H<FakeDoc*>(doc);
+        return pdf != nullptr && pdf->hasView ? H<HostDocView>(pdf) : nullptr;
+    }
+    HostTextSelectTool HostDocGetTextSelectTool(HostDoc doc) override {
+        FakeDoc* pdf = H<FakeDoc*>(doc);
+        return pdf != nullptr && pdf->hasTool ? H<HostTextSelectTool>(pdf) : nullptr;
+    }
+    void HostDocTouchPage(HostDoc, int pageIndex) override {
+        calls.push_back("TouchPage:" + std::to_string(pageIndex));
+    }
     int HostDocIsAnnotAlive(HostDoc, HostAnnot annot) override { return A(annot)->alive ? 1 : 0; }
-    HostFormEnv HostDocGetInterForm(HostDoc doc) override;
-    int HostDocReplaceText(HostDoc doc, int page, int ordinal, const wchar_t* text) override;
+    HostFormEnv HostDocGetInterForm(HostDoc doc) override {
+        FakeDoc* pdf = H<FakeDoc*>(doc);
+        return pdf != nullptr && pdf->hasForm ? H<HostFormEnv>(pdf) : nullptr;
+    }
+    int HostDocReplaceText(HostDoc, int page, int ordinal, const wchar_t* text) override {
+        replacements.emplace_back(page, ordinal, text);
+        return 1;
+    }
     HostPageView HostDocGetPageView(HostDoc doc, int pageIndex) override;
-    void HostDocRefreshPageAnnots(HostDoc doc, int pageIndex, int flags) override;
+    void HostDocRefreshPageAnnots(HostDoc, int pageIndex, int flags) override {
+        calls.push_back("RefreshPageAnnots:" + std::to_string(pageIndex) + ":" +
+                        std::to_string(flags));
+    }
     HostPageView HostDocViewGetPageView(HostDocView view, int pageIndex) override;
-    void HostDocViewGotoPage(HostDocView view, int pageIndex) override;
-    HostPageView HostDocViewGetCurrentPageView(HostDocView view) override;
+    void HostDocViewGotoPage(HostDocView view, int pageIndex) override {
+        static_cast<FakeDoc*>(static_cast<void*>(view))->currentPage = pageIndex;
+        calls.push_back("GotoPage:" + std::to_string(pageIndex));
+    }
+    HostPageView HostDocViewGetCurrentPageView(HostDocView view) override {
+        return HostDocViewGetPageView(view,
+                                      static_cast<FakeDoc*>(static_cast<void*>(view))->currentPage);
+    }
     void HostDocViewScrollTo(HostDocView, int x, int y) override { scrolls.emplace_back(x, y); }
-    void HostDocViewInvalidateRect(HostDocView view, int l, int t, int r, int b) override;
-    int HostPageViewCountAnnots(HostPageView page) override;
-    void HostPageViewPointToDevice(HostPageView page, const NdxPoint* point, int* x,
-                                   int* y) override;
+    void HostDocViewInvalidateRect(HostDocView, int l, int t, int r, int b) override {
+        repaints.push_back({l, t, r, b});
+    }
+    int HostPageViewCountAnnots(HostPageView page) override {
+        return static_cast<int>(PageOf(page)->annots.size());
+    }
+    // Device space: twice the page's numbers.
+    void HostPageViewPointToDevice(HostPageView, const NdxPoint* point, int* x, int* y) override {
+        *x = static_cast<int>(point->x * 2);
+        *y = static_cast<int>(point->y * 2);
+    }
     NdxRect HostPageViewGetVisibleRect(HostPageView page) override { return PageOf(page)->visible; }
     HostAnnot HostPageViewGetAnnot(HostPageView page, int index) override;
     int HostPageViewDeleteAnnot(HostPageView page, HostAnnot annot) override;
-    void HostPageViewUpdateAnnot(HostPageView page, HostAnnot annot) override;
+    void HostPageViewUpdateAnnot(HostPageView, HostAnnot) override {
+        calls.push_back("UpdateAnnot");
+    }
     HostAnnot HostPageViewAddAnnot(HostPageView page, NdxObject dict, int index) override;
-    int HostPageViewOwnsAnnot(HostPageView page, HostAnnot annot) override;
-    NdxPage HostPageViewGetPage(HostPageView page) override;
-    void HostPageReloadAnnots(HostPageView page) override;
-    void HostTextSelectToolClear(HostTextSelectTool tool) override;
-    void HostTextSelectToolSelectRects(HostTextSelectTool tool, HostPageView page,
-                                       NdxRectArray rects) override;
+    int HostPageViewOwnsAnnot(HostPageView page, HostAnnot annot) override {
+        const auto& annots = PageOf(page)->annots;
+        return std::find(annots.begin(), annots.end(), A(annot)) != annots.end() ? 1 : 0;
+    }
+    NdxPage HostPageViewGetPage(HostPageView page) override {
+        FakePage* fake = PageOf(page);
+        return fake->available ? H<NdxPage>(fake) : nullptr;
+    }
+    void HostPageReloadAnnots(HostPageView page) override {
+        calls.push_back("ReloadAnnots:" + std::to_string(PageOf(page)->index));
+    }
+    void HostTextSelectToolClear(HostTextSelectTool) override {
+        selection.reset();
+        calls.push_back("ClearSelection");
+    }
+    void HostTextSelectToolSelectRects(HostTextSelectTool, HostPageView page,
+                                       NdxRectArray rects) override {
+        selection = FakeSelection{PageOf(page)->index, *rectArrays_.Find(rects), {}};
+    }
     void HostTextSelectToolSelectRanges(HostTextSelectTool tool, HostMap ranges) override;
 
     // PDF documents, pages and objects
-    int NDXDocGetPageCount(NdxDoc doc) override;
-    NdxObject NDXDocGetInfo(NdxDoc doc) override;
+    int NDXDocGetPageCount(NdxDoc doc) override {
+        return static_cast<int>(reinterpret_cast<FakeDoc*>(doc)->pages.size());
+    }
+    NdxObject NDXDocGetInfo(NdxDoc doc) override {
+        auto& info = reinterpret_cast<FakeDoc*>(doc)->info;
+        return info ? reinterpret_cast<NdxObject>(&*info) : nullptr;
+    }
     NdxObject NDXDocGetPage(NdxDoc doc, int pageIndex) override;
-    void NDXDocSaveToFile(NdxDoc doc, const char* utf8Path, int a, int b) override;
+    void NDXDocSaveToFile(NdxDoc, const char* utf8Path, int a, int b) override {
+        savedToFile.push_back(std::string(utf8Path) + ":" + std::to_string(a) + "," +
+                              std::to_string(b));
+    }
     NdxPage NDXPageNew() override { return tempPages_.Add<NdxPage>(); }
     void NDXPageDestroy(NdxPage page) override { tempPages_.Erase(page); }
     int NDXPageIsParsed(NdxPage page) override;
     void NDXPageLoad(NdxPage page, NdxDoc doc, NdxObject pageDict, int flags) override;
     void NDXPageParse(NdxPage page, NdxParseOptions options) override;
-    int NDXPageCountObjects(NdxPage page) override;
-    NdxPosition NDXPageGetFirstObjectPos(NdxPage page) override;
+    int NDXPageCountObjects(NdxPage page) override {
+        return PdfPage(page).parsed ? static_cast<int>(PdfPage(page).objects.size()) : 0;
+    }
+    NdxPosition NDXPageGetFirstObjectPos(NdxPage page) override {
+        return PdfPage(page).parsed && !PdfPage(page).objects.empty()
+                   ? reinterpret_cast<NdxPosition>(1)
+                   : nullptr;
+    }
     NdxPageObject NDXPageGetNextObject(NdxPage page, NdxPosition* position) override;
-    int NDXPageObjectGetType(NdxPageObject object) override;
+    int NDXPageObjectGetType(NdxPageObject object) override {
+        return *reinterpret_cast<int*>(object);
+    }
     void NDXPageGetTextLines(HostStringArray out, NdxDoc doc, NdxObject pageDict, int a,
                              int b) override;
-    NdxParseOptions NDXParseOptionsNew(int a, int b, int c, int d) override;
+    NdxParseOptions NDXParseOptionsNew(int, int, int, int) override {
+        return parseOptions_.Add<NdxParseOptions>();
+    }
     void NDXParseOptionsDestroy(NdxParseOptions options) override { parseOptions_.Erase(options); }
     int NDXObjectGetType(NdxObject object) override;
     void NDXObjectDestroy(NdxObject object) override;
     NdxObject NDXObjectGetDirect(NdxObject object) override;
-    void NDXStringGetBytes(NdxObject string, HostByteString out) override;
+    void NDXStringGetBytes(NdxObject string, HostByteString out) override {
+        const FakeObject* fake = Object(string);
+        B(out) = fake != nullptr ? fake->text : std::string();
+    }
     NdxObject NDXArrayNew() override { return H<NdxObject>(NewObject(FakeObject::Kind::kArray)); }
-    int NDXArrayCount(NdxObject array) override;
+    int NDXArrayCount(NdxObject array) override {
+        return static_cast<int>(Object(array)->items.size());
+    }
     float NDXArrayGetNumber(NdxObject array, int index) override;
     void NDXArrayAddNumber(NdxObject array, float value) override;
     NdxObject NDXDictNew() override;
-    NdxObject NDXDictGet(NdxObject dict, const char* key) override;
+    NdxObject NDXDictGet(NdxObject dict, const char* key) override {
+        const FakeObject* fake = Object(dict);
+        return fake != nullptr ? H<NdxObject>(fake->Get(key)) : nullptr;
+    }
     void NDXDictGetString(NdxObject dict, const char* key, HostByteString out) override;
-    void NDXDictSetObject(NdxObject dict, const char* key, NdxObject value, NdxDoc doc) override;
+    void NDXDictSetObject(NdxObject dict, const char* key, NdxObject value, NdxDoc) override {
+        SetEntry(dict, key, Object(value));
+    }
     void NDXDictSetName(NdxObject dict, const char* key, const char* name) override;
     void NDXDictSetString(NdxObject dict, const char* key, HostByteString value) override;
     void NDXDictSetInteger(NdxObject dict, const char* key, int value) override;
     void NDXDictSetReference(NdxObject dict, const char* key, NdxDoc doc,
                              NdxObject target) override;
     void NDXDictSetRect(NdxObject dict, const char* key, NdxRect rect) override;
-    NdxFlattener NDXFlattenerNew(NdxDoc doc) override;
+    NdxFlattener NDXFlattenerNew(NdxDoc doc) override {
+        flattenerCalls.push_back("new");
+        return refuseFlattener ? nullptr : reinterpret_cast<NdxFlattener>(doc);
+    }
     void NDXFlattenerAddPage(NdxFlattener flattener, NdxPage page, int a, int b) override;
     void NDXFlattenerDone(NdxFlattener) override { flattenerCalls.push_back("done"); }
 
     // Annotations and undo
     NdxAnnot NDXAnnotNew(NdxObject dict) override;
     NdxObject NDXAnnotGetDict(NdxAnnot annot) override { return H<NdxObject>(A(annot)->dict); }
-    void NDXAnnotGetSubtype(NdxAnnot annot, HostByteString out) override;
+    void NDXAnnotGetSubtype(NdxAnnot annot, HostByteString out) override {
+        const FakeObject* subtype = A(annot)->dict->Get("Subtype");
+        B(out) = subtype != nullptr ? subtype->text : std::string();
+    }
     NdxRect NDXAnnotGetRect(NdxAnnot annot) override;
     NdxAnnotList NDXAnnotListGet(NdxPage page) override { return H<NdxAnnotList>(PageOf(page)); }
-    NdxAnnot NDXAnnotListGetAt(NdxAnnotList list, int index) override;
-    int NDXAnnotListCount(NdxAnnotList list) override;
+    NdxAnnot NDXAnnotListGetAt(NdxAnnotList list, int index) override {
+        return H<NdxAnnot>(PageOf(list)->annots.at(static_cast<std::size_t>(index)));
+    }
+    int NDXAnnotListCount(NdxAnnotList list) override {
+        return static_cast<int>(PageOf(list)->annots.size());
+    }
     void NDXAnnotListInsert(NdxAnnotList list, int index, NdxAnnot annot) override;
     NdxAnnot NDXHostAnnotGetPdfAnnot(HostAnnot annot) override { return H<NdxAnnot>(annot); }
-    HostUndoManager HostUndoGetManager() override;
-    void HostUndoRecordAddAnnot(HostUndoManager undo, HostAnnot annot, int a, int b) override;
-    void HostUndoRecordDeleteAnnot(HostUndoManager undo, HostAnnot annot, int a) override;
+    HostUndoManager HostUndoGetManager() override { return H<HostUndoManager>(&undoManager_); }
+    void HostUndoRecordAddAnnot(HostUndoManager, HostAnnot, int a, int b) override {
+        calls.push_back("UndoAdd:" + std::to_string(a) + ":" + std::to_string(b));
+    }
+    void HostUndoRecordDeleteAnnot(HostUndoManager, HostAnnot, int a) override {
+        calls.push_back("UndoDelete:" + std::to_string(a));
+    }
 
     // Forms
     NdxFormField NDXInterFormGetField(NdxInterForm form, int index, const wchar_t* name) override;
-    int NDXInterFormCountPageControls(NdxInterForm form, NdxPage page) override;
-    NdxFormControl NDXInterFormGetPageControl(NdxInterForm form, NdxPage page, int index) override;
-    void NDXInterFormSetUpdateAP(NdxInterForm form, int update) override;
-    void NDXFormFieldGetFullName(NdxFormField field, HostWideString out) override;
-    void NDXFormFieldGetValue(NdxFormField field, HostWideString out) override;
+    int NDXInterFormCountPageControls(NdxInterForm, NdxPage page) override {
+        return static_cast<int>(PageOf(page)->controls.size());
+    }
+    NdxFormControl NDXInterFormGetPageControl(NdxInterForm, NdxPage page, int index) override {
+        return H<NdxFormControl>(&PageOf(page)->controls.at(static_cast<std::size_t>(index)));
+    }
+    void NDXInterFormSetUpdateAP(NdxInterForm, int update) override {
+        calls.push_back("SetUpdateAP:" + std::to_string(update));
+    }
+    void NDXFormFieldGetFullName(NdxFormField field, HostWideString out) override {
+        W(out) = C(field)->name;
+    }
+    void NDXFormFieldGetValue(NdxFormField field, HostWideString out) override {
+        W(out) = C(field)->value;
+    }
     int NDXFormFieldSetValue(NdxFormField field, const wchar_t* value, int notify) override;
     int NDXFormControlGetType(NdxFormControl control) override { return C(control)->type; }
-    NdxFormField NDXFormControlGetField(NdxFormControl control) override;
-    void NDXFormControlGetRect(NdxFormControl control, NdxRect* out) override;
-    NdxInterForm NDXInterFormFromEnvironment(HostFormEnv env) override;
+    NdxFormField NDXFormControlGetField(NdxFormControl control) override {
+        return H<NdxFormField>(control);
+    }
+    void NDXFormControlGetRect(NdxFormControl control, NdxRect* out) override {
+        *out = C(control)->rect;
+    }
+    NdxInterForm NDXInterFormFromEnvironment(HostFormEnv env) override {
+        return static_cast<FakeDoc*>(static_cast<void*>(env))->hasInterForm ? H<NdxInterForm>(env)
+                                                                            : nullptr;
+    }
 
     // Text search
-    NdxTextPage NDXTextPageNew(NdxPage page, int flags) override;
+    NdxTextPage NDXTextPageNew(NdxPage page, int) override {
+        return textPages_.Add<NdxTextPage>(TextPage{PageOf(page), false});
+    }
     void NDXTextPageDestroy(NdxTextPage textPage) override { textPages_.Erase(textPage); }
-    void NDXTextPageParse(NdxTextPage textPage) override;
-    int NDXTextPageIsParsed(NdxTextPage textPage) override;
-    NdxTextFind NDXTextFindNew(NdxTextPage textPage) override;
+    void NDXTextPageParse(NdxTextPage textPage) override {
+        textPages_.Find(textPage)->parsed = true;
+    }
+    int NDXTextPageIsParsed(NdxTextPage textPage) override {
+        return textPages_.Find(textPage)->parsed ? 1 : 0;
+    }
+    NdxTextFind NDXTextFindNew(NdxTextPage textPage) override {
+        const TextPage* page = textPages_.Find(textPage);
+        return page->parsed ? finders_.Add<NdxTextFind>(Finder{page->page, {}, -1}) : nullptr;
+    }
     void NDXTextFindDestroy(NdxTextFind find) override { finders_.Erase(find); }
     int NDXTextFindStart(NdxTextFind find, const wchar_t* text, uint32_t flags, int) override;
-    int NDXTextFindNext(NdxTextFind find) override;
-    void NDXTextFindGetRects(NdxTextFind find, NdxRectArray rects) override;
-    int NDXTextFindGetCharIndex(NdxTextFind find) override;
-    int NDXTextFindGetCharCount(NdxTextFind find) override;
-    NdxFieldFind NDXFieldTextFindNew(NdxDoc doc, NdxPage page) override;
+    int NDXTextFindNext(NdxTextFind find) override {
+        Finder* finder = finders_.Find(find);
+        return ++finder->position < static_cast<int>(finder->matches.size()) ? 1 : 0;
+    }
+    void NDXTextFindGetRects(NdxTextFind find, NdxRectArray rects) override {
+        const Finder* finder = finders_.Find(find);
+        *rectArrays_.Find(rects) =
+            finder->matches.at(static_cast<std::size_t>(finder->position)).rects;
+    }
+    int NDXTextFindGetCharIndex(NdxTextFind find) override {
+        const Finder* finder = finders_.Find(find);
+        return finder->matches.at(static_cast<std::size_t>(finder->position)).start;
+    }
+    int NDXTextFindGetCharCount(NdxTextFind find) override {
+        const Finder* finder = finders_.Find(find);
+        return finder->matches.at(static_cast<std::size_t>(finder->position)).count;
+    }
+    NdxFieldFind NDXFieldTextFindNew(NdxDoc, NdxPage page) override {
+        return fieldFinders_.Add<NdxFieldFind>(Finder{PageOf(page), {}, -1});
+    }
     void NDXFieldTextFindDestroy(NdxFieldFind find) override { fieldFinders_.Erase(find); }
     int NDXFieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) override;
-    int NDXFieldTextFindNext(NdxFieldFind find) override;
-    void NDXFieldTextFindGetRects(NdxFieldFind find, NdxRectArray rects) override;
+    int NDXFieldTextFindNext(NdxFieldFind find) override {
+        Finder* finder = fieldFinders_.Find(find);
+        return ++finder->position < static_cast<int>(finder->matches.size()) ? 1 : 0;
+    }
+    void NDXFieldTextFindGetRects(NdxFieldFind find, NdxRectArray rects) override {
+        const Finder* finder = fieldFinders_.Find(find);
+        *rectArrays_.Find(rects) =
+            finder->matches.at(static_cast<std::size_t>(finder->position)).rects;
+    }
 
     // Redaction
     int NDXRedactApplyAll(HostDoc doc, int flags) override;
