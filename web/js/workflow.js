@@ -20,6 +20,23 @@
   const MARK_GONE = [400006, 400007];
 
   const KIND_ORDER = [...detectors.KINDS, detectors.TERM];
+  // A document of more pages is read and marked in pieces, with the editor's progress window
+  // shown and the page's status moving; a smaller one is read in one request.
+  const PIECEWISE_PAGES = 100;
+  // Marks placed between two progress reports.
+  const MARKS_PER_REPORT = 250;
+  // Seconds without a request after which the editor may close its progress window.
+  const PROGRESS_TIMEOUT = 60;
+
+  // Findings grouped by page, pages in ascending order.
+  function byPage(findings) {
+    const groups = new Map();
+    for (const finding of findings) {
+      if (!groups.has(finding.page)) groups.set(finding.page, []);
+      groups.get(finding.page).push(finding);
+    }
+    return [...groups.entries()].sort((a, b) => a[0] - b[0]);
+  }
 
   // A failure of the workflow itself, not of the editor.
   class WorkflowError extends Error {
@@ -170,26 +187,28 @@
         }
         const count = await this._call('getFilePageCount');
         session.pageCount = (count && count.pageCount) || 0;
-        this.activity = `Reading ${session.pageCount} page(s)`;
-        this._notify();
-        const texts = await this._call('getFileTexts', { pageIndex: -1 });
-        if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
-        if (texts.length !== session.pageCount) {
-          session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
-        }
+        const piecewise = session.pageCount > PIECEWISE_PAGES;
+        if (piecewise) await this._progressStart('Scanning the document');
+        try {
+          this.activity = `Reading ${session.pageCount} page(s)`;
+          this._notify();
+          const texts = piecewise ? await this._readPageByPage(session) : await this._call('getFileTexts', { pageIndex: -1 });
+          if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
+          if (texts.length !== session.pageCount) {
+            session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
+          }
 
-        const terms = options.terms || [];
-        session.findings = this._findingsOf(
-          detectors.detectDocument(texts, { terms, wholeWord: options.wholeWord, kinds: options.kinds }),
-          Boolean(options.wholeWord)
-        );
-        this.activity = 'Locating the findings';
-        this._notify();
-        await this._locate(session);
-        this.activity = 'Marking the findings';
-        this._notify();
-        for (const finding of session.findings) {
-          for (const match of finding.matches) await this._addMark(finding, match);
+          const terms = options.terms || [];
+          session.findings = this._findingsOf(
+            detectors.detectDocument(texts, { terms, wholeWord: options.wholeWord, kinds: options.kinds }),
+            Boolean(options.wholeWord)
+          );
+          this.activity = 'Locating the findings';
+          this._notify();
+          await this._locate(session);
+          await this._markAll(session, piecewise);
+        } finally {
+          if (piecewise) await this._progressEnd();
         }
         const located = session.findings.filter((f) => f.matches.length);
         const missing = session.findings.length - located.length;
@@ -231,12 +250,69 @@
       return findings;
     }
 
+    // The text of every page, one request per page, the progress shown as it goes.
+    async _readPageByPage(session) {
+      const texts = [];
+      for (let page = 0; page < session.pageCount; page++) {
+        const text = await this._call('getFileTexts', { pageIndex: page });
+        if (!Array.isArray(text) || text.length !== 1) throw new BridgeError('getFileTexts', null, text);
+        texts.push(text[0]);
+        if ((page + 1) % PIECEWISE_PAGES === 0) {
+          await this._progress(`Reading page ${page + 1} of ${session.pageCount}`, (page + 1) / session.pageCount / 2);
+        }
+      }
+      return texts;
+    }
+
+    // Marks every match found; on a large document the progress is reported every few marks.
+    async _markAll(session, piecewise) {
+      const total = session.findings.reduce((sum, f) => sum + f.matches.length, 0);
+      this.activity = 'Marking the findings';
+      this._notify();
+      let done = 0;
+      for (const finding of session.findings) {
+        for (const match of finding.matches) {
+          await this._addMark(finding, match);
+          done += 1;
+          if (piecewise && done % MARKS_PER_REPORT === 0) {
+            await this._progress(`Marking ${done} of ${total}`, 0.5 + done / total / 2);
+          }
+        }
+      }
+    }
+
+    // The editor's progress window, and the page's own status with it. A window the editor
+    // cannot show does not stop the scan.
+    async _progressStart(title) {
+      try {
+        await this._call('createProgressBar', { title, timeout: PROGRESS_TIMEOUT });
+      } catch (error) {
+        if (!(error instanceof BridgeError)) throw error;
+      }
+    }
+
+    async _progress(title, fraction) {
+      this.activity = title;
+      this._notify();
+      try {
+        await this._call('updateProgressBar', { currentPos: Math.min(100, Math.round(fraction * 100)), title });
+      } catch (error) {
+        if (!(error instanceof BridgeError)) throw error;
+      }
+    }
+
+    async _progressEnd() {
+      try {
+        await this._call('destroyProgressBar');
+      } catch (error) {
+        if (!(error instanceof BridgeError)) throw error;
+      }
+    }
+
     // Searches each page that has findings for them, that page only, so every match of a
     // finding lies on the finding's page.
     async _locate(session) {
-      const pages = [...new Set(session.findings.map((f) => f.page))].sort((a, b) => a - b);
-      for (const page of pages) {
-        const onPage = session.findings.filter((f) => f.page === page);
+      for (const [page, onPage] of byPage(session.findings)) {
         let results;
         try {
           results = await this._call('findTextList', {
@@ -306,7 +382,8 @@
     _reviewable(findingIds) {
       const session = this.current;
       if (!session || session.applied) throw new WorkflowError('There is nothing to review: scan a document first.');
-      return session.findings.filter((f) => findingIds.includes(f.id) && f.matches.length);
+      const ids = new Set(findingIds);
+      return session.findings.filter((f) => ids.has(f.id) && f.matches.length);
     }
 
     // Keeps (marks) or drops (unmarks) findings by id.
@@ -391,10 +468,11 @@
     async _applyNames(session, names) {
       const failed = await this._call('redactApply', { uniqueIDNames: names });
       const notApplied = new Set(Array.isArray(failed) ? failed : []);
+      const applying = new Set(names);
       const unmarked = new Set();
       for (const finding of session.findings) {
         for (const match of finding.matches) {
-          if (!match.name || !names.includes(match.name)) continue;
+          if (!match.name || !applying.has(match.name)) continue;
           match.applied = !notApplied.has(match.name);
           if (!match.applied) {
             match.name = null;
@@ -493,9 +571,7 @@
         const pageText = Array.isArray(texts) ? texts[finding.page] : undefined;
         if (typeof pageText !== 'string' || textHolds(pageText, finding)) remaining.add(finding);
       }
-      const pages = [...new Set(redacted.map((f) => f.page))].sort((a, b) => a - b);
-      for (const page of pages) {
-        const onPage = redacted.filter((f) => f.page === page);
+      for (const [page, onPage] of byPage(redacted)) {
         let results;
         try {
           results = await this._call('findTextList', {
