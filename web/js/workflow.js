@@ -20,9 +20,11 @@
   const MARK_GONE = [400006, 400007];
 
   const KIND_ORDER = [...detectors.KINDS, detectors.TERM];
-  // A document of more pages is read and marked in pieces, with the editor's progress window
-  // shown and the page's status moving; a smaller one is read in one request.
+  // A document of more pages is scanned with the editor's progress window shown and the page's
+  // status moving as its findings are located and marked.
   const PIECEWISE_PAGES = 100;
+  // Pages located between two progress reports.
+  const PAGES_PER_REPORT = 100;
   // Marks placed between two progress reports.
   const MARKS_PER_REPORT = 250;
   // Seconds without a request after which the editor may close its progress window.
@@ -192,7 +194,8 @@
         try {
           this.activity = `Reading ${session.pageCount} page(s)`;
           this._notify();
-          const texts = piecewise ? await this._readPageByPage(session) : await this._call('getFileTexts', { pageIndex: -1 });
+          // One request: the editor checks the whole document for form fields on each one.
+          const texts = await this._call('getFileTexts', { pageIndex: -1 });
           if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
           if (texts.length !== session.pageCount) {
             session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
@@ -205,7 +208,7 @@
           );
           this.activity = 'Locating the findings';
           this._notify();
-          await this._locate(session);
+          await this._locate(session, piecewise);
           await this._markAll(session, piecewise);
         } finally {
           if (piecewise) await this._progressEnd();
@@ -248,20 +251,6 @@
         });
       }
       return findings;
-    }
-
-    // The text of every page, one request per page, the progress shown as it goes.
-    async _readPageByPage(session) {
-      const texts = [];
-      for (let page = 0; page < session.pageCount; page++) {
-        const text = await this._call('getFileTexts', { pageIndex: page });
-        if (!Array.isArray(text) || text.length !== 1) throw new BridgeError('getFileTexts', null, text);
-        texts.push(text[0]);
-        if ((page + 1) % PIECEWISE_PAGES === 0) {
-          await this._progress(`Reading page ${page + 1} of ${session.pageCount}`, (page + 1) / session.pageCount / 2);
-        }
-      }
-      return texts;
     }
 
     // Marks every match found; on a large document the progress is reported every few marks.
@@ -311,8 +300,12 @@
 
     // Searches each page that has findings for them, that page only, so every match of a
     // finding lies on the finding's page.
-    async _locate(session) {
-      for (const [page, onPage] of byPage(session.findings)) {
+    async _locate(session, piecewise = false) {
+      const groups = byPage(session.findings);
+      for (const [done, [page, onPage]] of groups.entries()) {
+        if (piecewise && done > 0 && done % PAGES_PER_REPORT === 0) {
+          await this._progress(`Locating on page ${page + 1} of ${session.pageCount}`, done / groups.length / 2);
+        }
         let results;
         try {
           results = await this._call('findTextList', {
