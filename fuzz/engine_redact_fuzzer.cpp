@@ -18,6 +18,7 @@
 #include "engine/error.h"
 #include "engine/hidden_text_scrubber.h"
 #include "engine/mupdf_call.h"
+#include "engine/page_object_number.h"
 #include "engine/pdf_value.h"
 #include "engine/redaction.h"
 #include "engine/redaction_text.h"
@@ -49,11 +50,7 @@ AnnotationId MarkQuarter(Document& document, int page) {
     dict.Set("QuadPoints", Numbers({box.left, midY, midX, midY, box.left, box.top, midX, box.top}));
     dict.Set("IC", Numbers({0, 0, 0}));
     dict.Set("NM", PdfValue::String("ai_plugin_fuzz"));
-    fz_context* ctx = document.fz();
-    const int pageObject = CallMupdf(ctx, "page object", [&] {
-        return pdf_to_num(ctx, pdf_lookup_page_obj(ctx, document.pdf(), page));
-    });
-    dict.Set("P", PdfValue::Reference(pageObject, kTag));
+    dict.Set("P", PdfValue::Reference(PageObjectNumber(document, page), kTag));
     return Annotations(document).Create(page, dict, kTag, -1);
 }
 

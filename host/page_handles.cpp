@@ -6,7 +6,7 @@ HostPageView PageHandles::ViewOf(HostDoc document, int index) {
     const auto key = std::make_pair(document, index);
     if (const auto it = viewIndex_.find(key); it != viewIndex_.end())
         return it->second;
-    const NdxPage page = pages_.Emplace(PdfPageRecord{document, index, false, true, {}});
+    const NdxPage page = pages_.Emplace(PdfPageRecord{document, index, false, true, {}, {}});
     const HostPageView view = views_.Emplace(PageViewRecord{document, index, page});
     viewIndex_.emplace(key, view);
     return view;
@@ -30,15 +30,26 @@ bool PageHandles::DestroyPage(NdxPage page) {
     return pages_.Erase(page);
 }
 
-void PageHandles::SetObjects(NdxPage page, const std::vector<engine::PageObjectType>& types) {
+void PageHandles::SetObjects(NdxPage page, std::vector<engine::PageObjectType> types) {
     PdfPageRecord* record = pages_.Find(page);
     if (record == nullptr)
         return;
     DropObjectsOf(page);
-    for (const engine::PageObjectType type : types) {
-        record->objects.push_back(objects_.Emplace(PageObjectRecord{page, type}));
-    }
+    record->types = std::move(types);
     record->parsed = true;
+}
+
+const std::vector<NdxPageObject>& PageHandles::ObjectsOf(NdxPage page) {
+    static const std::vector<NdxPageObject> kNone;
+    PdfPageRecord* record = pages_.Find(page);
+    if (record == nullptr)
+        return kNone;
+    if (record->objects.size() != record->types.size()) {
+        record->objects.reserve(record->types.size());
+        for (const engine::PageObjectType type : record->types)
+            record->objects.push_back(objects_.Emplace(PageObjectRecord{page, type}));
+    }
+    return record->objects;
 }
 
 void PageHandles::DropObjectsOf(NdxPage page) {
@@ -48,6 +59,7 @@ void PageHandles::DropObjectsOf(NdxPage page) {
     for (const NdxPageObject object : record->objects)
         objects_.Erase(object);
     record->objects.clear();
+    record->types.clear();
     record->parsed = false;
 }
 

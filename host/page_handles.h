@@ -19,7 +19,10 @@ struct PdfPageRecord {
     int index = -1;
     bool parsed = false;
     bool hostOwned = false;
-    std::vector<NdxPageObject> objects;
+    // The kinds of the page's objects as the last parse found them; their handles are made on
+    // the first walk over them, so a page parsed only to be read keeps no handle per object.
+    std::vector<engine::PageObjectType> types;
+    std::vector<NdxPageObject> objects;  // empty, or one handle per entry of `types`
 };
 
 struct PageViewRecord {
@@ -47,7 +50,9 @@ class PageHandles {
     // Frees a page of the plug-in; the host's own pages are not freed this way.
     bool DestroyPage(NdxPage page);
     // Replaces the page's objects and marks it parsed.
-    void SetObjects(NdxPage page, const std::vector<engine::PageObjectType>& types);
+    void SetObjects(NdxPage page, std::vector<engine::PageObjectType> types);
+    // The handles of the page's objects, in content order, made on first use.
+    const std::vector<NdxPageObject>& ObjectsOf(NdxPage page);
     const PageObjectRecord* FindObject(NdxPageObject object) const { return objects_.Find(object); }
 
     // Forgets the views and host pages of a closing document. The plug-in's own pages of it stay

@@ -10,7 +10,7 @@ void UndoStack::Record(HostDoc document, HostAnnot annotation, Change change) {
     entries_.push_back(Entry{document, annotation, change});
     if (entries_.size() > kMaxEntries) {
         const Entry evicted = entries_.front();
-        entries_.erase(entries_.begin());
+        entries_.pop_front();
         if (onEvicted_)
             onEvicted_(evicted);
     }

@@ -3,9 +3,9 @@
 // document went is simply skipped.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <optional>
-#include <vector>
 
 #include "handle_pool.h"
 #include "host_abi.h"
@@ -40,7 +40,7 @@ class UndoStack {
     static constexpr std::size_t kMaxEntries = 1000;
 
     HostUndoManager handle_ = reinterpret_cast<HostUndoManager>(NextHandleValue());
-    std::vector<Entry> entries_;
+    std::deque<Entry> entries_;  // oldest first; a full history drops from the front
     std::function<void(const Entry&)> onEvicted_;
 };
 

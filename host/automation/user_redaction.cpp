@@ -5,6 +5,7 @@
 #include "annotation_editor.h"
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
+#include "engine/page_object_number.h"
 #include "host_app.h"
 
 namespace pdfhost {
@@ -18,10 +19,7 @@ engine::PdfValue Numbers(std::initializer_list<float> values) {
 }
 
 int PageObjectNumber(const HostDocument& document, int page) {
-    fz_context* ctx = document.Engine().fz();
-    pdf_document* pdf = document.Engine().pdf();
-    return engine::CallMupdf(ctx, "page object",
-                             [&] { return pdf_to_num(ctx, pdf_lookup_page_obj(ctx, pdf, page)); });
+    return engine::PageObjectNumber(document.Engine(), page);
 }
 
 }  // namespace

@@ -200,7 +200,11 @@ class FormWriter {
             pdf_dict_put_rect(ctx_, widget, PDF_NAME(Rect),
                               fz_rect{rect.left, rect.bottom, rect.right, rect.top});
             pdf_dict_put_int(ctx_, widget, PDF_NAME(F), kPrintFlag);
-            pdf_dict_put(ctx_, widget, PDF_NAME(P), page);
+            // A reference to the page: through the page index the lookup gives the dictionary.
+            const int pageNumber = pdf_is_indirect(ctx_, page) ? pdf_to_num(ctx_, page)
+                                                               : pdf_obj_parent_num(ctx_, page);
+            pdf_dict_put_drop(ctx_, widget, PDF_NAME(P),
+                              pdf_new_indirect(ctx_, doc_, pageNumber, 0));
             if (field.kind == FieldKind::kPushButton) {
                 pdf_dict_put(ctx_, pdf_dict_put_dict(ctx_, widget, PDF_NAME(AP), 1), PDF_NAME(N),
                              off.get());

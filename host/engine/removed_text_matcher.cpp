@@ -1,6 +1,7 @@
 #include "engine/removed_text_matcher.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "engine/pdf_text_string.h"
 #include "engine/text_page.h"
@@ -38,10 +39,10 @@ std::u32string Utf16Of(std::string_view bytes, std::size_t start, bool bigEndian
 }  // namespace
 
 RemovedTextMatcher::RemovedTextMatcher(const std::vector<std::u32string>& texts) {
+    std::unordered_set<std::u32string> seen;
     for (const std::u32string& text : texts) {
         std::u32string needle = Normalised(text);
-        if (!needle.empty() &&
-            std::find(needles_.begin(), needles_.end(), needle) == needles_.end())
+        if (!needle.empty() && seen.insert(needle).second)
             needles_.push_back(std::move(needle));
     }
     std::stable_sort(needles_.begin(), needles_.end(),

@@ -130,7 +130,7 @@ int PageIsParsed(NdxPage page) {
 int PageCountObjects(NdxPage page) {
     return Guarded(0, [&](HostApp& app) {
         const PdfPageRecord* record = app.Pages().FindPage(page);
-        return record != nullptr ? static_cast<int>(record->objects.size()) : 0;
+        return record != nullptr ? static_cast<int>(record->types.size()) : 0;
     });
 }
 
@@ -142,7 +142,7 @@ NdxPosition PositionOf(std::size_t index, std::size_t count) {
 NdxPosition PageGetFirstObjectPos(NdxPage page) {
     return Guarded<NdxPosition>(nullptr, [&](HostApp& app) -> NdxPosition {
         const PdfPageRecord* record = app.Pages().FindPage(page);
-        return record != nullptr ? PositionOf(0, record->objects.size()) : nullptr;
+        return record != nullptr ? PositionOf(0, record->types.size()) : nullptr;
     });
 }
 
@@ -150,14 +150,14 @@ NdxPageObject PageGetNextObject(NdxPage page, NdxPosition* position) {
     return Guarded<NdxPageObject>(nullptr, [&](HostApp& app) -> NdxPageObject {
         if (position == nullptr)
             return nullptr;
-        const PdfPageRecord* record = app.Pages().FindPage(page);
+        const std::vector<NdxPageObject>& objects = app.Pages().ObjectsOf(page);
         const auto index = reinterpret_cast<uintptr_t>(*position);
-        if (record == nullptr || index == 0 || index > record->objects.size()) {
+        if (index == 0 || index > objects.size()) {
             *position = nullptr;
             return nullptr;
         }
-        *position = PositionOf(index, record->objects.size());
-        return record->objects[index - 1];
+        *position = PositionOf(index, objects.size());
+        return objects[index - 1];
     });
 }
 

@@ -12,6 +12,7 @@
 #include "engine/document.h"
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
+#include "engine/page_object_number.h"
 #include "engine/pdf_value.h"
 #include "engine_test_support.h"
 
@@ -38,10 +39,7 @@ inline Rect Union(const std::vector<Rect>& rects) {
 
 // The object number of a page's dictionary.
 inline int PageObjectNumber(Document& document, int page) {
-    fz_context* ctx = document.fz();
-    return CallMupdf(ctx, "page object", [&] {
-        return pdf_to_num(ctx, pdf_lookup_page_obj(ctx, document.pdf(), page));
-    });
+    return pdfhost::engine::PageObjectNumber(document, page);
 }
 
 // A Highlight or Redact annotation of a text match, with the entries and in the order the

@@ -20,6 +20,25 @@
   const MARK_GONE = [400006, 400007];
 
   const KIND_ORDER = [...detectors.KINDS, detectors.TERM];
+  // A document of more pages is scanned with the editor's progress window shown and the page's
+  // status moving as its findings are located and marked.
+  const PIECEWISE_PAGES = 100;
+  // Pages located between two progress reports.
+  const PAGES_PER_REPORT = 100;
+  // Marks placed between two progress reports.
+  const MARKS_PER_REPORT = 250;
+  // Seconds without a request after which the editor may close its progress window.
+  const PROGRESS_TIMEOUT = 60;
+
+  // Findings grouped by page, pages in ascending order.
+  function byPage(findings) {
+    const groups = new Map();
+    for (const finding of findings) {
+      if (!groups.has(finding.page)) groups.set(finding.page, []);
+      groups.get(finding.page).push(finding);
+    }
+    return [...groups.entries()].sort((a, b) => a[0] - b[0]);
+  }
 
   // A failure of the workflow itself, not of the editor.
   class WorkflowError extends Error {
@@ -188,34 +207,28 @@
         }
         const count = await reads(1);
         session.pageCount = (count && count.pageCount) || 0;
-        this.activity = `Reading ${session.pageCount} page(s)`;
-        this._notify();
-        const texts = await reads(2);
-        if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
-        if (texts.length !== session.pageCount) {
-          session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
-        }
+        const piecewise = session.pageCount > PIECEWISE_PAGES;
+        if (piecewise) await this._progressStart('Scanning the document');
+        try {
+          this.activity = `Reading ${session.pageCount} page(s)`;
+          this._notify();
+          const texts = await reads(2);
+          if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
+          if (texts.length !== session.pageCount) {
+            session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
+          }
 
-        const terms = options.terms || [];
-        session.findings = this._findingsOf(
-          detectors.detectDocument(texts, { terms, wholeWord: options.wholeWord, kinds: options.kinds }),
-          Boolean(options.wholeWord)
-        );
-        this.activity = 'Locating the findings';
-        this._notify();
-        await this._locate(session);
-        this.activity = 'Marking the findings';
-        this._notify();
-        const marks = session.findings.flatMap((finding) => finding.matches.map((match) => [finding, match]));
-        const names = [];
-        const added = this._requests(session, marks.length, (i) => {
-          const [finding, match] = marks[i];
-          names[i] = this._newName(finding.kind);
-          return ['addAnnot', this._markParams(finding, match, names[i])];
-        });
-        for (let i = 0; i < marks.length; i++) {
-          const data = await added(i);
-          this._takeMark(marks[i][1], names[i], data);
+          const terms = options.terms || [];
+          session.findings = this._findingsOf(
+            detectors.detectDocument(texts, { terms, wholeWord: options.wholeWord, kinds: options.kinds }),
+            Boolean(options.wholeWord)
+          );
+          this.activity = 'Locating the findings';
+          this._notify();
+          await this._locate(session, piecewise);
+          await this._markAll(session, piecewise);
+        } finally {
+          if (piecewise) await this._progressEnd();
         }
         const located = session.findings.filter((f) => f.matches.length);
         const missing = session.findings.length - located.length;
@@ -257,18 +270,69 @@
       return findings;
     }
 
+    // Marks every match found; on a large document the progress is reported every few marks.
+    async _markAll(session, piecewise) {
+      const marks = session.findings.flatMap((finding) => finding.matches.map((match) => [finding, match]));
+      this.activity = 'Marking the findings';
+      this._notify();
+      const names = [];
+      const added = this._requests(session, marks.length, (i) => {
+        const [finding, match] = marks[i];
+        names[i] = this._newName(finding.kind);
+        return ['addAnnot', this._markParams(finding, match, names[i])];
+      });
+      for (let i = 0; i < marks.length; i++) {
+        const data = await added(i); // names[i] is made when its request is
+        this._takeMark(marks[i][1], names[i], data);
+        const done = i + 1;
+        if (piecewise && done % MARKS_PER_REPORT === 0) {
+          await this._progress(`Marking ${done} of ${marks.length}`, 0.5 + done / marks.length / 2);
+        }
+      }
+    }
+
+    // The editor's progress window, and the page's own status with it. A window the editor
+    // cannot show does not stop the scan.
+    async _progressStart(title) {
+      try {
+        await this._call('createProgressBar', { title, timeout: PROGRESS_TIMEOUT });
+      } catch (error) {
+        if (!(error instanceof BridgeError)) throw error;
+      }
+    }
+
+    async _progress(title, fraction) {
+      this.activity = title;
+      this._notify();
+      try {
+        await this._call('updateProgressBar', { currentPos: Math.min(100, Math.round(fraction * 100)), title });
+      } catch (error) {
+        if (!(error instanceof BridgeError)) throw error;
+      }
+    }
+
+    async _progressEnd() {
+      try {
+        await this._call('destroyProgressBar');
+      } catch (error) {
+        if (!(error instanceof BridgeError)) throw error;
+      }
+    }
+
     // Searches each page that has findings for them, that page only, so every match of a
     // finding lies on the finding's page.
-    async _locate(session) {
-      const pages = [...new Set(session.findings.map((f) => f.page))].sort((a, b) => a - b);
-      const found = this._requests(session, pages.length, (i) => ['findTextList', {
+    async _locate(session, piecewise = false) {
+      const groups = byPage(session.findings);
+      const found = this._requests(session, groups.length, (i) => ['findTextList', {
         file: { id: session.doc.id },
-        textList: session.findings.filter((f) => f.page === pages[i]).map((f) => [f.searchText, f.flags]),
-        startPage: pages[i],
-        endPage: pages[i],
+        textList: groups[i][1].map((f) => [f.searchText, f.flags]),
+        startPage: groups[i][0],
+        endPage: groups[i][0],
       }]);
-      for (const [i, page] of pages.entries()) {
-        const onPage = session.findings.filter((f) => f.page === page);
+      for (const [i, [page, onPage]] of groups.entries()) {
+        if (piecewise && i > 0 && i % PAGES_PER_REPORT === 0) {
+          await this._progress(`Locating on page ${page + 1} of ${session.pageCount}`, i / groups.length / 2);
+        }
         let results;
         try {
           results = await found(i);
@@ -336,7 +400,8 @@
     _reviewable(findingIds) {
       const session = this.current;
       if (!session || session.applied) throw new WorkflowError('There is nothing to review: scan a document first.');
-      return session.findings.filter((f) => findingIds.includes(f.id) && f.matches.length);
+      const ids = new Set(findingIds);
+      return session.findings.filter((f) => ids.has(f.id) && f.matches.length);
     }
 
     // Keeps (marks) or drops (unmarks) findings by id.
@@ -421,10 +486,11 @@
     async _applyNames(session, names) {
       const failed = await this._call('redactApply', { uniqueIDNames: names });
       const notApplied = new Set(Array.isArray(failed) ? failed : []);
+      const applying = new Set(names);
       const unmarked = new Set();
       for (const finding of session.findings) {
         for (const match of finding.matches) {
-          if (!match.name || !names.includes(match.name)) continue;
+          if (!match.name || !applying.has(match.name)) continue;
           match.applied = !notApplied.has(match.name);
           if (!match.applied) {
             match.name = null;
@@ -513,15 +579,15 @@
     async _verify(session, saved) {
       const redacted = session.findings.filter((f) => f.matches.some((m) => m.applied));
       const remaining = new Set();
-      const pages = [...new Set(redacted.map((f) => f.page))].sort((a, b) => a - b);
+      const groups = byPage(redacted);
       // The copy's text first, then the search of each page with redacted findings.
-      const reads = this._requests(session, pages.length + 1, (i) => (i === 0
+      const reads = this._requests(session, groups.length + 1, (i) => (i === 0
         ? ['getFileTexts', { pageIndex: -1 }]
         : ['findTextList', {
           file: { id: saved.id },
-          textList: redacted.filter((f) => f.page === pages[i - 1]).map((f) => [f.searchText, f.flags]),
-          startPage: pages[i - 1],
-          endPage: pages[i - 1],
+          textList: groups[i - 1][1].map((f) => [f.searchText, f.flags]),
+          startPage: groups[i - 1][0],
+          endPage: groups[i - 1][0],
         }]));
       let texts = null;
       try {
@@ -533,8 +599,7 @@
         const pageText = Array.isArray(texts) ? texts[finding.page] : undefined;
         if (typeof pageText !== 'string' || textHolds(pageText, finding)) remaining.add(finding);
       }
-      for (const [i, page] of pages.entries()) {
-        const onPage = redacted.filter((f) => f.page === page);
+      for (const [i, [, onPage]] of groups.entries()) {
         let results;
         try {
           results = await reads(i + 1);

@@ -90,6 +90,20 @@ class FakePlugin {
     return this.doc ? [0, { pageCount: this.doc.pages.length }] : [300001];
   }
 
+  _createProgressBar({ title }) {
+    this.progress = [{ title, position: 0 }];
+    return [0];
+  }
+
+  _updateProgressBar({ currentPos, title }) {
+    (this.progress || []).push({ title, position: currentPos });
+    return [0];
+  }
+
+  _destroyProgressBar() {
+    return [0];
+  }
+
   _getFileTexts({ pageIndex }) {
     if (!this.doc) return [300001];
     return [0, pageIndex === -1 ? this.doc.pages : [this.doc.pages[pageIndex]]];

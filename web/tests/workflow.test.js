@@ -243,3 +243,30 @@ test('saving without the unmarked findings says what stays', async () => {
   assert.equal(session.summary.verified.checked, 5, 'the unmarked finding was not redacted');
   assert.ok(session.notices.some((n) => n.includes('"Ana Lind" (page 1)')));
 });
+
+test('a long document is scanned with the progress window moving as it locates and marks', async () => {
+  const pages = Array.from({ length: 250 }, (_, i) => `Page ${i} of the minutes by Ana Lind`);
+  const { plugin, workflow } = setUp({ pages });
+  const activities = [];
+  workflow.onChange((w) => activities.push(w.activity));
+  await workflow.scan({ terms: ['ana lind'] });
+
+  const commands = plugin.commands();
+  assert.equal(commands.indexOf('createProgressBar'), commands.indexOf('getFilePageCount') + 1);
+  assert.equal(commands[commands.length - 1], 'destroyProgressBar');
+  assert.deepEqual(plugin.paramsOf('getFileTexts'), [{ pageIndex: -1 }]);
+  const positions = plugin.progress.map((p) => p.position);
+  assert.deepEqual(positions, [...positions].sort((a, b) => a - b));
+  assert.ok(positions.length >= 3 && positions.every((p) => p >= 0 && p <= 100));
+  assert.ok(activities.includes('Locating on page 201 of 250'));
+  assert.ok(activities.includes('Marking 250 of 250'));
+  assert.equal(workflow.current.findings.length, 250);
+  assert.ok(workflow.current.findings.every((f) => f.matches.length && f.matches.every((m) => m.name)));
+});
+
+test('a short document is scanned with no progress window', async () => {
+  const { plugin, workflow } = setUp();
+  await workflow.scan({ terms: ['ana lind'] });
+  assert.deepEqual(plugin.paramsOf('getFileTexts'), [{ pageIndex: -1 }]);
+  assert.ok(!plugin.commands().some((c) => /ProgressBar$/.test(c)));
+});
