@@ -109,6 +109,8 @@ int HeadlessBatch::Run(std::ostream& out, std::ostream& errors) {
                 continue;
             if (const auto refused = refused_.find(file); refused != refused_.end())
                 report.reason = refused->second;
+            else if (const auto unsaved = unsaved_.find(file); unsaved != unsaved_.end())
+                report.reason = "cannot save " + unsaved->second;
             else if (std::find(failedByPage_.begin(), failedByPage_.end(), file) !=
                      failedByPage_.end())
                 report.reason = "the batch could not redact it";
@@ -269,8 +271,12 @@ void HeadlessBatch::RedactionsApplied(const std::string& source,
 
 void HeadlessBatch::SavedAs(const std::string& source, const std::string& target, bool saved) {
     const auto found = index_.find(source);
-    if (found != index_.end() && saved)
+    if (found == index_.end())
+        return;
+    if (saved)
         reports_[found->second].output = target;
+    else
+        unsaved_[source] = target;
 }
 
 }  // namespace pdfhost

@@ -61,6 +61,7 @@ class HeadlessBatch : public BatchWatch {
     std::map<std::string, std::size_t> index_;
     std::map<std::string, std::string> refused_;  // by path: the file list's error text
     std::vector<std::string> failedByPage_;
+    std::map<std::string, std::string> unsaved_;  // by path: the output that could not be written
     bool fileListShown_ = false;
     bool timedOut_ = false;
 };

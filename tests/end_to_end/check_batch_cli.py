@@ -32,6 +32,29 @@ def expect(condition, message):
 
 
 SKIP = 77
+AS_NOBODY = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"]
+
+
+def check_unwritable_output(base, root, source):
+    """An output folder that cannot be written: the file is listed with the reason and nothing is
+    written. Root writes anywhere, so as root the case runs as the user nobody, when nobody can
+    reach the programs."""
+    prefix = AS_NOBODY if os.geteuid() == 0 else []
+    if prefix and subprocess.run(prefix + ["test", "-x", base[0], "-a", "-r", base[3]]).returncode:
+        print("note: nobody cannot reach the programs; the unwritable output is not tried")
+        return
+    locked = root / "locked"
+    locked.mkdir()
+    locked.chmod(0o555)
+    root.chmod(0o777)
+    command = base[:4] + ["--profile", str(root / "profile-locked")] + base[6:]
+    run = subprocess.run(prefix + ["env", "HOME=" + str(root)] + command +
+                         ["--out", str(locked), str(source)],
+                         capture_output=True, text=True, timeout=120)
+    target = locked / (source.stem + "_redacted.pdf")
+    expect(run.returncode == 1, "an unwritable output folder fails the file: %s" % run)
+    expect("%s: failed: cannot save %s" % (source, target) in run.stdout, run.stdout)
+    expect(not any(locked.iterdir()), "nothing is written: %s" % list(locked.iterdir()))
 
 
 def main():
@@ -91,6 +114,7 @@ def main():
                                capture_output=True, text=True, timeout=120)
         expect(again.returncode == 1 and "output exists" in again.stdout,
                "an existing output is kept without --overwrite: %s" % again.stdout)
+        check_unwritable_output(base, root, source / "a.pdf")
     print("pdfhost --batch: ok")
     return 0
 
