@@ -74,19 +74,36 @@ def post(command, params, uuid):
     return {"post": json.dumps(["base", command, params, uuid])}
 
 
-def run_ours(args, corpus, terms, out):
+def wait_peak(proc):
+    """Waits for the process and returns (exit status, peak resident memory in MB)."""
+    _, status, usage = os.wait4(proc.pid, 0)
+    proc.returncode = os.waitstatus_to_exitcode(status)
+    return proc.returncode, usage.ru_maxrss / 1024.0
+
+
+def run_job(args, corpus, terms, out):
+    """The job in pdfhost: its whole time, the time of each phase, the matches and the process's
+    peak resident memory."""
     shutil.copyfile(corpus, out)
+    phases = {}
     with tempfile.TemporaryDirectory() as profile:
+        start = time.perf_counter()
         host = ScriptedHost(args.pdfhost, args.plugins, profile)
         host.send([{"host": "open", "path": out}])
         host.read("opened")
         host.send([post("getCurrentDoc", {}, "doc")])
         file_id = json.loads(host.read("reply")[0])["data"][0]["id"]
+        phases["open"] = time.perf_counter() - start
+
+        mark = time.perf_counter()
         params = {"file": {"id": file_id}, "textList": [[term, 0] for term in terms]}
         host.send([post("findTextList", params, "find")])
         found = json.loads(host.read("reply")[0])
         if found["ret"] != 0:
             raise RuntimeError("findTextList answered %s" % found["ret"])
+        phases["find"] = time.perf_counter() - mark
+
+        mark = time.perf_counter()
         names, lines = [], []
         for k, entry in enumerate(found["data"]):
             for i in range(entry["count"]):
@@ -98,19 +115,32 @@ def run_ours(args, corpus, terms, out):
         for reply in host.read("reply", len(lines)):
             if json.loads(reply)["ret"] != 0:
                 raise RuntimeError("addAnnot answered " + reply)
+        phases["addAnnot"] = time.perf_counter() - mark
+
+        mark = time.perf_counter()
         host.send([{"host": "answer", "dialog": "messageBox", "value": 1},
                    post("redactApply", {"uniqueIDNames": names}, "apply")])
         applied = json.loads(host.read("reply")[0])
         if applied["ret"] != 0 or applied["data"]:
             raise RuntimeError("redactApply answered %s" % applied)
+        phases["apply"] = time.perf_counter() - mark
+
+        mark = time.perf_counter()
         host.send([{"host": "save", "doc": 1}, {"host": "state"}])
         host.read("state")
+        phases["save"] = time.perf_counter() - mark
         host.send([{"host": "quit"}])
         host.writer.join()
         host.proc.stdin.close()
-        if host.proc.wait() != 0:
-            raise RuntimeError("pdfhost exited with %d" % host.proc.returncode)
-    return len(names)
+        status, peak = wait_peak(host.proc)
+        if status != 0:
+            raise RuntimeError("pdfhost exited with %d" % status)
+        whole = time.perf_counter() - start
+    return {"whole": whole, "phases": phases, "matches": len(names), "peak": peak}
+
+
+def run_ours(args, corpus, terms, out):
+    return run_job(args, corpus, terms, out)["matches"]
 
 
 def run_floor(args, corpus, terms, out):

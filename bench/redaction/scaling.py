@@ -11,7 +11,6 @@ through the reference page (scripts/main_job.py) is timed on 200 and 1,000 pages
 
   python3 bench/redaction/scaling.py --build build-release [--pages 200 1000] [--main-job]"""
 import argparse
-import json
 import os
 import shutil
 import subprocess
@@ -22,70 +21,7 @@ import time
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, HERE)
 
-from compare import ScriptedHost, leftovers, post, terms_of  # noqa: E402
-
-
-def wait_peak(proc):
-    """Waits for the process and returns (exit status, peak resident memory in MB)."""
-    _, status, usage = os.wait4(proc.pid, 0)
-    proc.returncode = os.waitstatus_to_exitcode(status)
-    return proc.returncode, usage.ru_maxrss / 1024.0
-
-
-def run_ours(args, corpus, terms, out):
-    shutil.copyfile(corpus, out)
-    phases = {}
-    with tempfile.TemporaryDirectory() as profile:
-        start = time.perf_counter()
-        host = ScriptedHost(args.pdfhost, args.plugins, profile)
-        host.send([{"host": "open", "path": out}])
-        host.read("opened")
-        host.send([post("getCurrentDoc", {}, "doc")])
-        file_id = json.loads(host.read("reply")[0])["data"][0]["id"]
-        phases["open"] = time.perf_counter() - start
-
-        mark = time.perf_counter()
-        params = {"file": {"id": file_id}, "textList": [[term, 0] for term in terms]}
-        host.send([post("findTextList", params, "find")])
-        found = json.loads(host.read("reply")[0])
-        if found["ret"] != 0:
-            raise RuntimeError("findTextList answered %s" % found["ret"])
-        phases["find"] = time.perf_counter() - mark
-
-        mark = time.perf_counter()
-        names, lines = [], []
-        for k, entry in enumerate(found["data"]):
-            for i in range(entry["count"]):
-                name = "ai_plugin_%d_%d" % (k, i)
-                names.append(name)
-                lines.append(post("addAnnot", {"searchKey": entry["searchKey"], "index": i,
-                                               "type": "redact", "uniqueIDName": name}, name))
-        host.send(lines)
-        for reply in host.read("reply", len(lines)):
-            if json.loads(reply)["ret"] != 0:
-                raise RuntimeError("addAnnot answered " + reply)
-        phases["addAnnot"] = time.perf_counter() - mark
-
-        mark = time.perf_counter()
-        host.send([{"host": "answer", "dialog": "messageBox", "value": 1},
-                   post("redactApply", {"uniqueIDNames": names}, "apply")])
-        applied = json.loads(host.read("reply")[0])
-        if applied["ret"] != 0 or applied["data"]:
-            raise RuntimeError("redactApply answered %s" % applied)
-        phases["apply"] = time.perf_counter() - mark
-
-        mark = time.perf_counter()
-        host.send([{"host": "save", "doc": 1}, {"host": "state"}])
-        host.read("state")
-        phases["save"] = time.perf_counter() - mark
-        host.send([{"host": "quit"}])
-        host.writer.join()
-        host.proc.stdin.close()
-        status, peak = wait_peak(host.proc)
-        if status != 0:
-            raise RuntimeError("pdfhost exited with %d" % status)
-        whole = time.perf_counter() - start
-    return {"whole": whole, "phases": phases, "matches": len(names), "peak": peak}
+from compare import leftovers, run_job, terms_of, wait_peak  # noqa: E402
 
 
 def run_floor(args, corpus, out):
@@ -142,7 +78,7 @@ def main():
         corpus = os.path.join(work, "corpus-%d.pdf" % pages)
         subprocess.run([os.path.join(args.build, "out/bin/make_redaction_corpus"), corpus,
                         str(pages)], check=True)
-        ours = run_ours(args, corpus, terms, os.path.join(work, "ours.pdf"))
+        ours = run_job(args, corpus, terms, os.path.join(work, "ours.pdf"))
         left, _ = leftovers(os.path.join(work, "ours.pdf"), terms)
         floor = run_floor(args, corpus, os.path.join(work, "floor.pdf"))
         ok = ok and not left and ours["matches"] == floor["matches"]
