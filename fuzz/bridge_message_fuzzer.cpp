@@ -70,7 +70,6 @@ struct Session {
     NullEndpoint endpoint;
     WebMessageChannel channel{plugin.app.commands(), endpoint};
 };
-};
 
 std::string Quoted(std::string_view text) {
     std::string out = "\"";
