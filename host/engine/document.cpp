@@ -70,8 +70,7 @@ Document::Document(Document&& other) noexcept
       doc_(std::exchange(other.doc_, nullptr)),
       path_(std::move(other.path_)),
       permissions_(other.permissions_),
-      revision_(other.revision_),
-      pagesIndexed_(std::exchange(other.pagesIndexed_, false)) {}
+      revision_(other.revision_) {}
 
 Document& Document::operator=(Document&& other) noexcept {
     if (this != &other) {
@@ -81,7 +80,6 @@ Document& Document::operator=(Document&& other) noexcept {
         path_ = std::move(other.path_);
         permissions_ = other.permissions_;
         revision_ = other.revision_;
-        pagesIndexed_ = std::exchange(other.pagesIndexed_, false);
     }
     return *this;
 }
@@ -91,25 +89,8 @@ Document::~Document() {
 }
 
 void Document::Close() noexcept {
-    if (doc_ == nullptr)
-        return;
-    fz_context* ctx = context_->get();
-    if (std::exchange(pagesIndexed_, false))
-        pdf_drop_page_tree(ctx, doc_);
-    pdf_drop_document(ctx, std::exchange(doc_, nullptr));
-}
-
-void Document::IndexPages() {
-    pdf_document* doc = Live();
-    if (pagesIndexed_)
-        return;
-    fz_context* ctx = fz();
-    try {
-        CallMupdf(ctx, "cannot index the pages", [&] { pdf_load_page_tree(ctx, doc); });
-        pagesIndexed_ = true;
-    } catch (const Error&) {
-        // A page tree MuPDF cannot index is walked per lookup, as before.
-    }
+    if (doc_ != nullptr)
+        pdf_drop_document(context_->get(), std::exchange(doc_, nullptr));
 }
 
 Document Document::Open(Context& context, const std::string& path, const std::string& password) {
@@ -145,7 +126,6 @@ Document Document::Open(Context& context, const std::string& path, const std::st
     } catch (const Error&) {
         // A tree too damaged to walk is left to the engine's own checks.
     }
-    document.IndexPages();
     return document;
 }
 

@@ -78,12 +78,6 @@ class Document {
     // The file the document was opened from or last saved to; empty for a new document.
     const std::string& Path() const { return path_; }
 
-    // Builds MuPDF's map from page numbers to page objects, so that finding a page no longer
-    // walks the page tree. The page tree must not change afterwards: the engine never adds,
-    // removes or moves pages of a document it opened. Called by Open and by the factory once
-    // the pages are in; a tree MuPDF cannot index keeps the walk.
-    void IndexPages();
-
     Context& context() const { return *context_; }
     fz_context* fz() const;
     pdf_document* pdf() const { return doc_; }
@@ -98,7 +92,6 @@ class Document {
     std::string path_;
     std::uint32_t permissions_;
     std::uint64_t revision_ = 0;
-    bool pagesIndexed_ = false;
 };
 
 }  // namespace pdfhost::engine
