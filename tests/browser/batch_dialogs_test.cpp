@@ -6,10 +6,12 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QDropEvent>
 #include <QFile>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
@@ -222,6 +224,42 @@ TEST_F(BatchDialogsTest, OpenFilesThatNeedASaveAreSavedFirstAndAddedOnlyWhenItWo
                   BatchText("IDS_NEEDSAVE_MSG"));
         EXPECT_EQ(open.Doc(modified).modified, !c.saveWorks);
     }
+}
+
+TEST_F(BatchDialogsTest, AMailAttachmentDropIsSavedAsAMsgFileAndListed) {
+    // One attachment named "Invoice.pdf", as a mail program describes and serves it.
+    QByteArray descriptor(4 + 592, '\0');
+    descriptor[0] = 1;
+    const QString name = QStringLiteral("Invoice.pdf");
+    for (int i = 0; i < name.size(); ++i)
+        descriptor[4 + 72 + 2 * i] = static_cast<char>(name[i].unicode());
+    QMimeData data;
+    data.setData(QStringLiteral("FileGroupDescriptorW"), descriptor);
+    data.setData(QStringLiteral("FileContents"), QByteArray("compound file"));
+    const QByteArray oldTemp = qgetenv("TMPDIR");
+    qputenv("TMPDIR", folder.toUtf8());
+
+    CMultiFilesDlg dialog(host, nullptr);
+    auto* list = Child<QTreeWidget>(dialog, "IDC_LIST_MUTILFILES");
+    // The drop goes where the drag entered.
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(list->viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(list->viewport(), &drop);
+    qputenv("TMPDIR", oldTemp);
+
+    EXPECT_TRUE(drop.isAccepted());
+    ASSERT_EQ(list->topLevelItemCount(), 1);
+    const QTreeWidgetItem* row = list->topLevelItem(0);
+    EXPECT_TRUE(row->text(0).startsWith(QStringLiteral("MSG")) && row->text(0).endsWith(".msg"));
+    EXPECT_EQ(row->text(1), QDir(folder).absolutePath());
+    EXPECT_EQ(row->toolTip(0), name);
+    // The host can't open it, so the row says so and the batch leaves it out.
+    EXPECT_EQ(row->data(4, Qt::UserRole).toString(), QStringLiteral("IDS_STR_PARSEERROR"));
+    QFile saved(row->data(0, Qt::UserRole).toString());
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_EQ(saved.readAll(), QByteArray("compound file"));
 }
 
 TEST(BatchResultDialogTest, PictureAndListFollowTheResult) {

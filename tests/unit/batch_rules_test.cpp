@@ -2,9 +2,14 @@
 // write-back, the overwrite check, and the orders of the file list's columns.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
 #include <set>
 
 #include "batch/file_list_order.h"
+#include "batch/mail_attachment_drop.h"
 #include "batch/output_naming.h"
 #include "batch/output_options.h"
 #include "batch/overwrite_check.h"
@@ -159,6 +164,68 @@ TEST(BatchListOrderTest, SizesCountTheirUnitsAndDatesReadByTheFirstFittingFormat
     }
     EXPECT_DOUBLE_EQ(SizeTextValue(L"1.5 MB"), 1.5 * 1048576);
     EXPECT_EQ(DateTextValue(L"nothing"), std::nullopt);
+}
+
+// A group descriptor: the count, then per name a 592-byte record with the name at byte 72.
+std::string Descriptor(std::uint32_t count, const std::vector<std::u16string>& names) {
+    std::string block(4 + 592 * names.size(), '\0');
+    for (int i = 0; i < 4; ++i)
+        block[static_cast<std::size_t>(i)] = static_cast<char>(count >> (8 * i));
+    for (std::size_t n = 0; n < names.size(); ++n) {
+        for (std::size_t u = 0; u < names[n].size() && u < 260; ++u) {
+            block[4 + 592 * n + 72 + 2 * u] = static_cast<char>(names[n][u] & 0xFF);
+            block[4 + 592 * n + 73 + 2 * u] = static_cast<char>(names[n][u] >> 8);
+        }
+    }
+    return block;
+}
+
+TEST(MailAttachmentDropTest, DescriptorNamesAreReadWithinTheBlockOnly) {
+    const std::u16string full(300, u'x');  // fills its 260 units with no end mark
+    const struct {
+        std::string block;
+        std::vector<std::wstring> names;
+    } cases[] = {
+        {Descriptor(2, {u"Invoice.pdf", u"C:\\mail\\..\\\U0001D11E note.msg"}),
+         {L"Invoice.pdf", L"\U0001D11E note.msg"}},
+        {Descriptor(1, {u"../../etc/passwd"}), {L"passwd"}},
+        {Descriptor(1, {full}), {std::wstring(260, L'x')}},
+        {Descriptor(1, {u"a\xD800"
+                        u"b"}),
+         {L"a\uFFFDb"}},
+        {Descriptor(3, {u"a", u"b"}), {}},                 // a count the block can't hold
+        {Descriptor(0xFFFFFFFF, {u"a"}), {}},              // a count past any real drop
+        {Descriptor(2, {u"a", u"b"}).substr(0, 600), {}},  // cut inside a record
+        {"\x01\x00", {}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(AttachmentNames(c.block), c.names) << c.block.size();
+}
+
+TEST(MailAttachmentDropTest, EachAttachmentWithContentsBecomesANewMsgFile) {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() /
+                                         ("attachments-" + std::to_string(std::random_device()()));
+    std::filesystem::create_directories(folder);
+    const std::string block = Descriptor(3, {u"one.pdf", u"two.pdf", u"three.pdf"});
+    const auto contents = [](std::size_t index) -> std::optional<std::string> {
+        if (index == 1)
+            return std::nullopt;
+        return "storage " + std::to_string(index);
+    };
+    const std::vector<DroppedAttachment> saved = SaveDroppedAttachments(block, contents, folder);
+    ASSERT_EQ(saved.size(), 2u);
+    EXPECT_NE(saved[0].file, saved[1].file);
+    for (std::size_t i = 0; i < saved.size(); ++i) {
+        EXPECT_EQ(saved[i].name, i == 0 ? L"one.pdf" : L"three.pdf");
+        EXPECT_EQ(saved[i].file.parent_path(), folder);
+        EXPECT_EQ(saved[i].file.extension(), ".msg");
+        EXPECT_EQ(saved[i].file.filename().string().rfind("MSG", 0), 0u);
+        std::ifstream in(saved[i].file, std::ios::binary);
+        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}),
+                  "storage " + std::to_string(i == 0 ? 0 : 2));
+    }
+    EXPECT_TRUE(SaveDroppedAttachments(block, contents, folder / "missing").empty());
+    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -4,26 +4,6 @@
 
 namespace {
 
-// UTF-16 code units as wide text: kept as they are where wide text is UTF-16, combined into code
-// points where it is UTF-32 (an unpaired surrogate becomes U+FFFD there).
-std::wstring FromUtf16(const std::u16string& units) {
-    std::wstring text;
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        char32_t c = units[i];
-        if constexpr (sizeof(wchar_t) == 4) {
-            const bool high = c >= 0xD800 && c <= 0xDBFF;
-            if (high && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF) {
-                c = 0x10000 + ((c - 0xD800) << 10) + (units[i + 1] - 0xDC00);
-                ++i;
-            } else if (c >= 0xD800 && c <= 0xDFFF) {
-                c = 0xFFFD;
-            }
-        }
-        text.push_back(static_cast<wchar_t>(c));
-    }
-    return text;
-}
-
 // The character of a byte in the PDF's single-byte text encoding; U+FFFD for the unused codes.
 wchar_t FromPdfDocByte(unsigned char byte) {
     static constexpr char16_t kLow[8] = {0x02D8, 0x02C7, 0x02C6, 0x02D9,

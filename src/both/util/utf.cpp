@@ -104,3 +104,22 @@ std::wstring FromUtf8(std::string_view text) {
     }
     return out;
 }
+
+std::wstring FromUtf16(std::u16string_view units) {
+    std::wstring text;
+    text.reserve(units.size());
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        char32_t c = units[i];
+        if constexpr (sizeof(wchar_t) == 4) {
+            const bool high = c >= 0xD800 && c <= 0xDBFF;
+            if (high && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF) {
+                c = 0x10000 + ((c - 0xD800) << 10) + (units[i + 1] - 0xDC00);
+                ++i;
+            } else if (IsSurrogate(c)) {
+                c = kReplacement;
+            }
+        }
+        text.push_back(static_cast<wchar_t>(c));
+    }
+    return text;
+}

@@ -15,6 +15,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QShortcut>
+#include <QStandardPaths>
 #include <QStyle>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -22,6 +23,7 @@
 
 #include "batch/file_check.h"
 #include "batch/file_list_order.h"
+#include "batch/mail_attachment_drop.h"
 #include "batch/overwrite_check.h"
 #include "batch_texts.h"
 #include "file_list_dialog.h"
@@ -52,6 +54,36 @@ QStringList LocalFilesOf(const QMimeData* data) {
             paths << url.toLocalFile();
     }
     return paths;
+}
+
+// A mail program's drop names the formats as they are, or as Qt names Windows formats.
+QString FormatOf(const QMimeData* data, const QString& name) {
+    const QString windows = QStringLiteral("application/x-qt-windows-mime;value=\"%1\"").arg(name);
+    for (const QString& format : {name, windows}) {
+        if (data->hasFormat(format))
+            return format;
+    }
+    return {};
+}
+
+bool HasAttachments(const QMimeData* data) {
+    return data != nullptr && !FormatOf(data, QStringLiteral("FileGroupDescriptorW")).isEmpty();
+}
+
+// The attachments of a mail drop, saved in the temp folder. A drop carries the contents of its
+// first attachment only ("FileContents" has no index here); the others are left out.
+std::vector<DroppedAttachment> SaveAttachmentsOf(const QMimeData* data) {
+    const QByteArray descriptor =
+        data->data(FormatOf(data, QStringLiteral("FileGroupDescriptorW")));
+    const QString contentsFormat = FormatOf(data, QStringLiteral("FileContents"));
+    const AttachmentContents contents = [&](std::size_t index) -> std::optional<std::string> {
+        if (index != 0 || contentsFormat.isEmpty())
+            return std::nullopt;
+        return data->data(contentsFormat).toStdString();
+    };
+    return SaveDroppedAttachments(
+        std::string_view(descriptor.constData(), static_cast<std::size_t>(descriptor.size())),
+        contents, QStandardPaths::writableLocation(QStandardPaths::TempLocation).toStdString());
 }
 
 }  // namespace
@@ -133,6 +165,17 @@ void CMultiFilesDlg::addPaths(const QStringList& paths) {
     std::vector<QTreeWidgetItem*> added;
     for (const QString& path : paths)
         AddPath(path, added);
+    CheckRows(added);
+}
+
+void CMultiFilesDlg::AddAttachments(const std::vector<DroppedAttachment>& attachments) {
+    std::vector<QTreeWidgetItem*> added;
+    for (const DroppedAttachment& attachment : attachments) {
+        const std::size_t before = added.size();
+        AddFile(QString::fromStdString(attachment.file.string()), added);
+        if (added.size() > before)
+            added.back()->setToolTip(kName, QString::fromStdWString(attachment.name));
+    }
     CheckRows(added);
 }
 
@@ -253,7 +296,8 @@ bool CMultiFilesDlg::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::DragEnter:
         case QEvent::DragMove: {
             auto* drag = static_cast<QDropEvent*>(event);
-            if (adding_ || LocalFilesOf(drag->mimeData()).isEmpty())
+            if (adding_ ||
+                (LocalFilesOf(drag->mimeData()).isEmpty() && !HasAttachments(drag->mimeData())))
                 return false;
             drag->acceptProposedAction();
             return true;
@@ -261,10 +305,13 @@ bool CMultiFilesDlg::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::Drop: {
             auto* drop = static_cast<QDropEvent*>(event);
             const QStringList paths = LocalFilesOf(drop->mimeData());
-            if (adding_ || paths.isEmpty())
+            if (adding_ || (paths.isEmpty() && !HasAttachments(drop->mimeData())))
                 return false;
             drop->acceptProposedAction();
-            addPaths(paths);
+            if (paths.isEmpty())
+                AddAttachments(SaveAttachmentsOf(drop->mimeData()));
+            else
+                addPaths(paths);
             return true;
         }
         default:

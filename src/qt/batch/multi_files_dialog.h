@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "batch/batch_choice.h"
+#include "batch/mail_attachment_drop.h"
 
 class HostApi;
 class QLabel;
@@ -28,6 +29,8 @@ class CMultiFilesDlg : public QDialog {
     // checked: a missing path adds nothing, a folder adds its files in name order, and a file
     // already listed is not listed again.
     Q_INVOKABLE void addPaths(const QStringList& paths);
+    // Lists the ".msg" files a mail drop was saved to, each with its attachment's name as its tip.
+    void AddAttachments(const std::vector<DroppedAttachment>& attachments);
     // The current output options, flags as booleans.
     Q_INVOKABLE QVariantMap outputRecord() const;
 
