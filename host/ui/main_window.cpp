@@ -1,5 +1,6 @@
 #include "ui/main_window.h"
 
+#include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
@@ -10,12 +11,40 @@
 #include <QTabWidget>
 #include <QToolBar>
 
+#include "close_prompt.h"
+#include "engine/redaction.h"
 #include "host_app.h"
+#include "message_box.h"
 #include "save_command.h"
 #include "ui/document_view.h"
 #include "ui/ribbon_widget.h"
 
 namespace pdfhost::ui {
+namespace {
+
+constexpr int kOkCancelWarning = 0x31;
+constexpr int kOk = 1;
+
+// Whether the user still wants to save a document whose Redact marks are not applied: saved as
+// marks, the text under them stays in the file.
+bool ConfirmSaveWithMarks(HostApp& app, HostDocument& document) {
+    std::size_t marks = 0;
+    try {
+        marks = engine::Redactor(document.Engine()).RedactAnnotations().size();
+    } catch (const std::exception&) {
+        return true;  // a damaged page tree: the save reports what it can
+    }
+    if (marks == 0)
+        return true;
+    const std::string text =
+        document.FileName() + " has " + std::to_string(marks) +
+        (marks == 1 ? " redaction mark" : " redaction marks") +
+        " that are not applied yet. Saved as marks, the text under them stays in the file: "
+        "apply them first to remove it. Save with the marks anyway?";
+    return ShowMessageBox(app, {text, "Save", kOkCancelWarning}) == kOk;
+}
+
+}  // namespace
 
 MainWindow::MainWindow(HostApp& app, QWidget* parent)
     : QMainWindow(parent), app_(app), tabs_(new QTabWidget(this)) {
@@ -54,7 +83,7 @@ void MainWindow::BuildMenus() {
     });
     file->addAction(tr("&Save"), QKeySequence::Save, this, [this] {
         HostDocument* document = CurrentDocument();
-        if (document == nullptr)
+        if (document == nullptr || !ConfirmSaveWithMarks(app_, *document))
             return;
         // A new document asks for a file; a cancelled dialog is no failure to report.
         const bool asks = document->IsTemporary();
@@ -64,7 +93,7 @@ void MainWindow::BuildMenus() {
     });
     file->addAction(tr("&Close"), QKeySequence::Close, this, [this] {
         if (HostDocument* document = CurrentDocument())
-            app_.CloseDocument(*document);
+            CloseAsked(*document);
     });
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
@@ -117,7 +146,39 @@ void MainWindow::OnTabChanged(int index) {
 
 void MainWindow::OnTabCloseRequested(int index) {
     if (DocumentView* view = ViewAt(index))
-        app_.CloseDocument(view->Document());
+        CloseAsked(view->Document());
+}
+
+bool MainWindow::CloseAsked(HostDocument& document) {
+    const int number = document.Number();
+    if (!ConfirmClose(app_, document, this))
+        return false;
+    // The prompt's event loop may have closed it already.
+    if (HostDocument* still = app_.Documents().FindByNumber(number))
+        app_.CloseDocument(*still);
+    return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    // Each modified document is shown and asked about in turn; Cancel on any keeps the window and
+    // every document open. The documents close with the host once the window has gone.
+    std::vector<int> modified;
+    for (const HostDocument* document : app_.Documents().Tabs()) {
+        if (document->IsModified())
+            modified.push_back(document->Number());
+    }
+    for (const int number : modified) {
+        HostDocument* document = app_.Documents().FindByNumber(number);
+        if (document == nullptr)
+            continue;
+        if (const int index = IndexOf(*document); index >= 0)
+            tabs_->setCurrentIndex(index);
+        if (!ConfirmClose(app_, *document, this)) {
+            event->ignore();
+            return;
+        }
+    }
+    event->accept();
 }
 
 DocumentView* MainWindow::ViewAt(int index) const {

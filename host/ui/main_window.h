@@ -1,5 +1,7 @@
 // The desktop window: a start tab and one tab per open document, a File menu, and the host's
-// document events on tab changes. It is a main frame of the host while it lives.
+// document events on tab changes. It is a main frame of the host while it lives. Closing a
+// modified document, or the window, asks first what becomes of the changes; saving a document
+// that holds unapplied Redact marks asks too.
 #pragma once
 
 #include <QMainWindow>
@@ -31,8 +33,15 @@ class MainWindow : public QMainWindow, public DocumentObserver {
     void ActiveChanged(HostDocument* active) override;
     void DocumentChanged(HostDocument& document) override;
 
+  protected:
+    // Quitting asks about each modified document first, as closing its tab does.
+    void closeEvent(QCloseEvent* event) override;
+
   private:
     void BuildMenus();
+    // Closes the document once the user has said what becomes of its changes; false when the
+    // user kept it open.
+    bool CloseAsked(HostDocument& document);
     void OnTabChanged(int index);
     void OnTabCloseRequested(int index);
     DocumentView* ViewAt(int index) const;

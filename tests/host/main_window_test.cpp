@@ -1,7 +1,12 @@
-// The desktop window follows the host's documents, and the user's tab changes reach the hooks.
+// The desktop window follows the host's documents, and the user's tab changes reach the hooks;
+// closing, quitting and saving ask before work is lost or marks are saved unapplied.
+#include <QAction>
 #include <QLabel>
 #include <QTabWidget>
+#include <fstream>
+#include <iterator>
 
+#include "annot_calls.h"
 #include "host_test_support.h"
 #include "ui/document_view.h"
 #include "ui/main_window.h"
@@ -75,11 +80,78 @@ TEST_F(MainWindowTest, TabsFollowTheDocumentsAndFireHooks) {
     CallHost<Op::HostDocSetChanged>(app_.Documents().FindByNumber(1)->Handle());
     EXPECT_EQ(tabs_->tabText(1), "a.pdf *");
 
+    // A modified document asks first: Cancel keeps it, No closes it unsaved.
     g_calls.clear();
+    app_.Answers().Queue("messageBox", 2);
+    emit tabs_->tabCloseRequested(1);
+    EXPECT_EQ(tabs_->count(), 3);
+    app_.Answers().Queue("messageBox", 7);
     emit tabs_->tabCloseRequested(1);
     EXPECT_EQ(tabs_->count(), 2);
     EXPECT_EQ(g_calls, (std::vector<std::string>{"closing"}));
     EXPECT_EQ(app_.Documents().All().size(), 1u);
+}
+
+std::string Bytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+class DesktopPromptsTest : public testing::AnnotationTablesTest {
+  protected:
+    HostDocument& OpenModified(const std::string& name) {
+        window_.OpenFile(
+            QString::fromStdString(testing::WritePdf(files_, name, testing::ThreePages())));
+        HostDocument* document = app_.Documents().Active();
+        CallHost<Op::HostDocSetChanged>(document->Handle());
+        return *document;
+    }
+
+    void Save() {
+        for (QAction* action : window_.findChildren<QAction*>()) {
+            if (action->text() == QStringLiteral("&Save"))
+                action->trigger();
+        }
+    }
+
+    ui::MainWindow window_{app_};
+};
+
+TEST_F(DesktopPromptsTest, QuitAsksAboutEachModifiedDocumentAndCancelKeepsAll) {
+    HostDocument& first = OpenModified("first.pdf");
+    const std::string firstPath = first.Path();
+    OpenModified("second.pdf");
+    const std::string before = Bytes(firstPath);
+
+    // Yes saves the first; Cancel on the second keeps the window and both documents.
+    app_.Answers().Queue("messageBox", 6);
+    app_.Answers().Queue("messageBox", 2);
+    EXPECT_FALSE(window_.close());
+    ASSERT_EQ(app_.Documents().Tabs().size(), 2u);
+    EXPECT_FALSE(app_.Documents().Tabs()[0]->IsModified());
+    EXPECT_NE(Bytes(firstPath), before);
+    EXPECT_TRUE(app_.Documents().Tabs()[1]->IsModified());
+
+    app_.Answers().Queue("messageBox", 7);
+    EXPECT_TRUE(window_.close());
+    EXPECT_EQ(app_.Answers().Pending("messageBox"), 0u);
+}
+
+TEST_F(DesktopPromptsTest, SavingUnappliedRedactMarksAsksFirst) {
+    HostDocument& document = Open(testing::ThreePages());
+    const std::string path = document.Path();
+    const std::string before = Bytes(path);
+    RedactWord(document, 0, "first");
+
+    app_.Answers().Queue("messageBox", 2);
+    Save();
+    EXPECT_EQ(Bytes(path), before);
+    EXPECT_TRUE(document.IsModified());
+
+    app_.Answers().Queue("messageBox", 1);
+    Save();
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_NE(Bytes(path).find("/Redact"), std::string::npos);
 }
 
 }  // namespace
