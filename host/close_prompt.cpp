@@ -1,5 +1,8 @@
 #include "close_prompt.h"
 
+#include <QMessageBox>
+#include <QPushButton>
+
 #include "host_app.h"
 #include "message_box.h"
 #include "save_command.h"
@@ -10,6 +13,26 @@ namespace {
 constexpr int kYesNoCancelWarning = 0x33;
 constexpr int kYes = 6;
 constexpr int kNo = 7;
+constexpr int kCancel = 2;
+
+// The question with the desktop's own words (Save, Don't Save, Cancel); headless, the queued
+// message box answer.
+int AskToSave(HostApp& app, const std::string& text, QWidget* parent) {
+    if (app.Options().headless)
+        return ShowMessageBox(app, MessageBoxRequest{text, "pdfhost", kYesNoCancelWarning});
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("pdfhost"), QString::fromStdString(text),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
+    box.button(QMessageBox::Discard)->setText(QObject::tr("Don't Save"));
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+        case QMessageBox::Save:
+            return kYes;
+        case QMessageBox::Discard:
+            return kNo;
+        default:
+            return kCancel;
+    }
+}
 
 }  // namespace
 
@@ -17,10 +40,9 @@ bool ConfirmClose(HostApp& app, HostDocument& document, QWidget* parent) {
     if (!document.IsModified() || document.IsHidden())
         return true;
     const int number = document.Number();
-    const int answer =
-        ShowMessageBox(app, MessageBoxRequest{"Do you want to save the changes to " +
-                                                  document.FileName() + " before closing?",
-                                              "pdfhost", kYesNoCancelWarning});
+    const int answer = AskToSave(
+        app, "Do you want to save the changes to " + document.FileName() + " before closing?",
+        parent);
     HostDocument* still = app.Documents().FindByNumber(number);
     if (still == nullptr || still->IsClosing())
         return false;

@@ -1,7 +1,7 @@
 // What closing a document with unsaved changes asks, when the caller wants it asked: "Save the
-// changes?" with Yes, No and Cancel, as a message box (answered by the queued "messageBox" answer
-// headless: 6 Yes, 7 No, 2 Cancel; unanswered it is cancelled). Yes saves first (a temporary
-// document asks for a file), No drops the changes, Cancel keeps the document open.
+// changes?" with Save, Don't Save and Cancel on the desktop; headless, answered by the queued
+// "messageBox" answer (6 Yes, 7 No, 2 Cancel; unanswered it is cancelled). Yes saves first (a
+// temporary document asks for a file), No drops the changes, Cancel keeps the document open.
 #pragma once
 
 class QWidget;
