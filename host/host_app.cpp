@@ -13,6 +13,7 @@
 #include "automation/json_line_writer.h"
 #include "automation/welcome_dialog_answers.h"
 #include "batch_watch.h"
+#include "engine/error.h"
 #include "engine/ocr_recognizer.h"
 #include "file_dialog_answers.h"
 #include "headless_url_handlers.h"
@@ -202,6 +203,7 @@ HostApp::OpenResult HostApp::Open(const std::string& path, const std::string& pa
         result.document = &documents_.Add(std::move(opened), kind);
     } catch (const std::exception& error) {
         result.error = OpenError(path, error);
+        result.needsPassword = dynamic_cast<const engine::PasswordError*>(&error) != nullptr;
         return result;
     }
     const int number = result.document->Number();

@@ -89,7 +89,8 @@ class HostApp {
     // ---- What the user (or a plug-in through the tables) does with documents.
     struct OpenResult {
         HostDocument* document = nullptr;
-        std::string error;  // "cannot open <path>: <reason>" when document is null
+        std::string error;           // "cannot open <path>: <reason>" when document is null
+        bool needsPassword = false;  // the file is encrypted and the password missing or wrong
     };
     // Opens a file in a new tab: will-open, did-open, then the tab becomes active. A file that
     // cannot be opened changes nothing and fires nothing.

@@ -110,8 +110,8 @@ Document Document::Open(Context& context, const std::string& path, const std::st
             ctx, damaged, [&] { return pdf_authenticate_password(ctx, doc, password.c_str()); });
     }
     if (needs_password && authenticated == 0) {
-        throw Error("cannot open " + path +
-                    (password.empty() ? ": a password is required" : ": wrong password"));
+        throw PasswordError("cannot open " + path +
+                            (password.empty() ? ": a password is required" : ": wrong password"));
     }
     constexpr int kOwnerAuthenticated = 4;
     if (HasEncryption(doc) && (authenticated & kOwnerAuthenticated) == 0) {
@@ -159,6 +159,10 @@ void Document::CheckPage(int page) const {
 
 bool Document::IsEncrypted() const {
     return HasEncryption(Live());
+}
+
+bool Document::WasRepaired() const {
+    return pdf_was_repaired(fz(), Live()) != 0;
 }
 
 bool Document::HasInfo() const {

@@ -45,6 +45,9 @@ class Document {
     // opened with the owner password, else the bits that the encryption grants.
     std::uint32_t Permissions() const { return permissions_; }
     bool IsEncrypted() const;
+    // Whether the file was damaged and rebuilt from its objects on opening: pages may be
+    // missing or show less than they should.
+    bool WasRepaired() const;
 
     // The Info dictionary: whether the trailer has one, and the raw bytes of one of its string
     // entries (a date stays in its PDF text form). Absent key or non-string value: nullopt.

@@ -10,4 +10,10 @@ class Error : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// An encrypted file opened without its password, or with a wrong one.
+class PasswordError : public Error {
+  public:
+    using Error::Error;
+};
+
 }  // namespace pdfhost::engine

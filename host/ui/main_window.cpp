@@ -3,10 +3,12 @@
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSignalBlocker>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
@@ -100,10 +102,36 @@ void MainWindow::BuildMenus() {
 }
 
 void MainWindow::OpenFile(const QString& path) {
-    const HostApp::OpenResult result = app_.OpenDocument(path.toStdString());
+    const QString name = QFileInfo(path).fileName();
+    std::string password;
+    HostApp::OpenResult result = app_.OpenDocument(path.toStdString());
+    for (bool wrong = false; result.document == nullptr && result.needsPassword; wrong = true) {
+        const std::optional<QString> typed = AskPassword(name, wrong);
+        if (!typed)
+            return;  // the user chose not to open it
+        result = app_.OpenDocument(path.toStdString(), typed->toStdString());
+    }
     if (result.document == nullptr) {
         QMessageBox::warning(this, tr("Open"), QString::fromStdString(result.error));
+        return;
     }
+    if (result.document->Engine().WasRepaired()) {
+        statusBar()->showMessage(tr("%1 was damaged and has been repaired: some pages may be "
+                                    "blank or incomplete. Check them before you rely on it.")
+                                     .arg(name));
+    }
+}
+
+std::optional<QString> MainWindow::AskPassword(const QString& name, bool wrong) {
+    QInputDialog dialog(this);
+    dialog.setObjectName(QStringLiteral("PasswordDialog"));
+    dialog.setWindowTitle(tr("Password"));
+    dialog.setLabelText(wrong ? tr("The password is not right. Enter the password of %1:").arg(name)
+                              : tr("%1 is protected. Enter its password:").arg(name));
+    dialog.setTextEchoMode(QLineEdit::Password);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.textValue();
 }
 
 void MainWindow::DocumentAdded(HostDocument& document) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <optional>
 
 #include "document_observer.h"
 
@@ -25,7 +26,9 @@ class MainWindow : public QMainWindow, public DocumentObserver {
     explicit MainWindow(HostApp& app, QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    // Opens a file in a new tab; a file that cannot be opened is told in a message box.
+    // Opens a file in a new tab. An encrypted file asks for its password until it is right or
+    // the user cancels; a file that cannot be opened is told in a message box, and one that had
+    // to be repaired in the status bar.
     void OpenFile(const QString& path);
 
     void DocumentAdded(HostDocument& document) override;
@@ -42,6 +45,9 @@ class MainWindow : public QMainWindow, public DocumentObserver {
     // Closes the document once the user has said what becomes of its changes; false when the
     // user kept it open.
     bool CloseAsked(HostDocument& document);
+    // The password the user types for the file `name`; nothing when cancelled. `wrong` says the
+    // last one was not right.
+    std::optional<QString> AskPassword(const QString& name, bool wrong);
     void OnTabChanged(int index);
     void OnTabCloseRequested(int index);
     DocumentView* ViewAt(int index) const;

@@ -1,8 +1,12 @@
 // The desktop window follows the host's documents, and the user's tab changes reach the hooks;
 // closing, quitting and saving ask before work is lost or marks are saved unapplied.
 #include <QAction>
+#include <QApplication>
+#include <QInputDialog>
 #include <QLabel>
+#include <QStatusBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <fstream>
 #include <iterator>
 
@@ -152,6 +156,47 @@ TEST_F(DesktopPromptsTest, SavingUnappliedRedactMarksAsksFirst) {
     Save();
     EXPECT_FALSE(document.IsModified());
     EXPECT_NE(Bytes(path).find("/Redact"), std::string::npos);
+}
+
+// Answers the password dialogs as they come up, in order; an empty answer cancels.
+void TypePasswords(std::vector<QString> answers) {
+    QTimer::singleShot(0, [answers = std::move(answers)]() mutable {
+        auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        const QString answer = answers.front();
+        answers.erase(answers.begin());
+        if (!answers.empty())
+            TypePasswords(answers);
+        if (answer.isEmpty()) {
+            dialog->reject();
+        } else {
+            dialog->setTextValue(answer);
+            dialog->accept();
+        }
+    });
+}
+
+TEST_F(DesktopPromptsTest, EncryptedFilesAskForTheirPasswordAndRepairedOnesSaySo) {
+    engine::PdfDescription locked = testing::ThreePages();
+    locked.encryption = engine::Encryption{.user_password = "user-pw", .owner_password = "owner"};
+    const std::string path = testing::WritePdf(files_, "locked.pdf", locked);
+
+    TypePasswords({"nope", ""});  // a wrong one, then Cancel: nothing opens, nothing more is said
+    window_.OpenFile(QString::fromStdString(path));
+    EXPECT_TRUE(app_.Documents().Tabs().empty());
+
+    TypePasswords({"nope", "user-pw"});
+    window_.OpenFile(QString::fromStdString(path));
+    ASSERT_EQ(app_.Documents().Tabs().size(), 1u);
+    EXPECT_EQ(app_.Documents().Tabs()[0]->Engine().PageCount(), 3);
+    EXPECT_TRUE(window_.statusBar()->currentMessage().isEmpty());
+
+    // A file cut before its cross-reference table opens repaired, with a word about it.
+    const std::string bytes = Bytes(testing::WritePdf(files_, "whole.pdf", testing::ThreePages()));
+    const std::string cut = (files_ / "cut.pdf").string();
+    std::ofstream(cut, std::ios::binary) << bytes.substr(0, bytes.rfind("xref"));
+    window_.OpenFile(QString::fromStdString(cut));
+    EXPECT_TRUE(window_.statusBar()->currentMessage().contains(QStringLiteral("repaired")));
 }
 
 }  // namespace
