@@ -9,9 +9,14 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QSignalBlocker>
+#include <QSpinBox>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 #include "annotation_editor.h"
 #include "host_app.h"
@@ -21,8 +26,13 @@
 namespace pdfhost::ui {
 namespace {
 
-// Pages are drawn at the device resolution of the view model.
+// Pages are drawn at the device resolution of the view model, times the zoom.
 constexpr float kViewDpi = DocView::kPixelsPerPoint * 72;
+constexpr double kMinZoom = 0.1;
+constexpr double kMaxZoom = 8.0;
+constexpr double kZoomStep = 1.25;
+// The renderer's own limit.
+constexpr double kMaxDpi = 1200;
 
 }  // namespace
 
@@ -31,6 +41,7 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
       document_(document),
       scroll_(new QScrollArea(this)),
       picture_(new QLabel),
+      pageNumber_(new QSpinBox(this)),
       pageLabel_(new QLabel(this)),
       previous_(new QPushButton(tr("Previous page"), this)),
       next_(new QPushButton(tr("Next page"), this)) {
@@ -39,17 +50,43 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
     scroll_->setWidgetResizable(true);
     scroll_->setAlignment(Qt::AlignCenter);
 
+    pageNumber_->setObjectName(QStringLiteral("PageNumber"));
+    pageNumber_->setKeyboardTracking(false);  // goes to the page on Enter, not at each digit
+    auto* zoomOut = new QPushButton(tr("Zoom out"), this);
+    auto* zoomIn = new QPushButton(tr("Zoom in"), this);
+    auto* fitWidth = new QPushButton(tr("Fit width"), this);
+    auto* fitPage = new QPushButton(tr("Fit page"), this);
     auto* bar = new QHBoxLayout;
     bar->addWidget(previous_);
+    bar->addWidget(pageNumber_);
     bar->addWidget(pageLabel_);
     bar->addWidget(next_);
     bar->addStretch();
+    for (QPushButton* button : {zoomOut, zoomIn, fitWidth, fitPage}) {
+        button->setFocusPolicy(Qt::NoFocus);
+        bar->addWidget(button);
+    }
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(bar);
     layout->addWidget(scroll_);
 
     connect(previous_, &QPushButton::clicked, this, [this] { ShowPage(page_ - 1); });
     connect(next_, &QPushButton::clicked, this, [this] { ShowPage(page_ + 1); });
+    connect(pageNumber_, &QSpinBox::valueChanged, this, [this](int number) {
+        if (number - 1 != page_)
+            ShowPage(number - 1);
+    });
+    connect(zoomOut, &QPushButton::clicked, this, [this] { SetZoom(zoom_ / kZoomStep); });
+    connect(zoomIn, &QPushButton::clicked, this, [this] { SetZoom(zoom_ * kZoomStep); });
+    connect(fitWidth, &QPushButton::clicked, this, [this] { SetFit(Fit::kWidth); });
+    connect(fitPage, &QPushButton::clicked, this, [this] { SetFit(Fit::kPage); });
+    for (const auto& [keys, step] : {std::pair{QKeySequence::ZoomIn, kZoomStep},
+                                     std::pair{QKeySequence::ZoomOut, 1 / kZoomStep}}) {
+        auto* shortcut = new QShortcut(keys, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, [this, step] { SetZoom(zoom_ * step); });
+    }
+    scroll_->viewport()->installEventFilter(this);
     setFocusPolicy(Qt::StrongFocus);
     if (DocView* view = document_.View()) {
         view->SetListener([this] { OnViewChanged(); });
@@ -97,8 +134,8 @@ void DocumentView::ApplyScroll() {
     if (view == nullptr)
         return;
     syncing_ = true;
-    scroll_->horizontalScrollBar()->setValue(view->Scroll().x);
-    scroll_->verticalScrollBar()->setValue(view->Scroll().y);
+    scroll_->horizontalScrollBar()->setValue(static_cast<int>(view->Scroll().x * zoom_));
+    scroll_->verticalScrollBar()->setValue(static_cast<int>(view->Scroll().y * zoom_));
     syncing_ = false;
 }
 
@@ -107,14 +144,84 @@ void DocumentView::UserScrolled() {
     if (syncing_ || view == nullptr)
         return;
     syncing_ = true;
-    view->ScrollTo(scroll_->horizontalScrollBar()->value(), scroll_->verticalScrollBar()->value());
+    view->ScrollTo(static_cast<int>(scroll_->horizontalScrollBar()->value() / zoom_),
+                   static_cast<int>(scroll_->verticalScrollBar()->value() / zoom_));
     syncing_ = false;
+}
+
+void DocumentView::TellViewportSize() {
+    if (DocView* view = document_.View()) {
+        view->SetViewportSize(static_cast<int>(scroll_->viewport()->width() / zoom_),
+                              static_cast<int>(scroll_->viewport()->height() / zoom_));
+    }
 }
 
 void DocumentView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (DocView* view = document_.View())
-        view->SetViewportSize(scroll_->viewport()->width(), scroll_->viewport()->height());
+    const double fitted = FittedZoom();
+    if (fitted != zoom_) {
+        zoom_ = fitted;
+        Refresh();
+    }
+    TellViewportSize();
+}
+
+void DocumentView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (const double fitted = FittedZoom(); fitted != zoom_) {
+        zoom_ = fitted;
+        TellViewportSize();
+        Refresh();
+    }
+}
+
+bool DocumentView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == scroll_->viewport() && event->type() == QEvent::Wheel) {
+        auto* wheel = static_cast<QWheelEvent*>(event);
+        if (wheel->modifiers() & Qt::ControlModifier) {
+            const int steps = wheel->angleDelta().y() / 120;
+            if (steps != 0)
+                SetZoom(zoom_ * std::pow(kZoomStep, steps));
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+double DocumentView::FittedZoom() const {
+    // A view not on screen has no size to fit yet.
+    if (fit_ == Fit::kNone || !isVisible())
+        return zoom_;
+    engine::Rect box;
+    try {
+        box = document_.Engine().PageBox(page_);
+    } catch (const std::exception&) {
+        return zoom_;
+    }
+    // The room the page has, less a margin, over the page at 100 %.
+    constexpr int kMargin = 8;
+    const double width = (box.right - box.left) * DocView::kPixelsPerPoint;
+    const double height = (box.top - box.bottom) * DocView::kPixelsPerPoint;
+    if (width <= 0 || height <= 0)
+        return zoom_;
+    const double byWidth = (scroll_->viewport()->width() - kMargin) / width;
+    const double byHeight = (scroll_->viewport()->height() - kMargin) / height;
+    const double fitted = fit_ == Fit::kWidth ? byWidth : std::min(byWidth, byHeight);
+    return std::clamp(fitted, kMinZoom, std::min(kMaxZoom, kMaxDpi / kViewDpi));
+}
+
+void DocumentView::SetZoom(double zoom) {
+    fit_ = Fit::kNone;
+    zoom_ = std::clamp(zoom, kMinZoom, std::min(kMaxZoom, kMaxDpi / kViewDpi));
+    TellViewportSize();
+    Refresh();
+}
+
+void DocumentView::SetFit(Fit fit) {
+    fit_ = fit;
+    zoom_ = FittedZoom();
+    TellViewportSize();
+    Refresh();
 }
 
 void DocumentView::ShowPage(int page) {
@@ -125,22 +232,32 @@ void DocumentView::ShowPage(int page) {
         view->GotoPage(page_);
         syncing_ = false;
     }
+    if (const double fitted = FittedZoom(); fitted != zoom_) {  // pages may differ in size
+        zoom_ = fitted;
+        TellViewportSize();
+    }
     Refresh();
 }
 
 void DocumentView::Refresh() {
     const int count = document_.Engine().PageCount();
-    pageLabel_->setText(tr("Page %1 of %2").arg(page_ + 1).arg(count));
+    {
+        const QSignalBlocker blocker(pageNumber_);
+        pageNumber_->setRange(1, std::max(1, count));
+        pageNumber_->setValue(page_ + 1);
+    }
+    pageLabel_->setText(tr("of %1").arg(count));
     previous_->setEnabled(page_ > 0);
     next_->setEnabled(page_ + 1 < count);
     try {
-        const engine::RgbImage image = document_.Engine().Render(page_, kViewDpi);
+        const engine::RgbImage image =
+            document_.Engine().Render(page_, static_cast<float>(kViewDpi * zoom_));
         const QImage view(image.pixels.data(), image.width, image.height, image.stride,
                           QImage::Format_RGB888);
         QImage shown = view.copy();
         if (const DocView* model = document_.View()) {
             drawnSelection_ = model->Selection();
-            PaintSelection(shown, document_, page_);
+            PaintSelection(shown, document_, page_, zoom_);
         }
         picture_->setPixmap(QPixmap::fromImage(shown));
         ApplyScroll();

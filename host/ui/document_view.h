@@ -1,6 +1,8 @@
-// The view of one document in its tab: the current page, rendered, with page up/down. It
-// follows the document's view model (page, scrolling, selection, repaints) and Ctrl+Z undoes
-// the last annotation change.
+// The view of one document in its tab: the current page, rendered, with page up/down, a page
+// number to go to, zoom (Ctrl+plus, Ctrl+minus, Ctrl+wheel) and fit to width or to the page,
+// kept as the view is resized (when the task pane opens, say). It follows the document's view
+// model (page, scrolling, selection, repaints), whose device space stays the page at 100 %, and
+// Ctrl+Z undoes the last annotation change.
 #pragma once
 
 #include <QWidget>
@@ -10,6 +12,7 @@
 class QLabel;
 class QScrollArea;
 class QPushButton;
+class QSpinBox;
 
 namespace pdfhost {
 class HostDocument;
@@ -30,23 +33,38 @@ class DocumentView : public QWidget {
     // Renders the current page again (after a change of the document).
     void Refresh();
 
+    enum class Fit { kNone, kWidth, kPage };
+    double Zoom() const { return zoom_; }
+    // A zoom factor of its own (clamped to 10 % .. 800 %) ends fitting.
+    void SetZoom(double zoom);
+    void SetFit(Fit fit);
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     // The view model changed: repaint when needed, follow its scrolling.
     void OnViewChanged();
     void ApplyScroll();
     void UserScrolled();
+    // The zoom that the fit mode asks for at the view's present size; the present zoom when
+    // not fitting.
+    double FittedZoom() const;
+    void TellViewportSize();
 
     HostDocument& document_;
     bool syncing_ = false;
     bool refreshQueued_ = false;
     TextSelection drawnSelection_;
     int page_ = 0;
+    double zoom_ = 1.0;
+    Fit fit_ = Fit::kWidth;
     QScrollArea* scroll_;
     QLabel* picture_;
+    QSpinBox* pageNumber_;
     QLabel* pageLabel_;
     QPushButton* previous_;
     QPushButton* next_;

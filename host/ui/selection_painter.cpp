@@ -29,7 +29,7 @@ std::vector<engine::Rect> SelectedOn(HostDocument& document, int page) {
 
 }  // namespace
 
-void PaintSelection(QImage& image, HostDocument& document, int page) {
+void PaintSelection(QImage& image, HostDocument& document, int page, double zoom) {
     const DocView* view = document.View();
     if (view == nullptr || view->Selection().Empty())
         return;
@@ -42,6 +42,7 @@ void PaintSelection(QImage& image, HostDocument& document, int page) {
     if (rects.empty())
         return;
     QPainter painter(&image);
+    painter.scale(zoom, zoom);
     painter.setCompositionMode(QPainter::CompositionMode_Multiply);
     for (const engine::Rect& r : rects) {
         const DevicePoint a = view->PageToDevice(page, r.left, r.bottom);

@@ -1,8 +1,12 @@
 // The desktop view follows its view model: the page the tables go to, the selection drawn over
-// the page, and the annotation removed by undo.
+// the page, and the annotation removed by undo; zoom and fit keep the model's device space.
 #include <QCoreApplication>
 #include <QLabel>
 #include <QPixmap>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QWheelEvent>
 
 #include "annot_calls.h"
 #include "annotation_editor.h"
@@ -27,6 +31,15 @@ class ViewWidgetTest : public AnnotationTablesTest {
                 picture = label;
         }
         return picture != nullptr ? picture->pixmap().toImage().pixelColor(x, y) : QColor();
+    }
+
+    QSize Shown() {
+        QCoreApplication::processEvents();
+        for (const QLabel* label : window_.findChildren<QLabel*>()) {
+            if (!label->pixmap().isNull())
+                return label->pixmap().size();
+        }
+        return {};
     }
 
     ui::MainWindow window_{app_};
@@ -68,6 +81,56 @@ TEST_F(ViewWidgetTest, AnnotationsShowAndUndoTakesThemAway) {
     EXPECT_LT(drawn.red(), 128) << "the square's appearance shows";
     ASSERT_TRUE(AnnotationEditor(app_).UndoLast(document));
     EXPECT_EQ(ShownAt(307, 307), QColor(Qt::white));
+}
+
+TEST_F(ViewWidgetTest, ZoomAndFitScaleThePageButNotTheModelsDeviceSpace) {
+    // US Letter: 816 x 1056 pixels at 100 %.
+    HostDocument& document = Open({.pages = {engine::PageDescription::TextLines({"one"}),
+                                             engine::PageDescription::TextLines({"two"})}});
+    auto* shown = window_.findChild<ui::DocumentView*>();
+    ASSERT_NE(shown, nullptr);
+    EXPECT_EQ(Shown(), QSize(816, 1056));
+
+    shown->SetZoom(2.0);
+    EXPECT_EQ(Shown(), QSize(1632, 2112));
+    // The model's selection at device (300, 300) is drawn at twice that.
+    const NdxRectArray rects = CallHost<Op::NDXRectArrayNew>();
+    CallHost<Op::NDXRectArrayAdd>(rects, 200.0f, 500.0f, 260.0f, 600.0f);
+    CallHost<Op::HostTextSelectToolSelectRects>(
+        CallHost<Op::HostDocGetTextSelectTool>(document.Handle()),
+        CallHost<Op::HostDocGetPageView>(document.Handle(), 0), rects);
+    CallHost<Op::NDXRectArrayDestroy>(rects);
+    EXPECT_EQ(ShownAt(300, 300), QColor(Qt::white));
+    EXPECT_GT(ShownAt(600, 600).blue(), ShownAt(600, 600).red());
+
+    // The model scrolls in its own pixels; the view by as many zoomed ones.
+    window_.resize(900, 700);
+    window_.show();
+    QCoreApplication::processEvents();
+    CallHost<Op::HostDocViewScrollTo>(CallHost<Op::HostDocGetView>(document.Handle()), 0, 100);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown->findChild<QScrollArea*>()->verticalScrollBar()->value(), 200);
+
+    // Fitting follows the view's size, as when the task pane opens beside it.
+    shown->SetFit(ui::DocumentView::Fit::kWidth);
+    const int room = shown->findChild<QScrollArea*>()->viewport()->width();
+    EXPECT_NEAR(Shown().width(), room - 8, 2);
+    shown->SetFit(ui::DocumentView::Fit::kPage);
+    const int tall = shown->findChild<QScrollArea*>()->viewport()->height();
+    EXPECT_NEAR(Shown().height(), tall - 8, 2);
+    window_.resize(600, 500);
+    QCoreApplication::processEvents();
+    EXPECT_LT(Shown().height(), tall - 8);
+
+    // Ctrl+wheel zooms in steps; the page number goes to its page.
+    const double before = shown->Zoom();
+    QWheelEvent wheel(QPointF(10, 10), QPointF(10, 10), {}, QPoint(0, 120), Qt::NoButton,
+                      Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(shown->findChild<QScrollArea*>()->viewport(), &wheel);
+    EXPECT_NEAR(shown->Zoom(), before * 1.25, 1e-9);
+    shown->findChild<QSpinBox*>(QStringLiteral("PageNumber"))->setValue(2);
+    EXPECT_EQ(shown->CurrentPage(), 1);
+    window_.hide();
 }
 
 }  // namespace
