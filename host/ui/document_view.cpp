@@ -1,9 +1,11 @@
 #include "ui/document_view.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPixmap>
 #include <QPushButton>
 #include <QScrollArea>
@@ -16,6 +18,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 #include "annotation_editor.h"
@@ -42,6 +45,9 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
       scroll_(new QScrollArea(this)),
       picture_(new QLabel),
       pageNumber_(new QSpinBox(this)),
+      findBar_(new QWidget(this)),
+      findText_(new QLineEdit(findBar_)),
+      findStatus_(new QLabel(findBar_)),
       pageLabel_(new QLabel(this)),
       previous_(new QPushButton(tr("Previous page"), this)),
       next_(new QPushButton(tr("Next page"), this)) {
@@ -66,9 +72,39 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
         button->setFocusPolicy(Qt::NoFocus);
         bar->addWidget(button);
     }
+    findText_->setObjectName(QStringLiteral("FindText"));
+    findText_->setPlaceholderText(tr("Find in document"));
+    findText_->setClearButtonEnabled(true);
+    auto* findPrevious = new QPushButton(tr("Previous"), findBar_);
+    auto* findNext = new QPushButton(tr("Next"), findBar_);
+    auto* findRow = new QHBoxLayout(findBar_);
+    findRow->setContentsMargins(0, 0, 0, 0);
+    findRow->addWidget(findText_, 1);
+    findRow->addWidget(findPrevious);
+    findRow->addWidget(findNext);
+    findRow->addWidget(findStatus_);
+    findBar_->hide();
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(bar);
+    layout->addWidget(findBar_);
     layout->addWidget(scroll_);
+    connect(findText_, &QLineEdit::textChanged, this, [this] { found_.reset(); });
+    connect(findText_, &QLineEdit::returnPressed, this,
+            [this] { FindNext(!(QApplication::keyboardModifiers() & Qt::ShiftModifier)); });
+    connect(findPrevious, &QPushButton::clicked, this, [this] { FindNext(false); });
+    connect(findNext, &QPushButton::clicked, this, [this] { FindNext(true); });
+    const struct {
+        QKeySequence keys;
+        std::function<void()> run;
+    } findKeys[] = {{QKeySequence::Find, [this] { StartFind(); }},
+                    {QKeySequence::FindNext, [this] { FindNext(true); }},
+                    {QKeySequence::FindPrevious, [this] { FindNext(false); }},
+                    {QKeySequence(Qt::Key_Escape), [this] { findBar_->hide(); }}};
+    for (const auto& key : findKeys) {
+        auto* shortcut = new QShortcut(key.keys, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, key.run);
+    }
 
     connect(previous_, &QPushButton::clicked, this, [this] { ShowPage(page_ - 1); });
     connect(next_, &QPushButton::clicked, this, [this] { ShowPage(page_ + 1); });
@@ -208,6 +244,47 @@ double DocumentView::FittedZoom() const {
     const double byHeight = (scroll_->viewport()->height() - kMargin) / height;
     const double fitted = fit_ == Fit::kWidth ? byWidth : std::min(byWidth, byHeight);
     return std::clamp(fitted, kMinZoom, std::min(kMaxZoom, kMaxDpi / kViewDpi));
+}
+
+void DocumentView::StartFind() {
+    findBar_->show();
+    findText_->setFocus();
+    findText_->selectAll();
+}
+
+bool DocumentView::FindNext(bool forward) {
+    findBar_->show();
+    const std::optional<engine::TextPattern> pattern = engine::TextPattern::Compile(
+        engine::DecodeUtf8(findText_->text().toStdString()), engine::FindOptions{});
+    if (!pattern) {
+        findStatus_->clear();
+        return false;
+    }
+    found_ = FindInDocument(document_, *pattern, found_, page_, forward);
+    if (!found_) {
+        findStatus_->setText(tr("No match"));
+        return false;
+    }
+    findStatus_->setText(tr("Page %1").arg(found_->page + 1));
+    const engine::TextMatch match = found_->match;
+    if (DocView* view = document_.View())
+        view->SelectRanges({{found_->page, match.first, match.first + match.count - 1}});
+    ShowPage(found_->page);
+    // Brings the match into sight.
+    try {
+        const auto boxes = document_.TextCache()
+                               .Get(document_.Engine(), found_->page)
+                               ->LineBoxes(match.first, match.count);
+        if (const DocView* view = document_.View(); view != nullptr && !boxes.empty()) {
+            const DevicePoint corner =
+                view->PageToDevice(found_->page, boxes.front().left, boxes.front().top);
+            scroll_->ensureVisible(static_cast<int>(corner.x * zoom_),
+                                   static_cast<int>(corner.y * zoom_), 60, 60);
+        }
+    } catch (const std::exception&) {
+        // the page showed; only the scroll to the match is lost
+    }
+    return true;
 }
 
 void DocumentView::SetZoom(double zoom) {

@@ -1,15 +1,19 @@
 // The view of one document in its tab: the current page, rendered, with page up/down, a page
-// number to go to, zoom (Ctrl+plus, Ctrl+minus, Ctrl+wheel) and fit to width or to the page,
+// number to go to, Find (Ctrl+F, then Enter or F3 for the next match, Shift for the previous
+// one), zoom (Ctrl+plus, Ctrl+minus, Ctrl+wheel) and fit to width or to the page,
 // kept as the view is resized (when the task pane opens, say). It follows the document's view
 // model (page, scrolling, selection, repaints), whose device space stays the page at 100 %, and
 // Ctrl+Z undoes the last annotation change.
 #pragma once
 
 #include <QWidget>
+#include <optional>
 
+#include "text_find.h"
 #include "text_selection.h"
 
 class QLabel;
+class QLineEdit;
 class QScrollArea;
 class QPushButton;
 class QSpinBox;
@@ -39,6 +43,12 @@ class DocumentView : public QWidget {
     void SetZoom(double zoom);
     void SetFit(Fit fit);
 
+    // Shows the find bar with its text selected for typing.
+    void StartFind();
+    // Goes to the next (or previous) match of the find bar's text and selects it; false when
+    // the document holds none.
+    bool FindNext(bool forward);
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -65,6 +75,10 @@ class DocumentView : public QWidget {
     QScrollArea* scroll_;
     QLabel* picture_;
     QSpinBox* pageNumber_;
+    QWidget* findBar_;
+    QLineEdit* findText_;
+    QLabel* findStatus_;
+    std::optional<FoundText> found_;
     QLabel* pageLabel_;
     QPushButton* previous_;
     QPushButton* next_;

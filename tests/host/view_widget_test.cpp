@@ -2,6 +2,7 @@
 // the page, and the annotation removed by undo; zoom and fit keep the model's device space.
 #include <QCoreApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPixmap>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -10,6 +11,7 @@
 
 #include "annot_calls.h"
 #include "annotation_editor.h"
+#include "text_find.h"
 #include "ui/document_view.h"
 #include "ui/main_window.h"
 
@@ -131,6 +133,50 @@ TEST_F(ViewWidgetTest, ZoomAndFitScaleThePageButNotTheModelsDeviceSpace) {
     shown->findChild<QSpinBox*>(QStringLiteral("PageNumber"))->setValue(2);
     EXPECT_EQ(shown->CurrentPage(), 1);
     window_.hide();
+}
+
+TEST_F(ViewWidgetTest, FindGoesRoundTheDocumentBothWaysAndSelectsTheMatch) {
+    HostDocument& document =
+        Open({.pages = {engine::PageDescription::TextLines({"alpha beta alpha"}),
+                        engine::PageDescription::TextLines({"nothing here"}),
+                        engine::PageDescription::TextLines({"ALPHA"})}});
+    const auto pattern = engine::TextPattern::Compile(U"alpha", {});
+    ASSERT_TRUE(pattern);
+    const FoundText p0a{0, {0, 5}}, p0b{0, {11, 5}}, p2{2, {0, 5}};
+    const struct {
+        std::optional<FoundText> from;
+        int startPage;
+        bool forward;
+        std::optional<FoundText> found;
+    } cases[] = {
+        {std::nullopt, 1, true, p2}, {std::nullopt, 1, false, p0b},
+        {p0a, 0, true, p0b},         {p0b, 0, true, p2},
+        {p2, 0, true, p0a},          {p0a, 0, false, p2},
+        {p0b, 0, false, p0a},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(FindInDocument(document, *pattern, c.from, c.startPage, c.forward), c.found)
+            << (c.from ? c.from->page : -1) << " " << c.forward;
+    }
+    const auto once = engine::TextPattern::Compile(U"beta", {});
+    EXPECT_EQ(FindInDocument(document, *once, FoundText{0, {6, 4}}, 0, true),
+              (FoundText{0, {6, 4}}));  // the only match is found again
+    EXPECT_EQ(FindInDocument(document, *engine::TextPattern::Compile(U"gamma", {}), {}, 0, true),
+              std::nullopt);
+
+    // The view's find bar: the match is selected and its page shown.
+    auto* shown = window_.findChild<ui::DocumentView*>();
+    shown->StartFind();
+    shown->findChild<QLineEdit*>(QStringLiteral("FindText"))->setText(QStringLiteral("alpha"));
+    EXPECT_TRUE(shown->FindNext(true));
+    EXPECT_EQ(document.View()->Selection().Ranges(),
+              (std::vector<TextSelection::Range>{{0, 0, 4}}));
+    EXPECT_TRUE(shown->FindNext(false));
+    EXPECT_EQ(shown->CurrentPage(), 2);
+    EXPECT_EQ(document.View()->Selection().Ranges(),
+              (std::vector<TextSelection::Range>{{2, 0, 4}}));
+    shown->findChild<QLineEdit*>(QStringLiteral("FindText"))->setText(QStringLiteral("gamma"));
+    EXPECT_FALSE(shown->FindNext(true));
 }
 
 }  // namespace
