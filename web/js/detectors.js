@@ -14,8 +14,8 @@
   const people = req('./people_names.js', 'peopleNames');
 
   // The kinds, in the order of precedence used where two findings overlap.
-  const KINDS = ['email', 'iban', 'card', 'ssn', 'nino', 'nationalId', 'passport', 'dob',
-    'recordNumber', 'phone', 'address', 'name'];
+  const KINDS = ['email', 'iban', 'card', 'ssn', 'nino', 'nationalId', 'dob', 'phone', 'passport',
+    'recordNumber', 'address', 'name'];
   const TERM = 'term';
   // Findings less certain than this are left out unless the caller asks for another threshold.
   const DEFAULT_MIN_CONFIDENCE = 0.5;
@@ -178,18 +178,25 @@
     'giu'
   );
   const CUE_REACH = 32;
+  const COLUMN_REACH = 3000;
 
   function findBirthDates(text, latestYear) {
     const all = dates.findDates(text, latestYear);
-    const found = [];
+    const found = new Map();
     for (const cue of matches(text, BIRTH_CUE)) {
       const cueEnd = cue.index + cue[0].length;
       const date = all.find((d) => d.start >= cueEnd);
-      if (!date || date.start - cueEnd > CUE_REACH) continue;
-      if (/[.;!?](?:\s|$)|\p{N}/u.test(text.slice(cueEnd, date.start))) continue;
-      if (!found.includes(date)) found.push(date);
+      const between = date ? text.slice(cueEnd, date.start) : '';
+      if (date && date.start - cueEnd <= CUE_REACH && !/[.;!?](?:\s|$)|\p{N}/u.test(between)) {
+        found.set(date.start, { date, confidence: 0.95 });
+      } else if (/^[ \t]*[:]?[ \t]*\r?\n/.test(text.slice(cueEnd))) {
+        // A heading with no date after it may head a table's column of dates of birth.
+        const below = all.filter((d) => d.start > cueEnd && d.start - cueEnd < COLUMN_REACH);
+        if (below.length >= 3) for (const d of below) if (!found.has(d.start)) found.set(d.start, { date: d, confidence: 0.75 });
+      }
     }
-    return found.map((d) => ({ kind: 'dob', text: d.text, start: d.start, end: d.end, confidence: 0.95 }));
+    return [...found.values()].map(({ date: d, confidence }) =>
+      ({ kind: 'dob', text: d.text, start: d.start, end: d.end, confidence }));
   }
 
   // The user's terms, case-insensitive; whitespace in a term matches any run of whitespace.
@@ -271,10 +278,22 @@
       regions: options.regions,
     };
     const least = options.minConfidence ?? DEFAULT_MIN_CONFIDENCE;
+    const joined = joinLines(text);
     const candidates = [];
     for (const kind of KINDS) {
       if (!kinds.includes(kind)) continue;
-      for (const f of FINDERS[kind](text, settings)) if (f.confidence >= least) candidates.push(...byLine(f));
+      const found = FINDERS[kind](text, settings);
+      // Values that a narrow column or a table cell broke over lines are found in the text with
+      // its line breaks read as blanks, and mapped back. (Addresses and names have their own
+      // rules for line breaks.)
+      if (kind !== 'name' && kind !== 'address' && joined.text !== text) {
+        for (const f of FINDERS[kind](joined.text, settings)) {
+          const start = joined.source[f.start];
+          const end = joined.source[f.end - 1] + 1;
+          found.push({ ...f, start, end, text: text.slice(start, end) });
+        }
+      }
+      for (const f of found) if (f.confidence >= least) candidates.push(f);
     }
     const rank = (f) => (f.kind === TERM ? KINDS.length : KINDS.indexOf(f.kind));
     candidates.sort((a, b) => rank(a) - rank(b) || b.end - b.start - (a.end - a.start));
@@ -282,9 +301,27 @@
     for (const c of candidates) {
       if (!kept.some((k) => c.start < k.end && k.start < c.end)) kept.push(c);
     }
+    const lines = kept.flatMap(byLine);
     const terms = options.terms || [];
-    kept.push(...findTerms(text, terms, Boolean(options.wholeWord)));
-    return kept.sort((a, b) => a.start - b.start || rank(a) - rank(b));
+    lines.push(...findTerms(text, terms, Boolean(options.wholeWord)));
+    return lines.sort((a, b) => a.start - b.start || rank(a) - rank(b));
+  }
+
+  // The text with each run of blanks that holds a line break made one blank, and for each of its
+  // characters the offset it comes from.
+  function joinLines(text) {
+    const source = [];
+    let joinedText = '';
+    let at = 0;
+    for (const m of text.matchAll(/[ \t]*\r?\n[ \t\r\n]*/g)) {
+      for (let i = at; i < m.index; i++) source.push(i);
+      joinedText += text.slice(at, m.index) + ' ';
+      source.push(m.index);
+      at = m.index + m[0].length;
+    }
+    for (let i = at; i < text.length; i++) source.push(i);
+    joinedText += text.slice(at);
+    return { text: joinedText, source };
   }
 
   // Findings of a document, one per kind, text and page: {kind, text, page, occurrences,

@@ -28,7 +28,7 @@
     'n[úu]mero[ \\t]+de[ \\t]+(?:cliente|cuenta|empleado|expediente)', 'klantnummer', 'dossiernummer',
   ]);
 
-  // A passport number: 6 to 10 letters and digits, at least five of them digits, letters in
+  // A passport number: 6 to 10 letters and digits, at least two of them digits, letters in
   // capitals.
   const PASSPORT_VALUE = new RegExp(edges.WORD_BEFORE + '[A-Z0-9]{6,10}' + edges.WORD_AFTER, 'gu');
   // A record number: letters, digits and inner separators, at least three digits.
@@ -36,6 +36,28 @@
     edges.WORD_BEFORE + '[A-Z0-9]+(?:[\\-/.][A-Z0-9]+){0,4}' + edges.WORD_AFTER, 'gu');
 
   const EXPLICIT_CUE = /(?:no\.?|nr\.?|num\.?|number|nummer|#|id|ref\.?|reference|code|[:#])[ \t]*$/iu;
+
+  const GAP = /^[ \t]*(?:\r?\n)?[ \t]*(?:[:#\-–][ \t]*)?(?:(?:\p{Ll}+[ \t]+){1,4}(?:[:#][ \t]*)?)?/u;
+  // How far below a column's heading its values are looked for.
+  const COLUMN_REACH = 3000;
+  const COLUMN_LINES = 60;
+
+  // A heading with no value after it may head a table's column: values of one shape (letters as
+  // A, digits as 9) that come back three times or more below it are that column's. A value
+  // joined to other digit groups is part of some other number.
+  function column(text, from, valueShape, accept, kind) {
+    const window = text.slice(from, from + COLUMN_REACH).split('\n').slice(0, COLUMN_LINES).join('\n');
+    const byShape = new Map();
+    valueShape.lastIndex = 0;
+    for (const m of window.matchAll(valueShape)) {
+      const start = from + m.index;
+      if (!accept(m[0]) || m[0].length < 5 || !edges.standsAlone(text, start, start + m[0].length)) continue;
+      const shape = m[0].replace(/\p{L}/gu, 'A').replace(/\d/g, '9');
+      if (!byShape.has(shape)) byShape.set(shape, []);
+      byShape.get(shape).push({ kind, text: m[0], start, end: start + m[0].length, confidence: 0.7 });
+    }
+    return [...byShape.values()].filter((values) => values.length >= 3).flat();
+  }
 
   function digitCount(text) {
     return text.replace(/\D/g, '').length;
@@ -47,12 +69,16 @@
     cues.lastIndex = 0;
     for (const cue of text.matchAll(cues)) {
       const cueEnd = cue.index + cue[0].length;
-      // The value comes next: blanks, one line break and a colon or dash may stand between.
-      const gap = /^[ \t]*(?:\r?\n)?[ \t]*(?:[:#\-–][ \t]*)?/.exec(text.slice(cueEnd))[0];
+      // The value comes next: blanks, one line break, a colon or dash, and a few lower-case
+      // words ("on file is") may stand between.
+      const gap = GAP.exec(text.slice(cueEnd, cueEnd + 80))[0];
       const start = cueEnd + gap.length;
       valueShape.lastIndex = start;
       const m = valueShape.exec(text);
-      if (!m || m.index !== start || !accept(m[0])) continue;
+      if (!m || m.index !== start || !accept(m[0])) {
+        found.push(...column(text, cueEnd, valueShape, accept, kind));
+        continue;
+      }
       if (found.some((f) => f.start === start)) continue;
       // "Account: 2023" is a number called so; "the account 2023 report" may not be, unless
       // the value looks like an identifier (letters and digits, or five digits or more).
@@ -65,7 +91,7 @@
   }
 
   function findPassports(text) {
-    return valuesAfterCues(text, PASSPORT_CUE, PASSPORT_VALUE, (v) => digitCount(v) >= 5, 'passport', 0.9);
+    return valuesAfterCues(text, PASSPORT_CUE, PASSPORT_VALUE, (v) => digitCount(v) >= 2, 'passport', 0.9);
   }
 
   function findRecordNumbers(text) {

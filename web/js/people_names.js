@@ -13,6 +13,7 @@
   const NAME =
     `${NAME_WORD}(?:[ \\t]+(?:${PARTICLE}[ \\t]+)*${NAME_WORD}){0,3}`;
   const TITLE = '(?:Mr|Mrs|Ms|Miss|Mx|Dr|Prof|Sir|Dame|Herr|Frau|Hr|Fr|M|Mme|Mlle|Sr|Sra|Srta|Sig|Sig\\.ra|Dhr|Mevr)\\.?';
+  const TITLE_WORD = new RegExp(`^${TITLE}$`, 'u');
   const LABEL =
     '(?:(?:full[ \\t]+|first[ \\t]+|last[ \\t]+|sur|given[ \\t]+|family[ \\t]+|patient[ \\t]+|employee[ \\t]+|' +
     "customer[ \\t]+|client[ \\t]+|account[ \\t]+holder(?:'s)?[ \\t]+|applicant(?:'s)?[ \\t]+)?name|" +
@@ -44,11 +45,36 @@
     return words.join(' ');
   }
 
+  // A heading ("Name") alone on its line may head a table's column: the lines below it that
+  // start with a name of two words or more hold that column's names.
+  const COLUMN_LINES = 60;
+  const LINE_START_NAME = new RegExp(`^[ \\t]*(${NAME})(?![\\p{L}\\p{N}])`, 'u');
+
+  function column(text, from) {
+    const found = [];
+    let at = from;
+    for (const line of text.slice(from).split('\n').slice(0, COLUMN_LINES)) {
+      const m = LINE_START_NAME.exec(line);
+      const name = m && trimName(m[1]);
+      if (name && name.split(/[ \t]+/).length > 1) {
+        const start = at + line.indexOf(name);
+        found.push({ kind: 'name', text: name, start, end: start + name.length, confidence: 0.75 });
+      }
+      at += line.length + 1;
+    }
+    return found.length >= 3 ? found : [];
+  }
+
   function cued(text, cues, confidence) {
     const found = [];
     cues.lastIndex = 0;
     for (const cue of text.matchAll(cues)) {
-      NAME_AFTER_CUE.lastIndex = cue.index + cue[0].length;
+      const cueEnd = cue.index + cue[0].length;
+      if (/^[ \t]*:?[ \t]*$/.test(text.slice(text.lastIndexOf('\n', cue.index) + 1, cue.index)) &&
+          /\n/.test(cue[0]) && cues === LABEL_CUE) {
+        found.push(...column(text, cueEnd));
+      }
+      NAME_AFTER_CUE.lastIndex = cueEnd;
       const m = NAME_AFTER_CUE.exec(text);
       if (!m) continue;
       const name = trimName(m[1]);
@@ -62,23 +88,60 @@
     return found;
   }
 
+  // Two capitalised words in a row, perhaps over a line break: where a name may stand.
+  const NAME_PAIR = new RegExp(`${NAME_WORD}(?:[ \\t]+|[ \\t]*\\r?\\n[ \\t]*)(?:${PARTICLE}[ \\t]+)*${NAME_WORD}`, 'gu');
+  const WHOLE_NAME = new RegExp(`^${NAME}$`, 'u');
+
+  // The places that hold two capitalised words in a row, with a few words around them, as one
+  // text for the recogniser, and where each piece starts in the page: the recogniser is slow, and
+  // most of a page (numbers, tables, lower-case prose) cannot hold a name of two words.
+  const CONTEXT = 24;
+
+  function candidateLines(text) {
+    const starts = [];
+    NAME_PAIR.lastIndex = 0;
+    for (const m of text.matchAll(NAME_PAIR)) {
+      let from = Math.max(0, m.index - CONTEXT);
+      let to = Math.min(text.length, m.index + m[0].length + CONTEXT);
+      while (from > 0 && /\S/.test(text[from - 1])) from--;
+      while (to < text.length && /\S/.test(text[to])) to++;
+      const last = starts[starts.length - 1];
+      if (last && from <= last.to) last.to = Math.max(last.to, to);
+      else starts.push({ from, to });
+    }
+    let joined = '';
+    const pieces = [];
+    for (const { from, to } of starts) {
+      if (joined) joined += '\n';
+      pieces.push({ at: joined.length, from, length: to - from });
+      joined += text.slice(from, to);
+    }
+    return { joined, pieces };
+  }
+
   // Names the recogniser tags as people: two or more capitalised words of which one is a known
   // first or last name are nearly certain; one word alone is too weak to take.
   function recognised(text) {
+    const { joined, pieces } = candidateLines(text);
+    if (!joined) return [];
+    const toPage = (at) => {
+      const piece = pieces.findLast((p) => p.at <= at);
+      return piece.from + (at - piece.at);
+    };
     const found = [];
-    const people = nlp(text).people().json({ offset: true });
-    for (const person of people) {
-      const terms = person.terms.filter((t) => !t.tags.includes('Honorific'));
+    // Line breaks read as blanks (same length), so that a name broken over two lines is one.
+    for (const person of nlp(joined.replace(/[\r\n]/g, ' ')).people().json({ offset: true })) {
+      const terms = person.terms.filter((t) => !t.tags.includes('Honorific') && !TITLE_WORD.test(t.text));
       if (!terms.length) continue;
-      const first = person.terms.indexOf(terms[0]);
-      const last = person.terms.indexOf(terms[terms.length - 1]);
-      const start = person.terms[first].offset.start;
-      const end = person.terms[last].offset.start + person.terms[last].offset.length;
-      const written = text.slice(start, end);
-      if (!new RegExp(`^${NAME}$`, 'u').test(written) || /[\r\n]/.test(written)) continue;
+      const first = terms[0].offset.start;
+      const lastTerm = terms[terms.length - 1];
+      const start = toPage(first);
+      const end = toPage(lastTerm.offset.start) + lastTerm.offset.length;
+      const name = trimName(text.slice(start, end));
+      if (!WHOLE_NAME.test(name.replace(/\s+/g, ' '))) continue;
       const known = terms.some((t) => t.tags.includes('FirstName')) && terms.some((t) => t.tags.includes('LastName'));
       const confidence = terms.length > 1 ? (known ? 0.85 : 0.7) : 0.35;
-      found.push({ kind: 'name', text: trimName(written), start, end: start + trimName(written).length, confidence });
+      found.push({ kind: 'name', text: name, start, end: start + name.length, confidence });
     }
     return found;
   }

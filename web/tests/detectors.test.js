@@ -33,7 +33,7 @@ test('phone numbers by region, with or without a country code', () => {
     // a run of digits is a phone number only when a label says so
     ['Phone: 02079460958 and invoice 02079460958', 'phone', ['02079460958']],
     // numbers that no region's plan holds
-    ['+44 20 7946 09, (555) 201-7788, 1234 567 890', 'phone', []],
+    ['+44 20 7946 09, +1 555 201 7788, 1234 567 890', 'phone', []],
   ]);
 });
 
