@@ -178,7 +178,7 @@
     'giu'
   );
   const CUE_REACH = 32;
-  const COLUMN_REACH = 3000;
+  const COLUMN_REACH = 6000;
 
   function findBirthDates(text, latestYear) {
     const all = dates.findDates(text, latestYear);
@@ -187,7 +187,9 @@
       const cueEnd = cue.index + cue[0].length;
       const date = all.find((d) => d.start >= cueEnd);
       const between = date ? text.slice(cueEnd, date.start) : '';
-      if (date && date.start - cueEnd <= CUE_REACH && !/[.;!?](?:\s|$)|\p{N}/u.test(between)) {
+      // The date follows on the cue's line, or alone below it (a form's field under its label).
+      const near = /\n/.test(between) ? /^[\s:\-–]*$/.test(between) : !/[.;!?](?:\s|$)|\p{N}/u.test(between);
+      if (date && date.start - cueEnd <= CUE_REACH && near) {
         found.set(date.start, { date, confidence: 0.95 });
       } else if (/^[ \t]*[:]?[ \t]*\r?\n/.test(text.slice(cueEnd))) {
         // A heading with no date after it may head a table's column of dates of birth.
@@ -284,24 +286,26 @@
       if (!kinds.includes(kind)) continue;
       const found = FINDERS[kind](text, settings);
       // Values that a narrow column or a table cell broke over lines are found in the text with
-      // its line breaks read as blanks, and mapped back. (Addresses and names have their own
-      // rules for line breaks.)
-      if (kind !== 'name' && kind !== 'address' && joined.text !== text) {
+      // its line breaks read as blanks, and mapped back. (Names have their own rules for line
+      // breaks.)
+      if (kind !== 'name' && joined.text !== text) {
         for (const f of FINDERS[kind](joined.text, settings)) {
           const start = joined.source[f.start];
           const end = joined.source[f.end - 1] + 1;
-          found.push({ ...f, start, end, text: text.slice(start, end) });
+          found.push({ ...f, start, end, text: text.slice(start, end), joined: true });
         }
       }
       for (const f of found) if (f.confidence >= least) candidates.push(f);
     }
     const rank = (f) => (f.kind === TERM ? KINDS.length : KINDS.indexOf(f.kind));
-    candidates.sort((a, b) => rank(a) - rank(b) || b.end - b.start - (a.end - a.start));
+    // Within a kind, what the text shows on its lines goes before what joining them found.
+    candidates.sort((a, b) => rank(a) - rank(b) || Boolean(a.joined) - Boolean(b.joined) ||
+      b.end - b.start - (a.end - a.start));
     const kept = [];
     for (const c of candidates) {
       if (!kept.some((k) => c.start < k.end && k.start < c.end)) kept.push(c);
     }
-    const lines = kept.flatMap(byLine);
+    const lines = kept.flatMap(({ joined, ...f }) => byLine(f));
     const terms = options.terms || [];
     lines.push(...findTerms(text, terms, Boolean(options.wholeWord)));
     return lines.sort((a, b) => a.start - b.start || rank(a) - rank(b));

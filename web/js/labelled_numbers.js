@@ -28,7 +28,7 @@
     'n[úu]mero[ \\t]+de[ \\t]+(?:cliente|cuenta|empleado|expediente)', 'klantnummer', 'dossiernummer',
   ]);
 
-  // A passport number: 6 to 10 letters and digits, at least two of them digits, letters in
+  // A passport number: 6 to 10 letters and digits, at least one of them a digit, letters in
   // capitals.
   const PASSPORT_VALUE = new RegExp(edges.WORD_BEFORE + '[A-Z0-9]{6,10}' + edges.WORD_AFTER, 'gu');
   // A record number: letters, digits and inner separators, at least three digits.
@@ -37,13 +37,13 @@
 
   const EXPLICIT_CUE = /(?:no\.?|nr\.?|num\.?|number|nummer|#|id|ref\.?|reference|code|[:#])[ \t]*$/iu;
 
-  const GAP = /^[ \t]*(?:\r?\n)?[ \t]*(?:[:#\-–][ \t]*)?(?:(?:\p{Ll}+[ \t]+){1,4}(?:[:#][ \t]*)?)?/u;
+  const GAP = /^[ \t]*(?:\r?\n[ \t]*){0,2}(?:[:#\-–][ \t]*)?(?:(?:\p{Ll}+[ \t]+){1,4}(?:[:#][ \t]*)?)?/u;
   // How far below a column's heading its values are looked for.
-  const COLUMN_REACH = 3000;
-  const COLUMN_LINES = 60;
+  const COLUMN_REACH = 6000;
+  const COLUMN_LINES = 300;
 
-  // A heading with no value after it may head a table's column: values of one shape (letters as
-  // A, digits as 9) that come back three times or more below it are that column's. A value
+  // A heading alone on its line may head a table's column: values of one shape (letters as A,
+  // digits as 9) that come back three times or more below it are that column's. A value
   // joined to other digit groups is part of some other number.
   function column(text, from, valueShape, accept, kind) {
     const window = text.slice(from, from + COLUMN_REACH).split('\n').slice(0, COLUMN_LINES).join('\n');
@@ -52,11 +52,21 @@
     for (const m of window.matchAll(valueShape)) {
       const start = from + m.index;
       if (!accept(m[0]) || m[0].length < 5 || !edges.standsAlone(text, start, start + m[0].length)) continue;
-      const shape = m[0].replace(/\p{L}/gu, 'A').replace(/\d/g, '9');
+      // letters and digits mixed at random (as in passport numbers) count by length alone
+      const mixed = /^[A-Z0-9]+$/.test(m[0]) && /[A-Z]/.test(m[0]) && /\d/.test(m[0]);
+      const shape = mixed ? `mixed ${m[0].length}` : m[0].replace(/\p{L}/gu, 'A').replace(/\d/g, '9');
       if (!byShape.has(shape)) byShape.set(shape, []);
       byShape.get(shape).push({ kind, text: m[0], start, end: start + m[0].length, confidence: 0.7 });
     }
     return [...byShape.values()].filter((values) => values.length >= 3).flat();
+  }
+
+  // A heading stands alone on its line (a table's header cell).
+  function aloneOnLine(text, start, end) {
+    const lineStart = text.lastIndexOf('\n', start - 1) + 1;
+    let lineEnd = text.indexOf('\n', end);
+    if (lineEnd < 0) lineEnd = text.length;
+    return !text.slice(lineStart, start).trim() && !text.slice(end, lineEnd).trim();
   }
 
   function digitCount(text) {
@@ -69,16 +79,14 @@
     cues.lastIndex = 0;
     for (const cue of text.matchAll(cues)) {
       const cueEnd = cue.index + cue[0].length;
-      // The value comes next: blanks, one line break, a colon or dash, and a few lower-case
-      // words ("on file is") may stand between.
+      // The value comes next: blanks, a line break (or a blank line), a colon or dash, and a few
+      // lower-case words ("on file is") may stand between.
       const gap = GAP.exec(text.slice(cueEnd, cueEnd + 80))[0];
       const start = cueEnd + gap.length;
       valueShape.lastIndex = start;
       const m = valueShape.exec(text);
-      if (!m || m.index !== start || !accept(m[0])) {
-        found.push(...column(text, cueEnd, valueShape, accept, kind));
-        continue;
-      }
+      if (aloneOnLine(text, cue.index, cueEnd)) found.push(...column(text, cueEnd, valueShape, accept, kind));
+      if (!m || m.index !== start || !accept(m[0])) continue;
       if (found.some((f) => f.start === start)) continue;
       // "Account: 2023" is a number called so; "the account 2023 report" may not be, unless
       // the value looks like an identifier (letters and digits, or five digits or more).
@@ -91,7 +99,7 @@
   }
 
   function findPassports(text) {
-    return valuesAfterCues(text, PASSPORT_CUE, PASSPORT_VALUE, (v) => digitCount(v) >= 2, 'passport', 0.9);
+    return valuesAfterCues(text, PASSPORT_CUE, PASSPORT_VALUE, (v) => digitCount(v) >= 1, 'passport', 0.9);
   }
 
   function findRecordNumbers(text) {

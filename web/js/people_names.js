@@ -25,7 +25,7 @@
   // The cue is matched in any case, the name only as written with capitals.
   const TITLE_CUE = new RegExp(`(?<![\\p{L}\\p{N}])${TITLE}[ \\t]+`, 'gu');
   const LABEL_CUE = new RegExp(
-    `(?<![\\p{L}\\p{N}])${LABEL}(?![\\p{L}\\p{N}])[ \\t]*[:,]?[ \\t]*(?:\\r?\\n[ \\t]*)?`, 'giu');
+    `(?<![\\p{L}\\p{N}])${LABEL}(?![\\p{L}\\p{N}])[ \\t]*[:,]?[ \\t]*(?:\\r?\\n[ \\t]*){0,2}`, 'giu');
   const NAME_AFTER_CUE = new RegExp(`(?:${TITLE}[ \\t]+)?(${NAME})(?![\\p{L}\\p{N}])`, 'uy');
   // Capitalised words that follow a label but are no names.
   const NOT_NAMES = new Set([
@@ -35,28 +35,36 @@
     'Customer', 'Account', 'Passport', 'Birth', 'Name', 'Mr', 'Mrs', 'Ms', 'Dr', 'Hiring', 'Manager',
   ]);
 
+  // The name within `text` without the headings, titles and greetings at its ends, as it stands
+  // in the text (its own blanks and line breaks kept); '' when none is left or when a blank line
+  // parts it.
   function trimName(text) {
-    const words = text.split(/[ \t]+/);
-    while (words.length && NOT_NAMES.has(words[words.length - 1].replace(/\.$/, ''))) words.pop();
-    while (words.length && NOT_NAMES.has(words[0].replace(/\.$/, ''))) words.shift();
-    // A full stop ends a sentence unless it ends an initial.
+    const words = [...text.matchAll(/\S+/g)];
+    const skip = (w) => NOT_NAMES.has(w[0].replace(/[.,:]$/, '')) || TITLE_WORD.test(w[0]);
+    while (words.length && skip(words[words.length - 1])) words.pop();
+    while (words.length && skip(words[0])) words.shift();
+    if (!words.length) return '';
     const last = words[words.length - 1];
-    if (last && /\p{L}{2,}\.$/u.test(last)) words[words.length - 1] = last.slice(0, -1);
-    return words.join(' ');
+    // A full stop ends a sentence unless it ends an initial.
+    const end = last.index + last[0].length - (/\p{L}{2,}[.,]$/u.test(last[0]) ? 1 : 0);
+    const name = text.slice(words[0].index, end);
+    return /\n[ \t]*\r?\n/.test(name) ? '' : name;
   }
 
   // A heading ("Name") alone on its line may head a table's column: the lines below it that
-  // start with a name of two words or more hold that column's names.
-  const COLUMN_LINES = 60;
+  // start with a name of two words or more, down to the first sentence, hold that column's names.
+  const COLUMN_LINES = 300;
   const LINE_START_NAME = new RegExp(`^[ \\t]*(${NAME})(?![\\p{L}\\p{N}])`, 'u');
 
   function column(text, from) {
     const found = [];
     let at = from;
     for (const line of text.slice(from).split('\n').slice(0, COLUMN_LINES)) {
+      // a sentence is no table's cell: the table has ended
+      if (/[.!?]\s*$/.test(line) && line.trim().split(/\s+/).length > 3) break;
       const m = LINE_START_NAME.exec(line);
       const name = m && trimName(m[1]);
-      if (name && name.split(/[ \t]+/).length > 1) {
+      if (name && name.split(/\s+/).length > 1) {
         const start = at + line.indexOf(name);
         found.push({ kind: 'name', text: name, start, end: start + name.length, confidence: 0.75 });
       }
@@ -81,7 +89,7 @@
       if (!name) continue;
       const start = m.index + m[0].length - m[1].length + m[1].indexOf(name);
       // one capitalised word after "Dear" or "Ms" is a surname; after other labels it is weaker
-      const words = name.split(/[ \t]+/).length;
+      const words = name.split(/\s+/).length;
       found.push({ kind: 'name', text: name, start, end: start + name.length,
         confidence: words > 1 ? confidence : confidence - 0.2 });
     }
@@ -137,11 +145,15 @@
       const lastTerm = terms[terms.length - 1];
       const start = toPage(first);
       const end = toPage(lastTerm.offset.start) + lastTerm.offset.length;
-      const name = trimName(text.slice(start, end));
-      if (!WHOLE_NAME.test(name.replace(/\s+/g, ' '))) continue;
+      const span = text.slice(start, end);
+      const name = trimName(span);
+      if (!name || !WHOLE_NAME.test(name.replace(/\s+/g, ' '))) continue;
+      const nameStart = start + span.indexOf(name);
+      // words before a colon are a label ("Bill To:"), not a name
+      if (/^[ \t]*:/.test(text.slice(nameStart + name.length))) continue;
       const known = terms.some((t) => t.tags.includes('FirstName')) && terms.some((t) => t.tags.includes('LastName'));
       const confidence = terms.length > 1 ? (known ? 0.85 : 0.7) : 0.35;
-      found.push({ kind: 'name', text: name, start, end: start + name.length, confidence });
+      found.push({ kind: 'name', text: name, start: nameStart, end: nameStart + name.length, confidence });
     }
     return found;
   }
