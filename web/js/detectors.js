@@ -188,7 +188,11 @@
       const date = all.find((d) => d.start >= cueEnd);
       const between = date ? text.slice(cueEnd, date.start) : '';
       // The date follows on the cue's line, or alone below it (a form's field under its label).
-      const near = /\n/.test(between) ? /^[\s:\-–]*$/.test(between) : !/[.;!?](?:\s|$)|\p{N}/u.test(between);
+      // Between them on the line: no sentence end, no number, no capitalised word (another
+      // heading or a name), leaving out what stands in brackets ("(DD/MM/YYYY)").
+      const near = /\n/.test(between)
+        ? /^[\s:\-–]*$/.test(between)
+        : !/[.;!?](?:\s|$)|\p{N}|\p{Lu}/u.test(between.replace(/\([^)]*\)/g, ''));
       if (date && date.start - cueEnd <= CUE_REACH && near) {
         found.set(date.start, { date, confidence: 0.95 });
       } else if (/^[ \t]*[:]?[ \t]*\r?\n/.test(text.slice(cueEnd))) {

@@ -37,7 +37,9 @@
 
   const EXPLICIT_CUE = /(?:no\.?|nr\.?|num\.?|number|nummer|#|id|ref\.?|reference|code|[:#])[ \t]*$/iu;
 
-  const GAP = /^[ \t]*(?:\r?\n[ \t]*){0,2}(?:[:#\-–][ \t]*)?(?:(?:\p{Ll}+[ \t]+){1,4}(?:[:#][ \t]*)?)?/u;
+  const LINK_WORDS = '(?:on|in|file|record|our|is|was|reads|ist|lautet|est|es|the|of)';
+  const GAP = new RegExp(
+    `^[ \\t]*(?:\\r?\\n[ \\t]*){0,2}(?:[:#\\-–][ \\t]*)?(?:(?:${LINK_WORDS}[ \\t]+){1,4}(?:[:#][ \\t]*)?)?`, 'u');
   // How far below a column's heading its values are looked for.
   const COLUMN_REACH = 6000;
   const COLUMN_LINES = 300;
@@ -80,7 +82,7 @@
     for (const cue of text.matchAll(cues)) {
       const cueEnd = cue.index + cue[0].length;
       // The value comes next: blanks, a line break (or a blank line), a colon or dash, and a few
-      // lower-case words ("on file is") may stand between.
+      // linking words ("on file is") may stand between.
       const gap = GAP.exec(text.slice(cueEnd, cueEnd + 80))[0];
       const start = cueEnd + gap.length;
       valueShape.lastIndex = start;
