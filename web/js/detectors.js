@@ -275,7 +275,7 @@
 
   // Pattern findings of one page's text, in text order, as certain as options.minConfidence
   // asks at least. Where two overlap, the kind earlier in KINDS wins, and within one kind the
-  // longer. The user's terms are added as they are. Options: kinds, terms, wholeWord,
+  // more certain, then the longer. The user's terms are added as they are. Options: kinds, terms, wholeWord,
   // minConfidence, regions (of phone numbers written without a country code), latestYear.
   function detectText(text, options = {}) {
     const kinds = options.kinds || KINDS;
@@ -302,9 +302,10 @@
       for (const f of found) if (f.confidence >= least) candidates.push(f);
     }
     const rank = (f) => (f.kind === TERM ? KINDS.length : KINDS.indexOf(f.kind));
-    // Within a kind, what the text shows on its lines goes before what joining them found.
-    candidates.sort((a, b) => rank(a) - rank(b) || Boolean(a.joined) - Boolean(b.joined) ||
-      b.end - b.start - (a.end - a.start));
+    // Within a kind the more certain goes first; of two as certain, what the text shows on its
+    // lines goes before what joining them found, then the longer.
+    candidates.sort((a, b) => rank(a) - rank(b) || b.confidence - a.confidence ||
+      Boolean(a.joined) - Boolean(b.joined) || b.end - b.start - (a.end - a.start));
     const kept = [];
     for (const c of candidates) {
       if (!kept.some((k) => c.start < k.end && k.start < c.end)) kept.push(c);

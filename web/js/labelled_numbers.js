@@ -87,7 +87,9 @@
       const start = cueEnd + gap.length;
       valueShape.lastIndex = start;
       const m = valueShape.exec(text);
-      if (aloneOnLine(text, cue.index, cueEnd)) found.push(...column(text, cueEnd, valueShape, accept, kind));
+      // a table's heading has no colon; a label with one ("Passport:") is a form's or the text's
+      const heading = aloneOnLine(text, cue.index, cueEnd) && !/[:#]/.test(cue[0] + gap);
+      if (heading) found.push(...column(text, cueEnd, valueShape, accept, kind));
       if (!m || m.index !== start || !accept(m[0])) continue;
       if (found.some((f) => f.start === start)) continue;
       // "Account: 2023" is a number called so; "the account 2023 report" may not be, unless
