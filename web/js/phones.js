@@ -28,6 +28,16 @@
   // no region's plan holds it. Written nationally, a number must have all the digits of its
   // region's national form (the trunk 0 where the region dials one). Parsing is slow next to
   // the rest, and documents repeat their numbers: answers are kept.
+  // A + (or 00) and a country's calling code mark a phone number even when its digits are
+  // outside that country's plan (a fictional or a newly opened range): taken with less confidence.
+  const CALLING_CODES = new Set(phoneLib.getCountries().map((c) => phoneLib.getCountryCallingCode(c)));
+
+  function callingCodeOf(written) {
+    const digits = digitsOf(written).replace(/^00/, '');
+    if (digits.length < 8 || digits.length > 15) return null;
+    return [1, 2, 3].map((n) => digits.slice(0, n)).find((code) => CALLING_CODES.has(code)) || null;
+  }
+
   const parsed = new Map();
   const PARSED_KEPT = 5000;
 
@@ -44,7 +54,8 @@
     const international = /^(?:\(?\+|00)/.test(written);
     if (international) {
       const number = phoneLib.parsePhoneNumberFromString(written.replace(/^00/, '+'));
-      return number && number.isValid() ? number : null;
+      if (number && number.isValid()) return number;
+      return callingCodeOf(written) ? { country: undefined, unlisted: true } : null;
     }
     for (const region of regions) {
       const number = phoneLib.parsePhoneNumberFromString(written, region);
@@ -100,7 +111,7 @@
       // A number with its country code, or one that a label calls a phone number, is one for
       // certain; a national number in groups nearly so; a run of digits only with a label.
       if (!grouped && !international && !cue) continue;
-      const confidence = international || cue ? 0.95 : 0.8;
+      const confidence = number.unlisted ? 0.6 : international || cue ? 0.95 : 0.8;
       found.push({ kind: 'phone', text: written, start, end, confidence, region: number.country });
     }
     return found;

@@ -33,8 +33,11 @@ test('phone numbers by region, with or without a country code', () => {
     // a run of digits is a phone number only when a label says so
     ['Phone: 02079460958 and invoice 02079460958', 'phone', ['02079460958']],
     // numbers that no region's plan holds
-    ['+44 20 7946 09, +1 555 201 7788, 1234 567 890', 'phone', []],
+    ['1234 567 890, 0123 45', 'phone', []],
   ]);
+  // with a + and a country's calling code a number outside the plan is still taken, less surely
+  const unlisted = detectText('+44 7700 900461, +1 555 201 7788, +999 1234 5678', { kinds: ['phone'] });
+  assert.deepEqual(unlisted.map((f) => [f.text, f.confidence]), [['+44 7700 900461', 0.6], ['+1 555 201 7788', 0.6]]);
 });
 
 test('no phone numbers in dates, amounts, ids or short numbers', () => {
