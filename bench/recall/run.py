@@ -5,15 +5,23 @@ and scores the page's detectors on that text with score.js: per kind recall and 
 file what was missed. The detectors run in Node on pdfhost's text rather than in the embedded
 browser page, so that many files take seconds; they are the same modules the page loads.
 
-Usage: run.py --build BUILD [--out DIR] [--peer] [--min-confidence X]
+With --job it runs the main job itself (scripts/main_job.py: pdfhost headless, the page in the
+embedded browser, every finding redacted and the copy saved) and scores what left the documents:
+a labelled value is redacted when the copy's text (pdftotext) no longer holds it; a word that left
+the text is right when it is part of a labelled value.
+
+Usage: run.py --build BUILD [--out DIR] [--peer] [--min-confidence X] [--job]
        run.py --pdftotext ...   (the text from poppler's pdftotext instead, without a build)"""
 import argparse
+import collections
 import json
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
 import tempfile
+import unicodedata
 
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parent.parent
@@ -102,6 +110,62 @@ def texts_from_pdftotext(files):
         yield file, text.split("\f")[:-1] or [text]
 
 
+def compact(text):
+    return re.sub(r"[\s,;]+", "", unicodedata.normalize("NFKC", text).lower())
+
+
+def pdftotext(path):
+    return subprocess.run(["pdftotext", "-enc", "UTF-8", str(path), "-"], check=True,
+                          capture_output=True, text=True).stdout
+
+
+def score_job(files, build, out):
+    """Runs the main job over the files and prints, per kind, how many labelled values the
+    redacted copies no longer hold, and how many of the words that left the text were personal."""
+    copies = out / "job"
+    shutil.rmtree(copies, ignore_errors=True)
+    job = subprocess.run([sys.executable, str(ROOT / "scripts" / "main_job.py"),
+                          "--pdfhost", str(build / "out" / "bin" / "pdfhost"),
+                          "--plugins", str(build / "out" / "plugins"), "--web", str(ROOT / "web"),
+                          "--out", str(copies)] + [str(f) for f in files],
+                         capture_output=True, text=True)
+    (out / "job.log").write_text(job.stdout + job.stderr, encoding="utf-8")
+    per_kind = collections.defaultdict(lambda: [0, 0])
+    removed_words = right_words = 0
+    misses = []
+    for file in files:
+        copy = copies / (file.stem + "_redacted.pdf")
+        if not copy.exists():
+            misses.append("%s: no redacted copy" % file.name)
+            continue
+        before, after = pdftotext(file), pdftotext(copy)
+        labels = json.loads(file.with_suffix(".json").read_text("utf-8"))["values"]
+        values = {(v["kind"], compact(v["value"])) for v in labels}
+        for kind, value in sorted(values):
+            if value not in compact(before):
+                continue
+            per_kind[kind][0] += 1
+            if value not in compact(after):
+                per_kind[kind][1] += 1
+            else:
+                misses.append("%s: kept %s %s" % (file.name, kind, value))
+        gone = collections.Counter(before.split()) - collections.Counter(after.split())
+        for word, count in gone.items():
+            removed_words += count
+            if any(compact(word).strip(".:") in value for _, value in values):
+                right_words += count
+    print("\nthe main job (%s): values the redacted copies no longer hold" % (
+        "exit %d" % job.returncode))
+    for kind, (present, redacted) in sorted(per_kind.items()):
+        print("  %-14s %4d of %4d  %.3f" % (kind, redacted, present, redacted / present))
+    total = [sum(v[i] for v in per_kind.values()) for i in (0, 1)]
+    print("  %-14s %4d of %4d  %.3f" % ("all", total[1], total[0], total[1] / max(1, total[0])))
+    print("  words removed: %d, of them in a labelled value: %d (%.3f)" % (
+        removed_words, right_words, right_words / max(1, removed_words)))
+    for miss in misses:
+        print("  " + miss)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--build", type=pathlib.Path, help="a build folder with pdfhost")
@@ -109,6 +173,7 @@ def main():
     parser.add_argument("--out", type=pathlib.Path, default=ROOT / "build" / "recall")
     parser.add_argument("--peer", action="store_true", help="also score the open PII detector")
     parser.add_argument("--min-confidence", help="the detectors' threshold (default: the page's)")
+    parser.add_argument("--job", action="store_true", help="also run the main job and score its copies")
     args = parser.parse_args()
     if not args.build and not args.pdftotext:
         parser.error("--build or --pdftotext")
@@ -127,7 +192,10 @@ def main():
         command.append("--peer")
     if args.min_confidence:
         command += ["--min-confidence", args.min_confidence]
-    return subprocess.run(command).returncode
+    status = subprocess.run(command).returncode
+    if args.job and args.build:
+        score_job(files, args.build, args.out)
+    return status
 
 
 if __name__ == "__main__":
