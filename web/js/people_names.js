@@ -146,7 +146,11 @@
       const start = toPage(first);
       const end = toPage(lastTerm.offset.start) + lastTerm.offset.length;
       const span = text.slice(start, end);
-      const name = trimName(span);
+      let name = trimName(span);
+      // A name of two words or more ends at its line's end (the next line is another cell); a
+      // single word goes on to the next line (a name broken by the line's end).
+      const [firstLine] = name.split(/\r?\n/);
+      if (firstLine !== name && firstLine.trim().split(/\s+/).length > 1) name = firstLine.trimEnd();
       if (!name || !WHOLE_NAME.test(name.replace(/\s+/g, ' '))) continue;
       const nameStart = start + span.indexOf(name);
       // words before a colon are a label ("Bill To:"), not a name

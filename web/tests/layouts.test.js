@@ -41,6 +41,11 @@ test('a table column under its heading', () => {
   assert.deepEqual(found(text, 'recordNumber'), people.map((p) => p[1]));
   assert.deepEqual(found(text, 'passport'), people.map((p) => p[2]));
   assert.deepEqual(found(text, 'dob'), people.map((p) => p[3]));
+  // the editor's text ends lines with CR LF; a name cell is not joined to the address cell below
+  const cells = 'Name\r\nAddress\r\nJavier García\r\nCalle de Alcalá 249, 28014 Madrid\r\nLucía Fernández\r\n' +
+    'Avenida de la Constitución 13, 41004 Sevilla\r\nCarmen Navarro\r\nCalle Mayor 160, 28013 Madrid';
+  assert.deepEqual(found(cells, 'name'), ['Javier García', 'Lucía Fernández', 'Carmen Navarro']);
+  assert.equal(found(cells, 'address').length, 3);
   // two rows are no column: only the value right under the heading is taken
   const two = register(['Employee ID', 'Passport No.'], [['EMP-20417', '533401172'], ['EMP-20931', '146209562']]);
   assert.deepEqual(found(two, 'recordNumber'), []);
