@@ -180,7 +180,7 @@
   const CUE_REACH = 32;
   const COLUMN_REACH = 6000;
 
-  function findBirthDates(text, latestYear) {
+  function findBirthDates(text, latestYear, joined = false) {
     const all = dates.findDates(text, latestYear);
     const found = new Map();
     for (const cue of matches(text, BIRTH_CUE)) {
@@ -188,11 +188,13 @@
       const date = all.find((d) => d.start >= cueEnd);
       const between = date ? text.slice(cueEnd, date.start) : '';
       // The date follows on the cue's line, or alone below it (a form's field under its label).
-      // Between them on the line: no sentence end, no number, no capitalised word (another
-      // heading or a name), leaving out what stands in brackets ("(DD/MM/YYYY)").
+      // Between them on the line: no sentence end, no number; in lines joined, no capitalised
+      // word either (it may be the next cell's heading or name), leaving out what stands in
+      // brackets ("(DD/MM/YYYY)").
+      const apart = joined ? /[.;!?](?:\s|$)|\p{N}|\p{Lu}/u : /[.;!?](?:\s|$)|\p{N}/u;
       const near = /\n/.test(between)
         ? /^[\s:\-–]*$/.test(between)
-        : !/[.;!?](?:\s|$)|\p{N}|\p{Lu}/u.test(between.replace(/\([^)]*\)/g, ''));
+        : !apart.test(between.replace(/\([^)]*\)/g, ''));
       if (date && date.start - cueEnd <= CUE_REACH && near) {
         found.set(date.start, { date, confidence: 0.95 });
       } else if (/^[ \t]*[:]?[ \t]*\r?\n/.test(text.slice(cueEnd))) {
@@ -251,7 +253,7 @@
     nino: findNinos,
     nationalId: findNationalIds,
     passport: labelled.findPassports,
-    dob: (text, options) => findBirthDates(text, options.latestYear),
+    dob: (text, options) => findBirthDates(text, options.latestYear, options.joined),
     recordNumber: labelled.findRecordNumbers,
     phone: (text, options) => phones.findPhones(text, options.regions || undefined),
     address: addresses.findAddresses,
@@ -293,7 +295,7 @@
       // its line breaks read as blanks, and mapped back. (Names have their own rules for line
       // breaks.)
       if (kind !== 'name' && joined.text !== text) {
-        for (const f of FINDERS[kind](joined.text, settings)) {
+        for (const f of FINDERS[kind](joined.text, { ...settings, joined: true })) {
           const start = joined.source[f.start];
           const end = joined.source[f.end - 1] + 1;
           found.push({ ...f, start, end, text: text.slice(start, end), joined: true });

@@ -135,9 +135,10 @@ test("people's names: by the recogniser in running text, after titles and labels
 
 test('a date is a date of birth only close after a birth cue', () => {
   const text = 'Date of birth: 1984-03-17\r\nBorn 28 February 1991, DOB\r\n12/05/79. ' +
-    'born on March 3rd, 1990; D.O.B. 02.11.1969; Geburtsdatum: 12. März 1985; née le 3 mai 1970';
+    'born on March 3rd, 1990; D.O.B. 02.11.1969; Geburtsdatum: 12. März 1985; née le 3 mai 1970\r\n' +
+    'DOB on file for Jonas Pemberly: 1975-09-30';
   assert.deepEqual(found(text, 'dob'), ['1984-03-17', '28 February 1991', '12/05/79',
-    'March 3rd, 1990', '02.11.1969', '12. März 1985', '3 mai 1970']);
+    'March 3rd, 1990', '02.11.1969', '12. März 1985', '3 mai 1970', '1975-09-30']);
   const misses = 'Signed on 2 January 2024. Born in a small town. Then on 3 May 1990 ' +
     'she moved. DOB: unknown. Start 1999-01-01. Born 31/02/1980, DOB 2030-01-01, ' +
     'Born 12 years ago on 3 May 2001, newborn 2020-01-01';
