@@ -138,7 +138,12 @@ def score_job(files, build, out):
         if not copy.exists():
             misses.append("%s: no redacted copy" % file.name)
             continue
-        before, after = pdftotext(file), pdftotext(copy)
+        before = pdftotext(file)
+        try:
+            after = pdftotext(copy)
+        except subprocess.CalledProcessError:
+            misses.append("%s: the redacted copy cannot be read" % file.name)
+            after = before
         labels = json.loads(file.with_suffix(".json").read_text("utf-8"))["values"]
         values = {(v["kind"], compact(v["value"])) for v in labels}
         for kind, value in sorted(values):
