@@ -16,10 +16,16 @@ missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
 done
-# The reference page's tests need Node.js; a newer one already on the machine is kept.
+# The reference page and its tests need Node.js and npm; newer ones already on the machine are kept.
 command -v node >/dev/null 2>&1 || missing+=(nodejs)
+command -v npm >/dev/null 2>&1 || missing+=(npm)
 if [ ${#missing[@]} -gt 0 ]; then
   export DEBIAN_FRONTEND=noninteractive
   apt-get update -q
   apt-get install -y -q --no-install-recommends "${missing[@]}"
 fi
+
+# The page's libraries (phone numbers, people's names), exactly as web/package-lock.json pins
+# them; the page loads their browser builds from web/node_modules.
+web=$(cd "$(dirname "$0")/../web" && pwd)
+npm ci --prefix "$web" --no-audit --no-fund --loglevel=error

@@ -3,10 +3,24 @@
 (function (root) {
   'use strict';
 
-  const MONTHS = ['jan', 'feb', 'mar', 'apr', 'may', 'jun', 'jul', 'aug', 'sep', 'oct', 'nov', 'dec'];
-  const MONTH_NAME =
-    '(?:Jan(?:uary)?|Feb(?:ruary)?|Mar(?:ch)?|Apr(?:il)?|May|June?|July?|Aug(?:ust)?|' +
-    'Sep(?:t(?:ember)?)?|Oct(?:ober)?|Nov(?:ember)?|Dec(?:ember)?)';
+  // Month names and their usual abbreviations in English, German, French, Spanish and Dutch, by
+  // month number.
+  const MONTH_NAMES = [
+    ['jan', 'january', 'januar', 'jänner', 'janvier', 'janv', 'enero', 'ene', 'januari'],
+    ['feb', 'february', 'februar', 'février', 'févr', 'fevrier', 'febrero', 'februari'],
+    ['mar', 'march', 'märz', 'maerz', 'mars', 'marzo', 'maart', 'mrz'],
+    ['apr', 'april', 'avril', 'avr', 'abril', 'abr'],
+    ['may', 'mai', 'mayo', 'mei'],
+    ['jun', 'june', 'juni', 'juin', 'junio'],
+    ['jul', 'july', 'juli', 'juillet', 'juil', 'julio'],
+    ['aug', 'august', 'août', 'aout', 'agosto', 'ago', 'augustus'],
+    ['sep', 'sept', 'september', 'septembre', 'septiembre', 'setiembre'],
+    ['oct', 'october', 'oktober', 'okt', 'octobre', 'octubre'],
+    ['nov', 'november', 'novembre', 'noviembre'],
+    ['dec', 'december', 'dezember', 'dez', 'décembre', 'decembre', 'déc', 'diciembre', 'dic'],
+  ];
+  const MONTH_NUMBER = new Map(MONTH_NAMES.flatMap((names, i) => names.map((n) => [n, i + 1])));
+  const MONTH_NAME = `(?:${[...MONTH_NUMBER.keys()].sort((a, b) => b.length - a.length).join('|')})`;
   const GAP = '[ \\t\\u00a0]+';
   const ORDINAL = '(?:st|nd|rd|th)?';
   const EDGE_BEFORE = '(?<![\\p{L}\\p{N}])';
@@ -21,7 +35,8 @@
       parts: (m) => [[m[4], m[3], m[1]], [m[4], m[1], m[3]]],
     },
     {
-      re: `(\\d{1,2})${ORDINAL}(?:${GAP}|-)(${MONTH_NAME})\\.?(?:,?${GAP}|-)(\\d{4})`,
+      // "28 February 1991", "12. März 1985", "3 de mayo de 1990"
+      re: `(\\d{1,2})(?:${ORDINAL}|\\.)(?:${GAP}|-)(?:de${GAP})?(${MONTH_NAME})\\.?(?:,?${GAP}|-)(?:de${GAP})?(\\d{4})`,
       parts: (m) => [[m[3], monthNumber(m[2]), m[1]]],
     },
     {
@@ -31,7 +46,7 @@
   ].map((f) => ({ re: new RegExp(EDGE_BEFORE + f.re + EDGE_AFTER, 'giu'), parts: f.parts }));
 
   function monthNumber(name) {
-    return String(MONTHS.indexOf(name.slice(0, 3).toLowerCase()) + 1);
+    return String(MONTH_NUMBER.get(name.toLowerCase()) || 0);
   }
 
   function daysInMonth(year, month) {

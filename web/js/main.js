@@ -7,7 +7,10 @@
   const options = S.pageOptions.parsePageOptions(root.location.search);
   const bridge = new S.bridge.Bridge(() => root.chrome && root.chrome.webview);
   const workflow = new S.workflow.Workflow({ bridge });
-  const scanOptions = { terms: options.terms, wholeWord: options.wholeWord, kinds: options.kinds };
+  const scanOptions = {
+    terms: options.terms, wholeWord: options.wholeWord, kinds: options.kinds,
+    minConfidence: options.minConfidence, regions: options.regions,
+  };
   const batch = options.batch ? new S.batchRun.BatchRunner({ workflow, scanOptions, log: (l) => console.log(l) }) : null;
   const runner = options.auto && !batch ? new S.autoRun.AutoRunner({ workflow, scanOptions }) : null;
 

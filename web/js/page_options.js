@@ -16,6 +16,11 @@
       .split(',')
       .map((k) => k.trim())
       .filter((k) => detectors.KINDS.includes(k));
+    const least = Number(params.get('minConfidence'));
+    const regions = (params.get('regions') || '')
+      .split(',')
+      .map((r) => r.trim().toUpperCase())
+      .filter((r) => /^[A-Z]{2}$/.test(r));
     const theme = /^[0-9a-f]{6}$/i.test(params.get('ThemeColor') || '') ? `#${params.get('ThemeColor')}` : null;
     return {
       auto: flag('auto'),
@@ -23,6 +28,8 @@
       terms: detectors.parseTerms(params.getAll('terms').join(',')),
       wholeWord: flag('wholeWord'),
       kinds: kinds.length ? kinds : null,
+      minConfidence: params.has('minConfidence') && least >= 0 && least <= 1 ? least : detectors.DEFAULT_MIN_CONFIDENCE,
+      regions: regions.length ? regions : null,
       accent: theme,
     };
   }

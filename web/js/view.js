@@ -10,8 +10,14 @@
     phone: 'Phone numbers',
     card: 'Payment cards',
     iban: 'Bank accounts (IBAN)',
-    nationalId: 'National ID numbers',
+    ssn: 'US Social Security numbers',
+    nino: 'UK National Insurance numbers',
+    nationalId: 'Other national ID numbers',
+    passport: 'Passport numbers',
     dob: 'Dates of birth',
+    recordNumber: 'Account, employee, customer and case numbers',
+    address: 'Postal addresses',
+    name: "People's names",
     term: 'Your terms',
   };
 
@@ -32,8 +38,16 @@
     const collapsed = new Set();
     const terms = $('terms');
     const wholeWord = $('whole-word');
+    const threshold = $('min-confidence');
+    const thresholdValue = $('min-confidence-value');
     terms.value = options.terms.join(', ');
     wholeWord.checked = options.wholeWord;
+    threshold.value = String(options.minConfidence);
+    const percent = (value) => `${Math.round(Number(value) * 100)}%`;
+    thresholdValue.textContent = percent(threshold.value);
+    // Findings that the threshold dropped after the scan; lowering it keeps them again, but not
+    // the findings that the user dropped by hand.
+    const droppedByThreshold = new Set();
     if (options.accent) doc.documentElement.style.setProperty('--accent', options.accent);
 
     // Failures are on screen through the workflow's state; nothing more to do with them here.
@@ -45,7 +59,27 @@
         terms: root.Sablemark.detectors.parseTerms(terms.value),
         wholeWord: wholeWord.checked,
         kinds: options.kinds,
-      }));
+        minConfidence: Number(threshold.value),
+        regions: options.regions,
+      }).then(() => droppedByThreshold.clear()));
+    });
+    threshold.addEventListener('input', () => {
+      thresholdValue.textContent = percent(threshold.value);
+    });
+    // Moving the threshold over a scan's findings drops the less certain ones from the review
+    // and keeps again those it dropped itself; a new scan looks no lower than the threshold.
+    threshold.addEventListener('change', () => {
+      const session = workflow.current;
+      if (!session || session.applied) return;
+      const least = Number(threshold.value);
+      const drop = session.findings.filter((f) => f.kept && f.confidence < least).map((f) => f.id);
+      const keep = session.findings
+        .filter((f) => droppedByThreshold.has(f.id) && f.confidence >= least)
+        .map((f) => f.id);
+      drop.forEach((id) => droppedByThreshold.add(id));
+      keep.forEach((id) => droppedByThreshold.delete(id));
+      if (drop.length) quietly(workflow.setKept(drop, false));
+      if (keep.length) quietly(workflow.setKept(keep, true));
     });
     $('apply').addEventListener('click', () => quietly(workflow.apply()));
     $('save').addEventListener('click', () => quietly(workflow.save()));
@@ -96,6 +130,11 @@
             disabled: workflow.busy || session.applied || !f.matches.length,
             title: 'Show in the document',
             'data-show': f.id,
+          }),
+          el(doc, 'span', {
+            className: 'confidence',
+            text: `${Math.round((f.confidence ?? 1) * 100)}%`,
+            title: 'How certain the detector is',
           }),
           el(doc, 'span', { className: 'where', text: f.matches.length ? where : `${where} · not found` }),
         ]);

@@ -220,7 +220,10 @@
 
           const terms = options.terms || [];
           session.findings = this._findingsOf(
-            detectors.detectDocument(texts, { terms, wholeWord: options.wholeWord, kinds: options.kinds }),
+            detectors.detectDocument(texts, {
+              terms, wholeWord: options.wholeWord, kinds: options.kinds,
+              minConfidence: options.minConfidence, regions: options.regions,
+            }),
             Boolean(options.wholeWord)
           );
           this.activity = 'Locating the findings';
@@ -259,6 +262,7 @@
           kind: d.kind,
           text: d.text,
           page: d.page,
+          confidence: d.confidence,
           searchText,
           flags,
           searchKey: null,

@@ -27,9 +27,15 @@ function setUp(docs, search = '?auto=1&terms=Orchard%20Lane') {
 const summaryOf = (line) => JSON.parse(line.replace(/^SABLEMARK-SUMMARY /, ''));
 
 test('the page address switches on the automatic mode and carries terms and kinds', () => {
-  assert.deepEqual(parsePageOptions('?platform=linux&auto=1&terms=Ana,Bo&terms=ana&kinds=email,iban,bogus&ThemeColor=1a73e8'),
-    { auto: true, batch: false, terms: ['Ana', 'Bo'], wholeWord: false, kinds: ['email', 'iban'], accent: '#1a73e8' });
-  assert.deepEqual(parsePageOptions(''), { auto: false, batch: false, terms: [], wholeWord: false, kinds: null, accent: null });
+  assert.deepEqual(parsePageOptions('?platform=linux&auto=1&terms=Ana,Bo&terms=ana&kinds=email,iban,bogus&ThemeColor=1a73e8' +
+    '&minConfidence=0.8&regions=gb,FR,x1'),
+  { auto: true, batch: false, terms: ['Ana', 'Bo'], wholeWord: false, kinds: ['email', 'iban'], accent: '#1a73e8',
+    minConfidence: 0.8, regions: ['GB', 'FR'] });
+  assert.deepEqual(parsePageOptions(''), { auto: false, batch: false, terms: [], wholeWord: false, kinds: null,
+    accent: null, minConfidence: 0.5, regions: null });
+  // a threshold outside 0..1 or not a number is the default one
+  assert.equal(parsePageOptions('?minConfidence=2').minConfidence, 0.5);
+  assert.equal(parsePageOptions('?minConfidence=abc').minConfidence, 0.5);
   assert.equal(parsePageOptions('?x=1&batchRedaction=true&theme=win_native').batch, true);
 });
 
@@ -43,7 +49,8 @@ test('runs the current document through to the saved copy and writes one summary
   assert.equal(plugin.applied.length, 3);
   assert.deepEqual(lines.map(summaryOf), [{
     file: '/in/a.pdf', output: '/in/a_redacted.pdf', pages: 2,
-    findings: { email: 1, iban: 1, card: 0, nationalId: 0, dob: 0, phone: 0, term: 1 }, total: 3,
+    findings: { email: 1, iban: 1, card: 0, ssn: 0, nino: 0, nationalId: 0, passport: 0, dob: 0,
+      recordNumber: 0, phone: 0, address: 0, name: 0, term: 1 }, total: 3,
     verified: { checked: 3, remaining: [] },
   }]);
   assert.match(lines[0], /^SABLEMARK-SUMMARY \{/);

@@ -6,9 +6,9 @@ const { Workflow, offeredName, verificationLine } = require('../js/workflow.js')
 const { FakePlugin } = require('./fake_plugin.js');
 
 const PAGES = [
-  'Name: Ana Lind\r\nE-mail: ana@example.com\r\nCard: 4539 1488 0343 6467',
+  'Project: Nightjar\r\nE-mail: ana@example.com\r\nCard: 4539 1488 0343 6467',
   'Notes only',
-  'Ana Lind again: ana@example.com, phone +44 20 7946 0958',
+  'Nightjar again: ana@example.com, phone +44 20 7946 0958',
 ];
 
 function setUp({ pages = PAGES, docs } = {}) {
@@ -25,16 +25,16 @@ const finding = (workflow, kind, page) =>
 
 test('a scan reads the text, locates each page\'s findings there and marks every match', async () => {
   const { plugin, workflow } = setUp();
-  await workflow.scan({ terms: ['ana lind'] });
+  await workflow.scan({ terms: ['nightjar'] });
 
   assert.deepEqual(plugin.commands(), ['getCurrentDoc', 'isCurrentDocModified', 'getFilePageCount',
     'getFileTexts', 'findTextList', 'findTextList', ...Array(6).fill('addAnnot')]);
   assert.deepEqual(plugin.paramsOf('getFileTexts'), [{ pageIndex: -1 }]);
   assert.deepEqual(plugin.paramsOf('findTextList'), [
     { file: { id: '{DOC-1}' }, startPage: 0, endPage: 0,
-      textList: [['ana lind', 0], ['ana@example.com', 3], ['4539 1488 0343 6467', 3]] },
+      textList: [['nightjar', 0], ['ana@example.com', 3], ['4539 1488 0343 6467', 3]] },
     { file: { id: '{DOC-1}' }, startPage: 2, endPage: 2,
-      textList: [['ana lind', 0], ['ana@example.com', 3], ['+44 20 7946 0958', 3]] },
+      textList: [['nightjar', 0], ['ana@example.com', 3], ['+44 20 7946 0958', 3]] },
   ]);
 
   const annots = plugin.paramsOf('addAnnot');
@@ -70,7 +70,8 @@ test('dropped findings are unmarked and left out of the redaction; the copy is s
   assert.deepEqual(plugin.paramsOf('saveDocument'), [{ isSaveAs: true, suffix: '_redacted' }]);
   assert.deepEqual(session.summary, {
     file: '/data/report.pdf', output: '/data/report_redacted.pdf', pages: 3,
-    findings: { email: 2, iban: 0, card: 0, nationalId: 0, dob: 0, phone: 0, term: 0 },
+    findings: { email: 2, iban: 0, card: 0, ssn: 0, nino: 0, nationalId: 0, passport: 0, dob: 0,
+      recordNumber: 0, phone: 0, address: 0, name: 0, term: 0 },
     total: 2, pagesWithFindings: 2, verified: { checked: 2, remaining: [] },
   });
 });
@@ -181,14 +182,14 @@ test('the copy is offered under the stem, the suffix and the extension', () => {
 test('the saved copy is searched again: what remains is listed, nothing remaining says so', async () => {
   for (const leak of [false, true]) {
     const { plugin, workflow } = setUp();
-    await workflow.scan({ terms: ['ana lind'] });
+    await workflow.scan({ terms: ['nightjar'] });
     plugin.leakOnApply = leak;
     plugin.calls.length = 0;
     const session = await workflow.apply();
     const checks = plugin.calls.slice(plugin.commands().lastIndexOf('getCurrentDoc') + 1);
     assert.deepEqual(checks.map((c) => c.command), ['getFileTexts', 'findTextList', 'findTextList']);
     assert.deepEqual(checks[1].params, { file: { id: '{DOC-1}' }, startPage: 0, endPage: 0,
-      textList: [['ana lind', 0], ['ana@example.com', 3], ['4539 1488 0343 6467', 3]] });
+      textList: [['nightjar', 0], ['ana@example.com', 3], ['4539 1488 0343 6467', 3]] });
     const { verified } = session.summary;
     assert.equal(verified.checked, 6);
     if (!leak) {
@@ -197,8 +198,8 @@ test('the saved copy is searched again: what remains is listed, nothing remainin
       assert.equal(workflow.status, 'Redaction applied, the copy saved and checked.');
     } else {
       assert.equal(verified.remaining.length, 6);
-      assert.deepEqual(verified.remaining[0], { kind: 'term', text: 'Ana Lind', page: 0 });
-      assert.match(verificationLine(verified), /^Verified: 6 of 6 findings remain: "Ana Lind" \(page 1\), /);
+      assert.deepEqual(verified.remaining[0], { kind: 'term', text: 'Nightjar', page: 0 });
+      assert.match(verificationLine(verified), /^Verified: 6 of 6 findings remain: "Nightjar" \(page 1\), /);
       assert.equal(workflow.status, 'The copy is saved, but redacted findings remain in it.');
     }
   }
@@ -214,42 +215,42 @@ test('a saved copy that cannot be read again counts every finding as remaining',
 
 test('marks undone in the editor before the apply are named, and marked again on request', async () => {
   const { plugin, workflow } = setUp();
-  await workflow.scan({ terms: ['ana lind'] });
+  await workflow.scan({ terms: ['nightjar'] });
   const term = finding(workflow, 'term', 2);
   plugin.annots.delete(term.matches[0].name); // the user pressed undo in the editor
 
   const session = await workflow.apply();
   assert.equal(session.saved, false, 'nothing is saved while a ticked finding is not redacted');
   assert.deepEqual(workflow.unmarkedFindings(), [term]);
-  assert.match(session.notices.at(-1), /1 ticked finding\(s\) are no longer marked .*"ana lind" \(page 3\)/i);
-  assert.match(plugin.doc.pages[2], /Ana Lind/, 'its text is still in the document');
+  assert.match(session.notices.at(-1), /1 ticked finding\(s\) are no longer marked .*"nightjar" \(page 3\)/i);
+  assert.match(plugin.doc.pages[2], /Nightjar/, 'its text is still in the document');
 
   plugin.calls.length = 0;
   await workflow.remarkAndApply();
   assert.deepEqual(plugin.commands().slice(0, 3), ['addAnnot', 'redactApply', 'saveDocument']);
-  assert.doesNotMatch(plugin.doc.pages[2], /Ana Lind/i);
+  assert.doesNotMatch(plugin.doc.pages[2], /Nightjar/i);
   assert.deepEqual(session.summary.verified, { checked: 6, remaining: [] });
   assert.deepEqual(workflow.unmarkedFindings(), []);
 });
 
 test('saving without the unmarked findings says what stays', async () => {
   const { plugin, workflow } = setUp();
-  await workflow.scan({ terms: ['ana lind'] });
+  await workflow.scan({ terms: ['nightjar'] });
   const term = finding(workflow, 'term', 0);
   plugin.annots.delete(term.matches[0].name);
   await workflow.apply();
   const session = await workflow.save();
   assert.equal(session.saved, true);
   assert.equal(session.summary.verified.checked, 5, 'the unmarked finding was not redacted');
-  assert.ok(session.notices.some((n) => n.includes('"Ana Lind" (page 1)')));
+  assert.ok(session.notices.some((n) => n.includes('"Nightjar" (page 1)')));
 });
 
 test('a long document is scanned with the progress window moving as it locates and marks', async () => {
-  const pages = Array.from({ length: 250 }, (_, i) => `Page ${i} of the minutes by Ana Lind`);
+  const pages = Array.from({ length: 250 }, (_, i) => `Page ${i} of the minutes by Nightjar`);
   const { plugin, workflow } = setUp({ pages });
   const activities = [];
   workflow.onChange((w) => activities.push(w.activity));
-  await workflow.scan({ terms: ['ana lind'] });
+  await workflow.scan({ terms: ['nightjar'] });
 
   const commands = plugin.commands();
   assert.equal(commands.indexOf('createProgressBar'), commands.indexOf('getFilePageCount') + 1);
@@ -266,7 +267,7 @@ test('a long document is scanned with the progress window moving as it locates a
 
 test('a short document is scanned with no progress window', async () => {
   const { plugin, workflow } = setUp();
-  await workflow.scan({ terms: ['ana lind'] });
+  await workflow.scan({ terms: ['nightjar'] });
   assert.deepEqual(plugin.paramsOf('getFileTexts'), [{ pageIndex: -1 }]);
   assert.ok(!plugin.commands().some((c) => /ProgressBar$/.test(c)));
 });
