@@ -71,7 +71,7 @@ class Scrub {
             Walk(obj, num, 0);
         }
         ScrubStreams();
-        if (!droppedSpecs_.empty()) {
+        if (!droppedFiles_.empty()) {
             for (int num = 1; num < count; ++num) {
                 if (ObjPtr object = Load(num))
                     DropReferences(object.get(), 0);
@@ -137,7 +137,9 @@ class Scrub {
             pdf_obj* key = pdf_dict_get_key(ctx_, obj, i);
             pdf_obj* value = pdf_dict_get_val(ctx_, obj, i);
             const std::string_view name = NameOf(ctx_, key);
-            NoteStreamKey(name, value, owner);
+            // Only the object's own dictionary is a file specification by number; one held
+            // directly inside it (in a name tree's array, say) is recognised by its /EF.
+            NoteStreamKey(name, value, depth == 0 ? owner : 0);
             if (pdf_is_string(ctx_, value)) {
                 if (IsKeptKey(name) || (signature && name == "Contents"))
                     continue;
@@ -270,13 +272,25 @@ class Scrub {
     void DropFile(int num) {
         Replace(num, {});
         ++counts_.files;
+        droppedFiles_.insert(num);
         const auto specs = specsOfFile_.find(num);
         if (specs != specsOfFile_.end())
             droppedSpecs_.insert(specs->second.begin(), specs->second.end());
     }
 
+    // A file specification of a dropped file: an object noted as one, or a dictionary held
+    // directly whose /EF names a dropped file stream.
     bool IsDroppedSpec(pdf_obj* value) const {
-        return pdf_is_indirect(ctx_, value) && droppedSpecs_.count(pdf_to_num(ctx_, value)) > 0;
+        if (pdf_is_indirect(ctx_, value))
+            return droppedSpecs_.count(pdf_to_num(ctx_, value)) > 0;
+        pdf_obj* files = pdf_dict_get(ctx_, value, PDF_NAME(EF));
+        const int n = pdf_dict_len(ctx_, files);
+        for (int i = 0; i < n; ++i) {
+            pdf_obj* file = pdf_dict_get_val(ctx_, files, i);
+            if (pdf_is_indirect(ctx_, file) && droppedFiles_.count(pdf_to_num(ctx_, file)) > 0)
+                return true;
+        }
+        return false;
     }
 
     // Whether an array element stands for a dropped file: the file specification itself, or
@@ -400,6 +414,7 @@ class Scrub {
     std::map<int, StreamKind> streams_;
     std::unordered_map<int, std::vector<int>> specsOfFile_;
     std::unordered_set<int> droppedSpecs_;
+    std::unordered_set<int> droppedFiles_;
     std::unordered_set<int> changed_;
     std::vector<int> annotations_;
 };

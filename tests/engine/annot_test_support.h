@@ -105,11 +105,9 @@ inline std::string InflatedBytes(Context& context, const std::string& path,
     CallMupdf(ctx, "inflate", [&] {
         fz_output* out = fz_new_output_with_buffer(ctx, buffer.get());
         fz_try(ctx) {
-            if (withoutXfa) {
-                pdf_dict_del(ctx,
-                             pdf_dict_getp(ctx, pdf_trailer(ctx, reopened.pdf()), "Root/AcroForm"),
-                             PDF_NAME(XFA));
-            }
+            pdf_obj* form = pdf_dict_getp(ctx, pdf_trailer(ctx, reopened.pdf()), "Root/AcroForm");
+            if (withoutXfa && pdf_is_dict(ctx, form))
+                pdf_dict_del(ctx, form, PDF_NAME(XFA));
             pdf_write_options options = pdf_default_write_options;
             options.do_decompress = 1;
             options.do_garbage = 1;

@@ -52,6 +52,9 @@ const RealDocument kRealDocuments[] = {
     {"Type3WordSpacing.pdf", U"\u25A1\u25B3\u25B3\u25A1", "abba", "baba", false, true},
     // Text drawn inside a tiling pattern.
     {"pattern_text_embedded_font.pdf", U"AbCdEf", "AbCdEf", "", false},
+    // An invoice carrying its data as an XML attachment, whose file specification stands
+    // directly in the catalogue's name tree.
+    {"AzureInterior.pdf", U"Fremont", "Fremont", "Global Wholesaler", true},
 };
 
 void PrintTo(const RealDocument& document, std::ostream* out) {
