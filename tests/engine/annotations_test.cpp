@@ -133,41 +133,6 @@ TEST_F(AnnotationsTest, MatchAnnotationEntriesStandInTheSavedFileExactly) {
     EXPECT_EQ(reread.RectOf(redact.object), one_line.front());
 }
 
-TEST_F(AnnotationsTest, NoteKeepsItsRectangleAndItsPopupPointsToIt) {
-    Document document = Open(PdfDescription{.pages = {PageDescription::Blank()}});
-    Annotations annotations(document);
-    PdfValue note = PdfValue::Dictionary();
-    note.Set("Type", PdfValue::Name("Annot"));
-    note.Set("Subtype", PdfValue::Name("Text"));
-    note.Set("Name", PdfValue::Name("Note"));
-    note.Set("Rect", Numbers({10, 770, 30, 790}));
-    note.Set("F", PdfValue::Integer(4));
-    note.Set("C", Numbers({1, 1, 0}));
-    note.Set("P", PdfValue::Reference(PageObjectNumber(document, 0), kDocumentTag));
-    note.Set("Contents", PdfValue::String("note text"));
-    note.Set("NM", PdfValue::String("ai_plugin_pt_1"));
-    const AnnotationId made = annotations.Create(0, note, kDocumentTag, -1);
-    PdfValue popup = PdfValue::Dictionary();
-    popup.Set("Rect", Numbers({432, 650, 612, 770}));
-    popup.Set("Type", PdfValue::Name("Annot"));
-    popup.Set("Subtype", PdfValue::Name("Popup"));
-    popup.Set("P", PdfValue::Reference(made.object, kDocumentTag));
-    const AnnotationId popup_made = annotations.Create(0, popup, kDocumentTag, -1);
-
-    Document saved = Reopen(document);
-    const SavedObject n(saved, made.object);
-    EXPECT_EQ(n.Numbers("Rect"), (std::vector<float>{10, 770, 30, 790}));
-    EXPECT_EQ(n.Name("Name"), "Note");
-    EXPECT_FALSE(n.Has("Popup")) << "the note names no popup; the popup points to it";
-    EXPECT_TRUE(n.Has("AP"));
-    const SavedObject p(saved, popup_made.object);
-    EXPECT_EQ(p.Name("Subtype"), "Popup");
-    EXPECT_EQ(p.Reference("P"), made.object);
-    EXPECT_FALSE(p.Has("Parent"));
-    EXPECT_EQ(p.Numbers("Rect"), (std::vector<float>{432, 650, 612, 770}));
-    EXPECT_EQ(Annotations(saved).OnPage(0), (std::vector<int>{made.object, popup_made.object}));
-}
-
 TEST_F(AnnotationsTest, RemovedAnnotationGoesWithItsPopupAndComesBackInPlace) {
     Document document = Open(PdfDescription{.pages = {PageDescription::TextLines({"one two"})}});
     Annotations annotations(document);

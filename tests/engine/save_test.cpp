@@ -76,20 +76,6 @@ TEST_F(SaveTest, InPlaceSaveDropsRemovedImageFromTheFile) {
     EXPECT_EQ(document.PageObjects(0), std::vector<PageObjectType>{PageObjectType::kText});
 }
 
-TEST_F(SaveTest, SaveAsWritesAFullFileAndMovesThePath) {
-    Document document = Document::CreateBlank(context_);
-    document.SetInfoString("Title", "Draft");
-    const std::string path = PathOf("copy.pdf");
-    document.SaveFull(path);
-
-    EXPECT_EQ(document.Path(), path);
-    const std::string bytes = ReadBytes(path);
-    EXPECT_EQ(bytes.rfind("startxref"), bytes.find("startxref")) << "one revision only";
-    const Document reopened = Document::Open(context_, path);
-    EXPECT_EQ(reopened.PageCount(), 1);
-    EXPECT_EQ(reopened.InfoString("Title"), "Draft");
-}
-
 TEST_F(SaveTest, EncryptionIsKept) {
     PdfDescription recipe{.pages = {PageDescription::TextLines({"secret"})}};
     recipe.encryption = Encryption{.owner_password = "owner", .permissions = permission::kPrint};

@@ -105,28 +105,6 @@ TEST_F(FileCheckTables, SecurityHandlerRefusesWhatMayNotBeChanged) {
     CallHost<Op::HostSecurityHandlerDestroy>(handler);
 }
 
-TEST_F(FileCheckTables, CopyAndModifyPermissionsOfHiddenDocuments) {
-    const struct {
-        const char* what;
-        std::uint32_t granted;
-        int copy;
-        int modify;
-    } cases[] = {
-        {"all", perm::kAll, 1, 1},
-        {"no copy", perm::kAll & ~perm::kCopy, 0, 1},
-        {"no modify", perm::kAll & ~perm::kModify, 1, 0},
-        {"print only", perm::kPrint, 0, 0},
-    };
-    int n = 0;
-    for (const auto& c : cases) {
-        const HostDoc doc =
-            OpenHidden(Encrypted("p" + std::to_string(++n) + ".pdf", "", c.granted));
-        ASSERT_NE(doc, nullptr) << c.what;
-        EXPECT_EQ(CallHost<Op::HostDocGetPermission>(doc, 0x10u), c.copy) << c.what;
-        EXPECT_EQ(CallHost<Op::HostDocGetPermission>(doc, 8u), c.modify) << c.what;
-    }
-}
-
 TEST_F(FileCheckTables, HiddenDocumentIsSavedElsewhereWholeAndClosed) {
     const std::string source = testing::WritePdf(files_, "source.pdf", testing::ThreePages());
     const HostDoc doc = OpenHidden(source);

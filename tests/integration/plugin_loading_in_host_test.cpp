@@ -1,5 +1,4 @@
-// Loading the plug-in into pdfhost: the language gate, a configuration that refuses the start, and
-// the log the configuration can turn on.
+// The plug-in in pdfhost: the log its configuration can turn on, and what its library exports.
 #include <dlfcn.h>
 
 #include <fstream>
@@ -12,28 +11,6 @@ namespace {
 std::string ReadAll(const std::filesystem::path& path) {
     std::ifstream in(path);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-TEST_F(PluginHostTest, PluginLoadsOnlyUnderEnUs) {
-    Start("de-DE");
-    EXPECT_EQ(host->Plugins().Plugins().size(), 0u);
-    EXPECT_TRUE(Post(R"(["base","getCurrentDoc","","x"])").empty());
-}
-
-TEST_F(PluginHostTest, PluginLoadsUnderEnUsAndServes) {
-    Start("en-US");
-    EXPECT_EQ(host->Plugins().Plugins().size(), 1u);
-    EXPECT_EQ(Post(R"(["base","getCurrentDoc","","x"])").size(), 1u);
-}
-
-TEST_F(PluginHostTest, BrokenBooleanInTheConfigurationStopsOnlyThePlugin) {
-    WriteConfig(R"({"logger_output": "on"})");
-    Start();
-    EXPECT_EQ(host->Plugins().Plugins().size(), 0u);
-    EXPECT_TRUE(Post(R"(["base","getCurrentDoc","","x"])").empty());
-    // The host goes on.
-    const std::string path = MakePdf("still.pdf", {{pdfhost::engine::PageDescription::Blank()}});
-    EXPECT_GT(Open(path), 0);
 }
 
 TEST_F(PluginHostTest, LoggerWritesRequestsAndRepliesWhenTheConfigurationAsks) {

@@ -148,53 +148,6 @@ TEST_F(RedactionInHostTest, AHighlightUnderTheBoxStaysForItsRecordWithoutItsText
     EXPECT_EQ(Call("removeAnnots", remove)["ret"].asInt(), 0);
 }
 
-TEST_F(RedactionInHostTest, CancelledPromptKeepsTheDocumentAsItWas) {
-    const std::string path = OpenText("cancel.pdf", {"Secret Number 4711"});
-    const Json::Value found = Find("4711");
-    ASSERT_EQ(
-        AddAnnot(found["data"]["searchKey"].asString(), 0, "redact", "ai_plugin_x")["ret"].asInt(),
-        0);
-    Answer("messageBox", 2);
-    EXPECT_EQ(ApplyNames({"ai_plugin_x"})["ret"].asInt(), 400024);
-    Save();
-    EXPECT_NE(PdfToText(path).find("Secret Number 4711"), std::string::npos);
-}
-
-TEST_F(RedactionInHostTest, FormFieldValueSetThroughTheBridgeIsInTheSavedFile) {
-    const std::string path = (folder / "form.pdf").string();
-    {
-        Document blank = Document::CreateBlank(host->Engine());
-        pdfhost::engine::FieldDescription field;
-        field.name = "holder";
-        field.value = "Old Name";
-        pdfhost::engine::AddFormFields(blank, {field});
-        blank.SaveFull(path);
-    }
-    ASSERT_GT(Open(path), 0);
-    const std::string id = Call("getCurrentDoc")["data"][0]["id"].asString();
-    const Json::Value fields = Call("getAllFormFields");
-    ASSERT_EQ(fields["ret"].asInt(), 0) << fields;
-    ASSERT_EQ(fields["data"].size(), 1u) << fields;
-    EXPECT_EQ(fields["data"][0]["value"].asString(), "Old Name");
-    EXPECT_EQ(fields["data"][0]["type"].asString(), "TextField");
-
-    Json::Value params(Json::objectValue);
-    params["file"]["id"] = id;
-    params["fieldName"] = "holder";
-    params["value"] = "New Name";
-    EXPECT_EQ(Call("setFormFieldValue", params)["ret"].asInt(), 0);
-    Save();
-
-    Document saved = Document::Open(host->Engine(), path);
-    pdf_obj* field = pdf_lookup_field(
-        saved.fz(),
-        pdf_dict_getp(saved.fz(), pdf_trailer(saved.fz(), saved.pdf()), "Root/AcroForm/Fields"),
-        "holder");
-    ASSERT_NE(field, nullptr);
-    EXPECT_STREQ(pdf_field_value(saved.fz(), field), "New Name");
-    EXPECT_NE(PdfToText(path).find("New Name"), std::string::npos);
-}
-
 TEST_F(RedactionInHostTest, ImageUnderAUserRedactionIsBlanked) {
     PdfDescription description;
     description.pages.push_back(PageDescription::ImageOnly(3));
@@ -237,35 +190,6 @@ TEST_F(RedactionInHostTest, ImageUnderAUserRedactionIsBlanked) {
         fz_drop_pixmap(ctx, pixmap);
         fz_drop_image(ctx, image);
     }
-}
-
-TEST_F(RedactionInHostTest, PointNoteIsFoundAtItsPointAndRemoved) {
-    OpenText("notes.pdf", {"Page with a note"});
-    Json::Value params(Json::objectValue);
-    params["file"]["id"] = fileId_;
-    params["pageIndex"] = 0;
-    params["point"]["x"] = 100;
-    params["point"]["y"] = 120;
-    params["type"] = "note";
-    Json::Value add = params;
-    add["contents"] = "check this";
-    add["uniqueIDName"] = "ai_plugin_pt_1";
-    ASSERT_EQ(Call("addAnnotAtPoint", add)["ret"].asInt(), 0);
-
-    Json::Value at = params;
-    at["uniqueIDPrefix"] = "ai_plugin_pt_";
-    const Json::Value found = Call("getAnnotsContentAtPoint", at);
-    ASSERT_EQ(found["ret"].asInt(), 0) << found;
-    ASSERT_EQ(found["data"].size(), 1u) << found;
-    EXPECT_EQ(found["data"][0]["content"].asString(), "check this\r\n");
-    EXPECT_EQ(found["data"][0]["id"].asString(), "ai_plugin_pt_1");
-
-    Json::Value beside = at;
-    beside["point"]["y"] = 120.01;
-    EXPECT_TRUE(Call("getAnnotsContentAtPoint", beside)["data"].isNull());
-
-    EXPECT_EQ(Call("removeAnnotsAtPoint", at)["ret"].asInt(), 0);
-    EXPECT_TRUE(Call("getAnnotsContentAtPoint", at)["data"].isNull());
 }
 
 TEST_F(RedactionInHostTest, MarkRemoveReplaceAndSearchListThroughTheScriptedChannel) {

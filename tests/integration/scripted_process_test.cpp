@@ -28,56 +28,6 @@ std::string RunPdfhost(const std::filesystem::path& input, const std::filesystem
     return output;
 }
 
-TEST(ScriptedProcessTest, OpenAskAndQuit) {
-    const auto folder =
-        std::filesystem::path(testing::TempDir()) / ("scripted-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(folder / "profile");
-    const std::string pdf = (folder / "two pages.pdf").string();
-    {
-        pdfhost::engine::Context context;
-        pdfhost::engine::PdfDescription recipe;
-        recipe.pages = {pdfhost::engine::PageDescription::TextLines({"one"}),
-                        pdfhost::engine::PageDescription::TextLines({"two"})};
-        pdfhost::engine::PdfFactory(context).Write(recipe, pdf);
-    }
-    const auto input = folder / "input.jsonl";
-    std::ofstream(input) << R"({"post":"[\"base\",\"getFilePageCount\",{},\"a\"]"})"
-                         << "\n"
-                         << R"({"host":"open","path":")" << pdf << "\"}\n"
-                         << R"({"post":"[\"base\",\"getFilePageCount\",{},\"b\"]"})"
-                         << "\n"
-                         << R"({"post":"[\"base\",\"nope\",{},\"c\"]"})"
-                         << "\n"
-                         << R"({"host":"quit"})"
-                         << "\n";
-    // Event lines carry fresh ids: their names and order are checked, the rest verbatim.
-    std::istringstream lines(RunPdfhost(input, folder / "profile"));
-    std::string output;
-    std::vector<std::string> eventNames;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.rfind(R"({"event":)", 0) != 0) {
-            output += line + "\n";
-            continue;
-        }
-        const auto name = line.find(R"(\"name\":\")");
-        if (name != std::string::npos)
-            eventNames.push_back(line.substr(name + 11, line.find('\\', name + 11) - name - 11));
-        EXPECT_EQ(output.find(R"({"opened")"), std::string::npos) << "events come before the reply";
-    }
-    EXPECT_EQ(eventNames, (std::vector<std::string>{"ev-doc-before-open", "ev-doc-open-success",
-                                                    "ev-doc-activate"}));
-    std::ostringstream expected;
-    expected << R"({"reply":"{\"data\":null,\"ret\":300001,\"uuid\":\"a\"}\n"})"
-             << "\n"
-             << R"({"opened":1,"path":")" << pdf << "\"}\n"
-             << R"({"reply":"{\"data\":{\"pageCount\":2},\"ret\":0,\"uuid\":\"b\"}\n"})"
-             << "\n"
-             << R"({"reply":"{\"data\":null,\"ret\":400000}\n"})"
-             << "\n";
-    EXPECT_EQ(output, expected.str());
-    std::filesystem::remove_all(folder);
-}
-
 // What the user does in the editor reaches the page as events: name and document id, in order.
 TEST(ScriptedProcessTest, TheUsersActionsReachThePageAsEvents) {
     const auto folder =

@@ -235,10 +235,10 @@ void FakeHost::UserRedacts(HostDoc doc, int page, const std::string& uniqueName)
 }
 
 int FakeHost::LiveHandles() const {
-    return static_cast<int>(
-        ownedDicts_.size() + rectArrays_.items.size() + ptrArrays_.items.size() +
-        maps_.items.size() + parseOptions_.items.size() + textPages_.items.size() +
-        finders_.items.size() + fieldFinders_.items.size() + tempPages_.items.size());
+    return static_cast<int>(ownedDicts_.size() + rectArrays_.items.size() +
+                            ptrArrays_.items.size() + maps_.items.size() +
+                            parseOptions_.items.size() + textPages_.items.size() +
+                            finders_.items.size() + tempPages_.items.size());
 }
 
 FakeObject* FakeHost::NewObject(FakeObject::Kind kind) {
@@ -561,7 +561,8 @@ int FakeHost::NDXTextFindStart(NdxTextFind find, const wchar_t* text, uint32_t f
 }
 // One match per occurrence in the value of a text field, its rectangle the control's.
 int FakeHost::NDXFieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
-    Finder* finder = fieldFinders_.Find(find);
+    Finder* finder = finders_.Find(find);
+    finder->position = -1;
     const bool matchCase = (flags & kNdxFindMatchCase) != 0;
     const std::wstring needle = Folded(text, matchCase);
     finder->matches.clear();

@@ -771,36 +771,19 @@ class FakeHost : public HostApiDefaults {
     }
     void NDXTextFindDestroy(NdxTextFind find) override { finders_.Erase(find); }
     int NDXTextFindStart(NdxTextFind find, const wchar_t* text, uint32_t flags, int) override;
-    int NDXTextFindNext(NdxTextFind find) override {
-        Finder* finder = finders_.Find(find);
-        return ++finder->position < static_cast<int>(finder->matches.size()) ? 1 : 0;
-    }
-    void NDXTextFindGetRects(NdxTextFind find, NdxRectArray rects) override {
-        const Finder* finder = finders_.Find(find);
-        *rectArrays_.Find(rects) =
-            finder->matches.at(static_cast<std::size_t>(finder->position)).rects;
-    }
-    int NDXTextFindGetCharIndex(NdxTextFind find) override {
-        const Finder* finder = finders_.Find(find);
-        return finder->matches.at(static_cast<std::size_t>(finder->position)).start;
-    }
-    int NDXTextFindGetCharCount(NdxTextFind find) override {
-        const Finder* finder = finders_.Find(find);
-        return finder->matches.at(static_cast<std::size_t>(finder->position)).count;
-    }
+    int NDXTextFindNext(NdxTextFind find) override { return Next(find); }
+    void NDXTextFindGetRects(NdxTextFind find, NdxRectArray rects) override { Rects(find, rects); }
+    int NDXTextFindGetCharIndex(NdxTextFind find) override { return Current(find).start; }
+    int NDXTextFindGetCharCount(NdxTextFind find) override { return Current(find).count; }
+    // The field finder shares the page finder's records; its matches are text field values.
     NdxFieldFind NDXFieldTextFindNew(NdxDoc, NdxPage page) override {
-        return fieldFinders_.Add<NdxFieldFind>(Finder{PageOf(page), {}, -1});
+        return finders_.Add<NdxFieldFind>(Finder{PageOf(page), {}, -1});
     }
-    void NDXFieldTextFindDestroy(NdxFieldFind find) override { fieldFinders_.Erase(find); }
+    void NDXFieldTextFindDestroy(NdxFieldFind find) override { finders_.Erase(find); }
     int NDXFieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) override;
-    int NDXFieldTextFindNext(NdxFieldFind find) override {
-        Finder* finder = fieldFinders_.Find(find);
-        return ++finder->position < static_cast<int>(finder->matches.size()) ? 1 : 0;
-    }
+    int NDXFieldTextFindNext(NdxFieldFind find) override { return Next(find); }
     void NDXFieldTextFindGetRects(NdxFieldFind find, NdxRectArray rects) override {
-        const Finder* finder = fieldFinders_.Find(find);
-        *rectArrays_.Find(rects) =
-            finder->matches.at(static_cast<std::size_t>(finder->position)).rects;
+        Rects(find, rects);
     }
 
     // Redaction
@@ -854,6 +837,17 @@ class FakeHost : public HostApiDefaults {
     FakeAnnot* NewAnnot(FakeObject* dict);
     void RemoveRedacts(FakeDoc& doc, const std::set<const void*>* only);
     std::vector<Match> FindIn(const FakePage& page, const std::wstring& text, uint32_t flags) const;
+    int Next(const void* find) {
+        Finder* finder = finders_.Find(find);
+        return ++finder->position < static_cast<int>(finder->matches.size()) ? 1 : 0;
+    }
+    const Match& Current(const void* find) const {
+        const Finder* finder = finders_.Find(find);
+        return finder->matches.at(static_cast<std::size_t>(finder->position));
+    }
+    void Rects(const void* find, NdxRectArray rects) {
+        *rectArrays_.Find(rects) = Current(find).rects;
+    }
 
     std::vector<std::unique_ptr<FakeDoc>> docs_;
     std::vector<HostDoc> open_;
@@ -868,7 +862,6 @@ class FakeHost : public HostApiDefaults {
     Pool<int> parseOptions_;
     Pool<TextPage> textPages_;
     Pool<Finder> finders_;
-    Pool<Finder> fieldFinders_;
     Pool<TempPage> tempPages_;
     int undoManager_ = 0;
     int handTool_ = 0;

@@ -18,29 +18,15 @@ FakeDoc PagesDoc(std::wstring path, int pages) {
     return doc;
 }
 
-class BatchSessionTest : public testing::Test {
+class BatchSessionTest : public PluginFixtureOf<FakeBatchHost> {
   protected:
     BatchSessionTest() {
-        app.Attach(host, platform);
-        app.ImportTables();
-        EXPECT_EQ(app.Init(), 1);
         host.files.emplace(L"/in/a.pdf", PagesDoc(L"/in/a.pdf", 2));
         host.files.emplace(L"/in/b.pdf", PagesDoc(L"/in/b.pdf", 3));
     }
-    ~BatchSessionTest() override { app.Unload(); }
 
     Json::Value Call(const std::string& command, const std::string& params = "") {
-        Json::Value envelope(Json::arrayValue);
-        envelope.append("base");
-        envelope.append(command);
-        envelope.append(params);
-        envelope.append("u1");
-        endpoint.replies.clear();
-        channel.OnWebMessage(WriteJson(envelope));
-        Json::Value reply;
-        if (endpoint.replies.size() == 1)
-            ParseJson(endpoint.replies[0], reply);
-        return reply;
+        return PluginFixtureOf::Call(command, params, "u1");
     }
     int Ret(const std::string& command, const std::string& params = "") {
         return Call(command, params)["ret"].asInt();
@@ -56,12 +42,6 @@ class BatchSessionTest : public testing::Test {
         choice.options = std::move(options);
         platform.batchChoices.emplace_back(std::move(choice));
     }
-
-    FakeBatchHost host;
-    FakePlatform platform;
-    Brevan app;
-    RecordingEndpoint endpoint;
-    WebMessageChannel channel{app.commands(), endpoint};
 };
 
 TEST_F(BatchSessionTest, FileCheckRefusesInOrderAndClosesWhatItOpened) {

@@ -62,18 +62,12 @@ TEST_F(BrevanLifecycleTest, ClosingTheLastDocumentHidesThePaneUnlessATemporarySa
     EXPECT_FALSE(app.pane.shown());
 }
 
-TEST_F(BrevanLifecycleTest, ActivationFollowsTheLastPaneChoiceAndOtherTabsHideIt) {
+TEST_F(BrevanLifecycleTest, ActivationFollowsTheLastPaneChoice) {
     app.pane.SetShown(true);
     host.paneCalls.clear();
     host.Open(FakeDoc{});
     ASSERT_FALSE(host.paneCalls.empty());
     EXPECT_EQ(host.paneCalls.back().second, 1);
-    const auto hook =
-        reinterpret_cast<HostDocHookNoDoc>(host.docEventRecords[0]->word(kDocEventOtherTab));
-    hook(host.docEventRecords[0]->word(kDocEventClientData));
-    EXPECT_EQ(host.paneCalls.back().second, 0);
-    EXPECT_FALSE(app.pane.shown());
-    EXPECT_FALSE(app.pane.hiding());
 }
 
 TEST_F(BrevanLifecycleTest, SavingRebindsThePathAndNotesASavedTemporaryDocument) {

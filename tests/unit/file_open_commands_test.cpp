@@ -84,22 +84,13 @@ class DownloadingPlatform : public FakePlatform {
     std::vector<HttpSettings> downloadSettings;
 };
 
-class FileOpenCommandsTest : public testing::Test {
+class FileOpenCommandsTest : public PluginFixtureOf<OpeningHost, DownloadingPlatform> {
   protected:
     FileOpenCommandsTest() {
-        app.Attach(host, platform);
-        app.ImportTables();
-        EXPECT_EQ(app.Init(), 1);
         app.paneDialogs[host.mainWindow] = &pane;
-        temp = host.userData / "tmp";
-        fs::create_directories(temp);
-        platform.tempFolder = FromUtf8(temp.string() + "/");
         platform.downloads[L"https://files.example/r"] = {"%PDF-1.7 report", true};
     }
-    ~FileOpenCommandsTest() override {
-        app.paneDialogs.clear();
-        app.Unload();
-    }
+    ~FileOpenCommandsTest() override { app.paneDialogs.clear(); }
 
     Json::Value Call(const std::string& command, const std::string& params, void* owner = nullptr) {
         const CommandParams request = CommandParams::FromText(params);
@@ -124,12 +115,9 @@ class FileOpenCommandsTest : public testing::Test {
                        "pane CallScript __dispatchEvent {\"name\":\"ev-doc-open-failed\"}\n"));
     }
 
-    OpeningHost host;
-    DownloadingPlatform platform;
-    Brevan app;
     std::vector<std::string> log;
     FakePageDialog pane{log, "pane"};
-    fs::path temp;
+    fs::path temp = host.userData / "temp";
 };
 
 TEST_F(FileOpenCommandsTest, OpenFileChecksItsArgumentsInOrderBeforeAnyWork) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "config/brevan_config.h"
@@ -28,16 +29,12 @@ class ThemedHost : public FakeHost {
     std::vector<std::wstring> colourNames;
 };
 
-class PageAddressTest : public testing::Test {
+class PageAddressTest : public PluginFixtureOf<ThemedHost> {
   protected:
     PageAddressTest() {
-        app.Attach(host, platform);
-        app.ImportTables();
-        EXPECT_EQ(app.Init(), 1);
         documentAddress = app.serviceConfig->DocumentAddress();
         platform.httpRequests.clear();  // what the start asked of the service is not counted
     }
-    ~PageAddressTest() override { app.Unload(); }
 
     // The service document with these `url` members, its `size` right and `dsvConfig` set.
     void Publish(const std::string& urlMembers, int memberCount) {
@@ -60,9 +57,6 @@ class PageAddressTest : public testing::Test {
         return count;
     }
 
-    ThemedHost host;
-    FakePlatform platform;
-    Brevan app;
     std::wstring documentAddress;
 };
 
@@ -119,36 +113,43 @@ TEST_F(PageAddressTest, ARefusedOrMissingDocumentIsFetchedAgainAtEveryNeed) {
     EXPECT_EQ(Fetches(), 7u);
 }
 
-TEST_F(PageAddressTest, EveryPlaceholderIsFilledAndTheTailIsAppended) {
-    Publish(R"("qvd_brevan_plugin_domain":"https://page.example/app?platform=%s&version=%s)"
-            R"(&language=%s&ai_domain=%s&ai_engine=%s&ai_key=%s",)"
-            R"("qvd_brevan_domain":"https://svc.example","qvd_brevan_aig":"https://aig.example",)"
-            R"("qvd_brevan_aig_key":"k-1")",
-            4);
-    EXPECT_EQ(Build(),
-              L"https://page.example/app?platform=Win%20PDF%20Editor&version=1.2.3"
-              L"&language=en-US&ai_domain=https://svc.example"
-              L"&ai_engine=https://aig.example&ai_key=k-1" +
-                  kTail);
-    EXPECT_EQ(host.colourNames, std::vector<std::wstring>{L"Accent_color"});
-}
-
-TEST_F(PageAddressTest, MissingValuesFallBackToTheServerOrToEmpty) {
-    Publish(R"("qvd_brevan_plugin_domain":"https://p/?ai_key=%s&ai_domain=%s&ai_engine=%s")", 1);
-    EXPECT_EQ(Build(), L"https://p/?ai_key=&ai_domain=" + app.config->serverAddress +
-                           L"&ai_engine=" + kTail);
-}
-
-TEST_F(PageAddressTest, ATemplateWithoutAPlaceholderKeepsItsTextAndLaterStepsStillWork) {
-    // "platform" without "=%s" is left alone; "version=%s" twice is filled twice; a name that
-    // merely ends like a placeholder key is filled as well, as a text search finds it.
-    Publish(R"("qvd_brevan_plugin_domain":"https://p/platform/x?version=%s&v2=1&version=%s)"
-            R"(&ai_domain&myai_key=%s")",
-            1);
-    EXPECT_EQ(Build(),
-              L"https://p/platform/x?version=1.2.3&v2=1&version=1.2.3&ai_domain"
-              L"&myai_key=" +
-                  kTail);
+// Every placeholder is filled, a missing value falls back to the account server or to empty,
+// text without "=%s" is left alone while the later steps still run, and the tail is appended.
+TEST_F(PageAddressTest, TemplatesAreFilledAndTheTailIsAppended) {
+    const std::wstring server = app.config->serverAddress;
+    const struct {
+        const char* members;
+        int count;
+        bool preproduction;
+        std::wstring expected;
+    } cases[] = {
+        {R"("qvd_brevan_plugin_domain":"https://page.example/app?platform=%s&version=%s)"
+         R"(&language=%s&ai_domain=%s&ai_engine=%s&ai_key=%s",)"
+         R"("qvd_brevan_domain":"https://svc.example","qvd_brevan_aig":"https://aig.example",)"
+         R"("qvd_brevan_aig_key":"k-1")",
+         4, false,
+         L"https://page.example/app?platform=Win%20PDF%20Editor&version=1.2.3"
+         L"&language=en-US&ai_domain=https://svc.example&ai_engine=https://aig.example&ai_key=k-1"},
+        {R"("qvd_brevan_plugin_domain":"https://p/?ai_key=%s&ai_domain=%s&ai_engine=%s")", 1, false,
+         L"https://p/?ai_key=&ai_domain=" + server + L"&ai_engine="},
+        // "version=%s" twice is filled twice; a name that merely ends like a key is filled too.
+        {R"("qvd_brevan_plugin_domain":"https://p/platform/x?version=%s&v2=1&version=%s)"
+         R"(&ai_domain&myai_key=%s")",
+         1, false, L"https://p/platform/x?version=1.2.3&v2=1&version=1.2.3&ai_domain&myai_key="},
+        {R"("qvd_brevan_plugin_domain":"https://live/?",)"
+         R"("qvd_brevan_plugin_domain_preproduction":"https://pre/?")",
+         2, true, L"https://pre/?"},
+        {R"("qvd_brevan_plugin_domain":"https://live/?",)"
+         R"("qvd_brevan_plugin_domain_preproduction":"https://pre/?")",
+         2, false, L"https://live/?"},
+    };
+    for (const auto& c : cases) {
+        Publish(c.members, c.count);
+        app.serviceConfig->Load();
+        app.config->preproduction = c.preproduction;
+        EXPECT_EQ(Build(), c.expected + kTail) << c.members;
+    }
+    EXPECT_EQ(host.colourNames.at(0), L"Accent_color");
 }
 
 TEST_F(PageAddressTest, FilledTextIsNotSearchedAgain) {
@@ -175,16 +176,6 @@ TEST_F(PageAddressTest, TheDialogDecidesTheBatchParametersAndTheAccountPage) {
               L"https://p/?x=1" + tail + L"&isChannelPackage=true");
 }
 
-TEST_F(PageAddressTest, ThePreproductionEnvironmentHasATemplateOfItsOwn) {
-    Publish(R"("qvd_brevan_plugin_domain":"https://live/?",)"
-            R"("qvd_brevan_plugin_domain_preproduction":"https://pre/?")",
-            2);
-    app.config->preproduction = true;
-    EXPECT_EQ(Build(), L"https://pre/?" + kTail);
-    app.config->preproduction = false;
-    EXPECT_EQ(Build(), L"https://live/?" + kTail);
-}
-
 TEST_F(PageAddressTest, ACustomUrlReplacesEverythingButOnlyOnceATemplateWasHad) {
     app.config->root["custom_url"] = "file:///work/web/index.html";
     EXPECT_EQ(Build(), L"unchanged");  // no document: the address stays as it was
@@ -195,17 +186,17 @@ TEST_F(PageAddressTest, ACustomUrlReplacesEverythingButOnlyOnceATemplateWasHad) 
 }
 
 TEST_F(PageAddressTest, TheDevelopersFileMayFixTheAnswerOfTheConnectivityTest) {
-    platform.connected = false;
-    EXPECT_FALSE(IsConnectedToInternet(app.config.get(), platform));
-    platform.connected = true;
-    EXPECT_TRUE(IsConnectedToInternet(app.config.get(), platform));
-    app.config->root[kInternetConnectionKey] = false;
-    EXPECT_FALSE(IsConnectedToInternet(app.config.get(), platform));
-    platform.connected = false;
-    app.config->root[kInternetConnectionKey] = true;
-    EXPECT_TRUE(IsConnectedToInternet(app.config.get(), platform));
-    app.config->root[kInternetConnectionKey] = "yes";  // not a boolean: the platform decides
-    EXPECT_FALSE(IsConnectedToInternet(app.config.get(), platform));
+    // The platform's answer, the developers' value (null: none), what counts.
+    const std::tuple<bool, Json::Value, bool> cases[] = {
+        {false, Json::Value(), false}, {true, Json::Value(), true}, {true, false, false},
+        {false, true, true},           {false, "yes", false},       {true, "yes", true}};
+    for (const auto& [connected, fixed, expected] : cases) {
+        platform.connected = connected;
+        if (!fixed.isNull())
+            app.config->root[kInternetConnectionKey] = fixed;
+        EXPECT_EQ(IsConnectedToInternet(app.config.get(), platform), expected)
+            << connected << " " << WriteJson(fixed);
+    }
 }
 
 }  // namespace

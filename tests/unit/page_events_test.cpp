@@ -32,27 +32,17 @@ class LoggingConnection final : public PageConnection {
 
 class ChannelPlatform : public FakePlatform {
   public:
-    explicit ChannelPlatform(std::vector<std::string>& log) : log_(log) {}
     std::unique_ptr<PageConnection> ConnectHostPageChannel() override {
-        return offerChannel ? std::make_unique<LoggingConnection>(log_) : nullptr;
+        return offerChannel ? std::make_unique<LoggingConnection>(*log) : nullptr;
     }
     bool offerChannel = false;
-
-  private:
-    std::vector<std::string>& log_;
+    std::vector<std::string>* log = nullptr;
 };
 
-class PageEventsTest : public testing::Test {
+class PageEventsTest : public PluginFixtureOf<FakeHost, ChannelPlatform> {
   protected:
-    PageEventsTest() {
-        app.Attach(host, platform);
-        app.ImportTables();
-        EXPECT_EQ(app.Init(), 1);
-    }
-    ~PageEventsTest() override {
-        app.paneDialogs.clear();
-        app.Unload();
-    }
+    PageEventsTest() { platform.log = &log; }
+    ~PageEventsTest() override { app.paneDialogs.clear(); }
 
     // Gives the current main window a pane dialog and forgets what happened so far.
     void AddPane() {
@@ -78,9 +68,6 @@ class PageEventsTest : public testing::Test {
     }
 
     std::vector<std::string> log;
-    FakeHost host;
-    ChannelPlatform platform{log};
-    Brevan app;
     FakePageDialog pane{log, "pane"};
 };
 

@@ -34,10 +34,12 @@ class RecordingEndpoint : public PageEndpoint {
     std::vector<std::string> scripts;
 };
 
-class PluginFixture : public testing::Test {
+// A test may give its own fake host or platform, derived from the shared fakes.
+template <typename Host = FakeHost, typename Platform = FakePlatform>
+class PluginFixtureOf : public testing::Test {
   protected:
     // `prepare` sets the host up before the plug-in starts; without `start` the test starts it.
-    explicit PluginFixture(const std::function<void(FakeHost&)>& prepare = {}, bool start = true) {
+    explicit PluginFixtureOf(const std::function<void(Host&)>& prepare = {}, bool start = true) {
         platform.tempFolder = FromUtf8((host.userData / "temp").string()) + L"/";
         std::filesystem::create_directories(host.userData / "temp");
         if (prepare)
@@ -45,7 +47,7 @@ class PluginFixture : public testing::Test {
         if (start)
             Start();
     }
-    ~PluginFixture() override {
+    ~PluginFixtureOf() override {
         if (started_)
             app.Unload();
     }
@@ -120,8 +122,8 @@ class PluginFixture : public testing::Test {
         return app.searchResults->GetResult(FromUtf8(FileId(doc)), FromUtf8(key), index);
     }
 
-    FakeHost host;
-    FakePlatform platform;
+    Host host;
+    Platform platform;
     Brevan app;
     RecordingEndpoint endpoint;
     WebMessageChannel channel{app.commands(), endpoint};
@@ -129,3 +131,5 @@ class PluginFixture : public testing::Test {
   private:
     bool started_ = false;
 };
+
+using PluginFixture = PluginFixtureOf<>;
