@@ -71,7 +71,7 @@ test('dropped findings are unmarked and left out of the redaction; the copy is s
   assert.deepEqual(session.summary, {
     file: '/data/report.pdf', output: '/data/report_redacted.pdf', pages: 3,
     findings: { email: 2, iban: 0, card: 0, nationalId: 0, dob: 0, phone: 0, term: 0 },
-    total: 2, pagesWithFindings: 2, verified: { checked: 2, remaining: [] },
+    total: 2, pagesWithFindings: 2, pagesWithoutText: [], verified: { checked: 2, remaining: [] },
   });
 });
 
