@@ -4,6 +4,9 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include <array>
+#include <unordered_map>
+
 namespace pdfhost::engine {
 namespace {
 
@@ -54,6 +57,30 @@ void AppendCodePoints(const icu::UnicodeString& text, std::u32string& out) {
     }
 }
 
+std::u32string FoldedByIcu(UChar32 point, Folding folding) {
+    std::u32string out;
+    if (u_hasBinaryProperty(point, UCHAR_DEFAULT_IGNORABLE_CODE_POINT))
+        return out;
+    const icu::UnicodeString text(point);
+    switch (folding) {
+        case Folding::kCaseless:
+            AppendCodePoints(Normalize(DecomposeInstance(), Normalize(CaseFoldInstance(), text)),
+                             out);
+            break;
+        case Folding::kCaseKept:
+            AppendCodePoints(Normalize(CompatDecomposeInstance(), text), out);
+            break;
+        case Folding::kReading:
+            AppendCodePoints(Normalize(CompatComposeInstance(), text), out);
+            break;
+    }
+    return out;
+}
+
+// Pages repeat the few code points of their scripts: each folding is asked of ICU once per
+// thread, up to a bound that no page reaches by chance.
+constexpr std::size_t kMaxRemembered = 1 << 16;
+
 }  // namespace
 
 void AppendFolded(char32_t code, Folding folding, std::u32string& out) {
@@ -66,22 +93,16 @@ void AppendFolded(char32_t code, Folding folding, std::u32string& out) {
         out += code;
         return;
     }
-    const auto point = static_cast<UChar32>(code);
-    if (u_hasBinaryProperty(point, UCHAR_DEFAULT_IGNORABLE_CODE_POINT))
+    thread_local std::array<std::unordered_map<char32_t, std::u32string>, 3> remembered;
+    auto& known = remembered[static_cast<std::size_t>(folding)];
+    if (const auto found = known.find(code); found != known.end()) {
+        out += found->second;
         return;
-    const icu::UnicodeString text(point);
-    switch (folding) {
-        case Folding::kCaseless:
-            AppendCodePoints(Normalize(DecomposeInstance(), Normalize(CaseFoldInstance(), text)),
-                             out);
-            return;
-        case Folding::kCaseKept:
-            AppendCodePoints(Normalize(CompatDecomposeInstance(), text), out);
-            return;
-        case Folding::kReading:
-            AppendCodePoints(Normalize(CompatComposeInstance(), text), out);
-            return;
     }
+    std::u32string folded = FoldedByIcu(static_cast<UChar32>(code), folding);
+    out += folded;
+    if (known.size() < kMaxRemembered)
+        known.emplace(code, std::move(folded));
 }
 
 std::u32string Folded(std::u32string_view text, Folding folding) {
@@ -93,11 +114,13 @@ std::u32string Folded(std::u32string_view text, Folding folding) {
 }
 
 bool IsLetterChar(char32_t code) {
+    if (code < 0x80)
+        return (code >= U'a' && code <= U'z') || (code >= U'A' && code <= U'Z');
     return IsScalar(code) && u_isalpha(static_cast<UChar32>(code));
 }
 
 bool IsRightToLeftChar(char32_t code) {
-    if (!IsScalar(code))
+    if (code < 0x590 || !IsScalar(code))  // no right-to-left script comes before Hebrew
         return false;
     const UCharDirection direction = u_charDirection(static_cast<UChar32>(code));
     return direction == U_RIGHT_TO_LEFT || direction == U_RIGHT_TO_LEFT_ARABIC;
