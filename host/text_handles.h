@@ -29,6 +29,9 @@ struct TextFindRecord {
     std::shared_ptr<const engine::PageText> text;
     std::vector<engine::TextMatch> matches;
     int current = -1;  // the match Next reached; -1 before the first
+    // The text as the last search read it, kept for the next needle folded alike.
+    std::shared_ptr<const engine::ReadingText> reading{};
+    engine::Folding readingFolding = engine::Folding::kCaseless;
 };
 
 struct FieldFindRecord {

@@ -7,7 +7,7 @@ packages=(
   libjsoncpp-dev libgtest-dev libgmock-dev googletest libbenchmark-dev libcurl4-openssl-dev libssl-dev
   qt6-base-dev qt6-webengine-dev qt6-webchannel-dev
   libmupdf-dev libharfbuzz-dev libfreetype-dev libjbig2dec0-dev libopenjp2-7-dev libjpeg-dev
-  zlib1g-dev libgumbo-dev libtesseract-dev libleptonica-dev libmujs-dev tesseract-ocr-eng
+  zlib1g-dev libgumbo-dev libicu-dev libtesseract-dev libleptonica-dev libmujs-dev tesseract-ocr-eng
   poppler-utils clang libclang-rt-14-dev
   slurm-wlm munge
 )

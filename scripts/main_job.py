@@ -92,6 +92,16 @@ def print_summary(summary):
     print("  findings: %s (%s)" % (summary.get("total"), kinds or "none"))
     print("  output:   %s" % summary.get("output"))
     print("  %s" % verification_line(summary.get("verified")))
+    print("  no text:  %s" % textless_line(summary.get("pagesWithoutText") or []))
+
+
+def textless_line(pages):
+    """The pages without text to search (scans, image-only pages), which were not searched."""
+    if not pages:
+        return "none"
+    numbers = ", ".join(str(page + 1) for page in pages)
+    return ("%d page(s) not searched (%s): scans or image-only pages; run pdfhost's Recognize Text "
+            "on them and run again to search their text" % (len(pages), numbers))
 
 
 def verification_line(verified):

@@ -1,30 +1,10 @@
 #include "engine/text_finder.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace pdfhost::engine {
 namespace {
-
-// The letters of a Latin ligature code point, or an empty view for any other.
-std::u32string_view LigatureLetters(char32_t code) {
-    switch (code) {
-        case 0xFB00:
-            return U"ff";
-        case 0xFB01:
-            return U"fi";
-        case 0xFB02:
-            return U"fl";
-        case 0xFB03:
-            return U"ffi";
-        case 0xFB04:
-            return U"ffl";
-        case 0xFB05:
-        case 0xFB06:
-            return U"st";
-        default:
-            return {};
-    }
-}
 
 bool LineBreakBefore(const std::vector<TextChar>& chars, std::size_t at) {
     return at > 0 && at < chars.size() && chars[at].line != chars[at - 1].line;
@@ -34,23 +14,20 @@ bool LineBreakBefore(const std::vector<TextChar>& chars, std::size_t at) {
 
 std::optional<TextPattern> TextPattern::Compile(std::u32string_view needle, FindOptions options) {
     std::vector<Element> elements;
+    const Folding folding = options.matchCase ? Folding::kCaseKept : Folding::kCaseless;
     bool hasText = false;
-    auto addChar = [&](char32_t code) {
-        elements.push_back(Element{false, options.matchCase ? code : FoldCase(code)});
-        hasText = true;
-    };
+    std::u32string folded;
     for (const char32_t code : needle) {
         if (IsSpaceChar(code)) {
             if (elements.empty() || !elements.back().space)
                 elements.push_back(Element{true, 0});
             continue;
         }
-        const std::u32string_view letters = LigatureLetters(code);
-        if (letters.empty()) {
-            addChar(code);
-        } else {
-            std::for_each(letters.begin(), letters.end(), addChar);
-        }
+        folded.clear();
+        AppendFolded(code, folding, folded);
+        for (const char32_t unit : folded)
+            elements.push_back(Element{false, unit});
+        hasText = hasText || !folded.empty();
     }
     if (!hasText)
         return std::nullopt;
@@ -58,63 +35,72 @@ std::optional<TextPattern> TextPattern::Compile(std::u32string_view needle, Find
 }
 
 std::vector<TextMatch> TextPattern::FindAll(const PageText& text, int start) const {
+    return FindAll(ReadingText::Of(text, ReadingFolding()), text, start);
+}
+
+std::vector<TextMatch> TextPattern::FindAll(const ReadingText& reading, const PageText& text,
+                                            int start) const {
     std::vector<TextMatch> matches;
-    const std::vector<TextChar>& chars = text.Chars();
-    const int count = text.CharCount();
+    const std::vector<ReadingUnit>& units = reading.Units();
     const Element& lead = elements_.front();
-    for (int at = std::max(start, 0); at < count;) {
-        if (!lead.space) {
-            const TextChar& ch = chars[static_cast<std::size_t>(at)];
-            if ((options_.matchCase ? ch.code : ch.folded) != lead.code) {
-                ++at;
-                continue;
-            }
-        }
-        const std::optional<TextMatch> match = MatchAt(chars, at);
-        if (!match || (options_.wholeWord && Touches(chars, *match))) {
+    TextMatch taken{0, 0};  // the previous match: a match never opens inside it
+    for (std::size_t at = 0; at < units.size();) {
+        const ReadingUnit& unit = units[at];
+        // A match that opens with whitespace opens where the page's whitespace run does: from
+        // within the run it would end at the same place.
+        const bool candidate =
+            unit.source >= start &&
+            (unit.source < taken.first || unit.source >= taken.first + taken.count) &&
+            (lead.space ? at == 0 || !units[at - 1].space || unit.lineStart
+                        : unit.code == lead.code);
+        const std::optional<UnitMatch> found =
+            candidate ? MatchAt(units, at) : std::optional<UnitMatch>{};
+        if (!found || found->match.first < start ||
+            (options_.wholeWord && Touches(text.Chars(), found->match))) {
             ++at;
             continue;
         }
-        matches.push_back(*match);
-        at = match->first + match->count;
+        matches.push_back(found->match);
+        taken = found->match;
+        at = found->end;
     }
     return matches;
 }
 
-std::optional<TextMatch> TextPattern::MatchAt(const std::vector<TextChar>& chars, int at) const {
-    std::size_t pos = static_cast<std::size_t>(at);
-    int first = -1;
-    int last = -1;
+std::optional<TextPattern::UnitMatch> TextPattern::MatchAt(const std::vector<ReadingUnit>& units,
+                                                           std::size_t at) const {
+    std::size_t pos = at;
+    int low = std::numeric_limits<int>::max();
+    int high = -1;
     bool afterSpace = false;
+    auto take = [&](const ReadingUnit& unit) {
+        low = std::min(low, unit.source);
+        high = std::max(high, unit.source);
+    };
     for (const Element& element : elements_) {
         if (element.space) {
             const std::size_t from = pos;
-            while (pos < chars.size() && IsSpaceChar(chars[pos].code))
-                ++pos;
-            if (pos == from && !LineBreakBefore(chars, pos))
+            while (pos < units.size() && units[pos].space)
+                take(units[pos++]);
+            if (pos == from && !(pos > 0 && pos < units.size() && units[pos].lineStart))
                 return std::nullopt;
-            if (pos > from) {
-                first = first < 0 ? static_cast<int>(from) : first;
-                last = static_cast<int>(pos) - 1;
-            }
             afterSpace = true;
             continue;
         }
-        if (pos >= chars.size())
+        while (pos < units.size() && units[pos].optional && units[pos].code != element.code)
+            ++pos;
+        if (pos >= units.size())
             return std::nullopt;
-        const TextChar& ch = chars[pos];
-        if ((options_.matchCase ? ch.code : ch.folded) != element.code)
+        const ReadingUnit& unit = units[pos];
+        if (unit.code != element.code || (high >= 0 && !afterSpace && unit.lineStart))
             return std::nullopt;
-        if (first >= 0 && !afterSpace && LineBreakBefore(chars, pos))
-            return std::nullopt;
-        first = first < 0 ? static_cast<int>(pos) : first;
-        last = static_cast<int>(pos);
+        take(unit);
         ++pos;
         afterSpace = false;
     }
-    if (first < 0)
+    if (high < 0)
         return std::nullopt;
-    return TextMatch{first, last - first + 1};
+    return UnitMatch{TextMatch{low, high - low + 1}, pos};
 }
 
 // Whether a letter or digit stands right before or after the match on the same line.

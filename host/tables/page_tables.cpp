@@ -1,6 +1,8 @@
 // PDF documents and pages: page count, page dictionaries, the Info dictionary, pages made by the
 // plug-in or borrowed from a page view, parsing, and the walk over a page's content objects.
+#include "engine/annotation_text_finder.h"
 #include "engine/mupdf_call.h"
+#include "engine/reading_text.h"
 #include "tables/host_tables.h"
 #include "tables/table_support.h"
 
@@ -171,9 +173,11 @@ void ParseOptionsDestroy(NdxParseOptions options) {
     Guarded([&](HostApp& app) { app.Values().parseOptions.Erase(options); });
 }
 
-// The page's text lines in reading order, each as one string, appended to `out`. The two numbers
-// are the editor's layout tolerances; lines come from the page's structured text, which has
-// tolerances of its own.
+// The page's text lines in reading order, each as one string, appended to `out`, as a reader reads
+// them (see engine::ReadingText: right-to-left text in logical order, a word hyphenated at a line
+// end joined, compatibility forms folded); then the lines that its annotations draw (free text,
+// stamps), which the field finder searches. The two numbers are the editor's layout tolerances;
+// lines come from the page's structured text, which has tolerances of its own.
 void PageGetTextLines(HostStringArray out, NdxDoc doc, NdxObject pageDict, int, int) {
     Guarded([&](HostApp& app) {
         StringArrayValue* lines = app.Values().stringArrays.Find(out);
@@ -189,12 +193,16 @@ void PageGetTextLines(HostStringArray out, NdxDoc doc, NdxObject pageDict, int, 
             return;
         const std::shared_ptr<const engine::PageText> text =
             document->TextCache().Get(document->Engine(), index);
-        for (const engine::TextLine& line : text->Lines()) {
-            std::wstring characters;
-            characters.reserve(static_cast<std::size_t>(line.count));
-            for (int i = line.first; i < line.first + line.count; ++i)
-                characters += static_cast<wchar_t>(text->Chars()[static_cast<std::size_t>(i)].code);
-            lines->items.push_back(std::move(characters));
+        auto append = [&](const engine::PageText& read) {
+            for (const std::u32string& line :
+                 engine::ReadingText::Of(read, engine::Folding::kReading).Lines()) {
+                lines->items.emplace_back(line.begin(), line.end());
+            }
+        };
+        append(*text);
+        for (const engine::AnnotationText& drawn :
+             engine::AnnotationTextsOf(document->Engine(), index)) {
+            append(drawn.text);
         }
     });
 }

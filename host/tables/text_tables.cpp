@@ -1,6 +1,7 @@
 // Text search: text pages (the numbered characters of a page, see engine/text_page.h), text
-// finders over them, field finders over the values of a page's text fields, and the replacement
-// of a match found by the last search of a page.
+// finders over them, field finders over the values of a page's text fields and the text drawn by
+// its other annotations (free text, stamps), and the replacement of a match found by the last
+// search of a page (a match in an annotation's appearance is not replaced).
 //
 // Finders: Start compiles the needle (flags: kNdxFindMatchCase, kNdxFindWholeWord; other bits
 // are ignored; the matching rules are those of engine/text_finder.h), finds every match from
@@ -11,6 +12,7 @@
 // and after the last it empties the array, and the character index and count are 0.
 #include <algorithm>
 
+#include "engine/annotation_text_finder.h"
 #include "engine/field_text_finder.h"
 #include "engine/form_fields.h"
 #include "form_edits.h"
@@ -145,8 +147,8 @@ NdxTextFind TextFindNew(NdxTextPage textPage) {
         TextPageRecord* page = app.Texts().pages.Find(textPage);
         if (page == nullptr || (page->text == nullptr && !Parse(app, *page)))
             return nullptr;
-        return app.Texts().finders.Emplace(
-            TextFindRecord{page->document, page->page, page->text, {}, -1});
+        return app.Texts().finders.Emplace(TextFindRecord{
+            page->document, page->page, page->text, {}, -1, nullptr, engine::Folding::kCaseless});
     });
 }
 
@@ -161,7 +163,13 @@ int TextFindStart(NdxTextFind find, const wchar_t* text, uint32_t flags, int sta
         const SearchNeedle& needle = NeedleOf(app, text, flags);
         if (document == nullptr || !needle.pattern)
             return 0;
-        record->matches = needle.pattern->FindAll(*record->text, startIndex);
+        const engine::Folding folding = needle.pattern->ReadingFolding();
+        if (!record->reading || record->readingFolding != folding) {
+            record->reading = std::make_shared<const engine::ReadingText>(
+                engine::ReadingText::Of(*record->text, folding));
+            record->readingFolding = folding;
+        }
+        record->matches = needle.pattern->FindAll(*record->reading, *record->text, startIndex);
         record->current = -1;
         std::vector<engine::MatchPlacement> placements;
         placements.reserve(record->matches.size());
@@ -242,6 +250,14 @@ int FieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
             record->matches.push_back(std::move(match.rects));
             hits.push_back(FieldHit{FieldHandle(*document, match.field.get()),
                                     std::move(match.value), match.match});
+        }
+        // Then the text drawn by the page's other annotations: its matches cannot be replaced
+        // (they name no field), the redaction takes their annotations.
+        for (engine::AnnotationMatch& match : engine::FindInAnnotationAppearances(
+                 document->Engine(), record->page, *needle.pattern)) {
+            document->Terms().Record(record->page, *needle.text, match.rects);
+            record->matches.push_back(std::move(match.rects));
+            hits.push_back(FieldHit{nullptr, {}, match.match});
         }
         document->Searches().RecordFields(record->page, needle.text, flags, std::move(hits));
         return 1;

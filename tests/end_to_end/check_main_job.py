@@ -64,6 +64,8 @@ def main():
                                  % re.escape(str(copy)), run.stdout)
             if not verified or int(verified.group(1)) == 0:
                 faults.append("%s is not reported verified with nothing remaining" % copy.name)
+            if not re.search(r"Verified: [^\n]*\n  no text:  none\n", run.stdout):
+                faults.append("the pages of %s are not all reported searched" % name)
             text = words(subprocess.run(["pdftotext", str(copy), "-"], capture_output=True,
                                         text=True, check=True).stdout)
             faults += ["%s still holds %r (%s)" % (copy.name, item, where)

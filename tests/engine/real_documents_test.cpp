@@ -44,9 +44,9 @@ const RealDocument kRealDocuments[] = {
     {"annotation-text-widget.pdf", U"Lorem", "Lorem", "Single line", true},
     // A 300 dpi scan with its recognised text.
     {"scan-bad.pdf", U"pdf.js", "pdf.js", "", false},
-    // Arabic in a CID TrueType font: MuPDF reads the glyphs in visual order, poppler in
-    // logical order.
-    {"ArabicCIDTrueType.pdf", U"\uFE94\uFEF4\uFE91\uFEAE\uFECC\uFEDF\u0627",
+    // Arabic in a CID TrueType font, stored in visual order in presentation forms: found by the
+    // word as it is typed, in logical order and plain letters.
+    {"ArabicCIDTrueType.pdf", U"\u0627\u0644\u0639\u0631\u0628\u064A\u0629",
      "\u0627\uFEDF\uFECC\uFEAE\uFE91\uFEF4\uFE94", "", false},
     // Type 3 glyphs, which MuPDF reads as squares and triangles.
     {"Type3WordSpacing.pdf", U"\u25A1\u25B3\u25B3\u25A1", "abba", "baba", false, true},

@@ -559,20 +559,31 @@ int FakeHost::NDXTextFindStart(NdxTextFind find, const wchar_t* text, uint32_t f
     finder->position = -1;
     return 1;
 }
-// One match per occurrence in the value of a text field, its rectangle the control's.
+// One match per occurrence in the value of a text field, its rectangle the control's; then one
+// per occurrence in the /Contents of a free text annotation, with the rectangle {9, 9, 9, 9}.
 int FakeHost::NDXFieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
     Finder* finder = finders_.Find(find);
     finder->position = -1;
     const bool matchCase = (flags & kNdxFindMatchCase) != 0;
     const std::wstring needle = Folded(text, matchCase);
     finder->matches.clear();
-    for (const FakeControl& control : finder->page->controls) {
-        const std::wstring value = Folded(control.value, matchCase);
-        if (control.type != kNdxControlTextField || needle.empty())
-            continue;
+    auto findIn = [&](const std::wstring& value, NdxRect rect) {
         for (auto at = value.find(needle); at != std::wstring::npos;
              at = value.find(needle, at + needle.size())) {
-            finder->matches.push_back(Match{0, 0, {control.rect}});
+            finder->matches.push_back(Match{0, 0, {rect}});
+        }
+    };
+    for (const FakeControl& control : finder->page->controls) {
+        if (control.type == kNdxControlTextField && !needle.empty())
+            findIn(Folded(control.value, matchCase), control.rect);
+    }
+    for (const FakeAnnot* annot : finder->page->annots) {
+        const FakeObject* subtype = annot->dict->Get("Subtype");
+        const FakeObject* contents = annot->dict->Get("Contents");
+        if (subtype != nullptr && subtype->text == "FreeText" && contents != nullptr &&
+            !needle.empty()) {
+            findIn(Folded(std::wstring(contents->text.begin(), contents->text.end()), matchCase),
+                   NdxRect{9, 9, 9, 9});
         }
     }
     return 1;

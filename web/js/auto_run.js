@@ -49,9 +49,9 @@
       this.done.add(doc.id);
       try {
         const session = await this.workflow.runUnattended(this.scanOptions);
-        const { file, output, pages, findings, total, verified } = session.summary;
+        const { file, output, pages, findings, total, verified, pagesWithoutText } = session.summary;
         this.outputs.add(output);
-        this.log(SUMMARY_TAG + JSON.stringify({ file, output, pages, findings, total, verified }));
+        this.log(SUMMARY_TAG + JSON.stringify({ file, output, pages, findings, total, verified, pagesWithoutText }));
       } catch (error) {
         this._logError(doc, error);
       }

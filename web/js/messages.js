@@ -50,6 +50,7 @@
     redactApply: 'Applying the redaction',
     saveDocument: 'Saving the redacted copy',
     getUser: 'Reading the account',
+    runFileOCR: 'Recognising the text of the pages',
   };
 
   function describeCode(ret) {

@@ -53,15 +53,16 @@
     // Failures are on screen through the workflow's state; nothing more to do with them here.
     const quietly = (promise) => promise.catch(() => {});
 
+    const scan = () => workflow.scan({
+      terms: root.Sablemark.detectors.parseTerms(terms.value),
+      wholeWord: wholeWord.checked,
+      kinds: options.kinds,
+      minConfidence: Number(threshold.value),
+      regions: options.regions,
+    }).then(() => droppedByThreshold.clear());
     $('scan-form').addEventListener('submit', (event) => {
       event.preventDefault();
-      quietly(workflow.scan({
-        terms: root.Sablemark.detectors.parseTerms(terms.value),
-        wholeWord: wholeWord.checked,
-        kinds: options.kinds,
-        minConfidence: Number(threshold.value),
-        regions: options.regions,
-      }).then(() => droppedByThreshold.clear()));
+      quietly(scan());
     });
     threshold.addEventListener('input', () => {
       thresholdValue.textContent = percent(threshold.value);
@@ -81,6 +82,8 @@
       if (drop.length) quietly(workflow.setKept(drop, false));
       if (keep.length) quietly(workflow.setKept(keep, true));
     });
+    // Pages without text: the editor's recognition, then a scan that reads what it found.
+    $('recognize').addEventListener('click', () => quietly(workflow.recognizeText().then((ran) => ran && scan())));
     $('apply').addEventListener('click', () => quietly(workflow.apply()));
     $('save').addEventListener('click', () => quietly(workflow.save()));
     $('remark').addEventListener('click', () => quietly(workflow.remarkAndApply()));
@@ -194,6 +197,8 @@
       $('save').textContent = unmarked ? 'Save without them' : 'Save copy';
       $('remark').hidden = !session || session.saved || !unmarked;
       $('remark').disabled = workflow.busy;
+      $('recognize').hidden = !session || session.applied || !(session.textless || []).length;
+      $('recognize').disabled = workflow.busy;
       doc.body.classList.toggle('busy', workflow.busy);
 
       $('status').textContent = workflow.busy ? `${workflow.activity}…` : workflow.status;

@@ -9,6 +9,7 @@
   const detectors = req('./detectors.js', 'detectors');
   const { BridgeError } = req('./bridge.js', 'bridge');
   const messages = req('./messages.js', 'messages');
+  const textless = req('./textless_pages.js', 'textlessPages');
 
   // The editor's search flags.
   const MATCH_CASE = 0x1;
@@ -195,6 +196,7 @@
           unmarked: [],
           verification: null,
           batch: Boolean(options.batch),
+          textless: [], // pages without text to search
         };
         this.sessions.set(doc.id, session);
         this.current = session;
@@ -217,6 +219,9 @@
           if (texts.length !== session.pageCount) {
             session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
           }
+          session.textless = textless.pagesWithoutText(texts);
+          const textlessNotice = textless.noticeFor(session.textless);
+          if (textlessNotice) session.notices.push(textlessNotice);
 
           const terms = options.terms || [];
           session.findings = this._findingsOf(
@@ -635,6 +640,22 @@
       return session;
     }
 
+    // Runs the editor's text recognition over the current document (its dialog first), so that
+    // scanned pages get text to search; a scan afterwards reads it. True when it ran; a dialog
+    // that is cancelled leaves the document as it was.
+    recognizeText() {
+      return this._run('Recognising the text of the pages', async () => {
+        try {
+          await this._call('runFileOCR', { isShowDlg: true });
+        } catch (error) {
+          if (!(error instanceof BridgeError) || error.ret !== 1) throw error;
+          this.status = 'The text recognition was not run.';
+          return false;
+        }
+        return true;
+      });
+    }
+
     // Drops a document's session, as its close does.
     forget(id) {
       const session = this.sessions.get(id);
@@ -724,6 +745,7 @@
       findings,
       total,
       pagesWithFindings: pages.size,
+      pagesWithoutText: session.textless || [],
       verified: session.verification,
     };
   }

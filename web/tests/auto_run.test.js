@@ -48,7 +48,7 @@ test('runs the current document through to the saved copy and writes one summary
     'hasOtherRedact', 'redactApply', 'saveDocument', 'getCurrentDoc', 'getFileTexts']);
   assert.equal(plugin.applied.length, 3);
   assert.deepEqual(lines.map(summaryOf), [{
-    file: '/in/a.pdf', output: '/in/a_redacted.pdf', pages: 2,
+    file: '/in/a.pdf', output: '/in/a_redacted.pdf', pages: 2, pagesWithoutText: [],
     findings: { email: 1, iban: 1, card: 0, ssn: 0, nino: 0, nationalId: 0, passport: 0, dob: 0,
       recordNumber: 0, phone: 0, address: 0, name: 0, term: 1 }, total: 3,
     verified: { checked: 3, remaining: [] },

@@ -109,6 +109,15 @@ class FakePlugin {
     return [0, pageIndex === -1 ? this.doc.pages : [this.doc.pages[pageIndex]]];
   }
 
+  // The recognition gives each page without text the text of `ocrTexts` (page -> text); a
+  // cancelled dialog answers 1.
+  _runFileOCR() {
+    if (!this.doc) return [300001];
+    if (this.ocrCancelled) return [1];
+    this.doc.pages = this.doc.pages.map((text, page) => (text.trim() ? text : (this.ocrTexts || {})[page] || text));
+    return [0];
+  }
+
   _findTextList({ file, textList, startPage, endPage }) {
     if (!file || !file.id) return [100004];
     let total = 0;

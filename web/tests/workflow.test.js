@@ -72,7 +72,7 @@ test('dropped findings are unmarked and left out of the redaction; the copy is s
     file: '/data/report.pdf', output: '/data/report_redacted.pdf', pages: 3,
     findings: { email: 2, iban: 0, card: 0, ssn: 0, nino: 0, nationalId: 0, passport: 0, dob: 0,
       recordNumber: 0, phone: 0, address: 0, name: 0, term: 0 },
-    total: 2, pagesWithFindings: 2, verified: { checked: 2, remaining: [] },
+    total: 2, pagesWithFindings: 2, pagesWithoutText: [], verified: { checked: 2, remaining: [] },
   });
 });
 

@@ -1,5 +1,7 @@
 #include "page_text_search.h"
 
+#include "host/host_string.h"
+
 NdxPage PageTextSearch::PdfPage(int page) const {
     HostPageView view = host_.HostDocGetPageView(doc_, page);
     return view != nullptr ? host_.HostPageViewGetPage(view) : nullptr;
@@ -16,6 +18,24 @@ bool PageTextSearch::HasFillableText(NdxPage pdfPage) const {
     for (int i = 0; i < count; ++i) {
         NdxFormControl control = host_.NDXInterFormGetPageControl(form, pdfPage, i);
         if (control != nullptr && host_.NDXFormControlGetType(control) == kNdxControlTextField)
+            return true;
+    }
+    return false;
+}
+
+bool PageTextSearch::HasAnnotationText(NdxPage pdfPage) const {
+    NdxAnnotList list = pdfPage != nullptr ? host_.NDXAnnotListGet(pdfPage) : nullptr;
+    if (list == nullptr)
+        return false;
+    const int count = host_.NDXAnnotListCount(list);
+    for (int i = 0; i < count; ++i) {
+        NdxAnnot annot = host_.NDXAnnotListGetAt(list, i);
+        if (annot == nullptr)
+            continue;
+        HostBytes subtype(host_);
+        host_.NDXAnnotGetSubtype(annot, subtype);
+        const std::string name = subtype.Bytes();
+        if (name == "FreeText" || name == "Stamp")
             return true;
     }
     return false;

@@ -35,6 +35,13 @@ class PageTextSearch {
     NdxPage PdfPage(int page) const;
     // Whether the page holds a text field of the document's interactive form.
     bool HasFillableText(NdxPage pdfPage) const;
+    // Whether the page holds annotations that draw text of their own (free text, stamps), which
+    // the host's field finder searches after the fields.
+    bool HasAnnotationText(NdxPage pdfPage) const;
+    // Whether the field finder has anything to search on the page.
+    bool HasFieldFinderText(NdxPage pdfPage) const {
+        return HasFillableText(pdfPage) || HasAnnotationText(pdfPage);
+    }
     PreparedPage Prepare(int page);
 
     // All matches of `query` on a prepared page: those of the page's text in the finder's order,

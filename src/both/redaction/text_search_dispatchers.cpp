@@ -135,7 +135,7 @@ Json::Value FindTextsDispatcher::RunOrdinary(const Json::Value& root, const Targ
         const PreparedPage prepared = search.Prepare(page);
         if (!prepared.finder)
             continue;
-        const bool fields = search.HasFillableText(prepared.pdfPage);
+        const bool fields = search.HasFieldFinderText(prepared.pdfPage);
         total += search.FindAll(prepared, page, query, fields, results);
     }
     if (total == 0)
@@ -220,7 +220,7 @@ Json::Value FindTextListDispatcher::Run() {
     PageTextSearch search(services_.host, target.doc, target.pdf);
     int total = 0;
     for (int page = target.range.first; page <= target.range.last; ++page) {
-        const bool fields = search.HasFillableText(search.PdfPage(page));
+        const bool fields = search.HasFieldFinderText(search.PdfPage(page));
         for (Json::ArrayIndex i = 0; i < entries; ++i) {
             const Json::Value& entry = textList[i];
             if (!entry.isArray() || entry.size() != 2 || entry[0].isArray() ||
