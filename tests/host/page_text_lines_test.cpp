@@ -107,15 +107,13 @@ TEST_F(PageTextLinesTest, AFlattenedCopyShowsTypedValuesAsPageText) {
     EXPECT_FALSE(engine::CallMupdf(ctx, "form", [&] {
         return pdf_dict_getp(ctx, pdf_trailer(ctx, saved.pdf()), "Root/AcroForm") != nullptr;
     }));
-    const int annotations = engine::CallMupdf(ctx, "annotations", [&] {
-        int count = 0;
-        for (int page = 0; page < 2; ++page) {
-            count += pdf_array_len(
-                ctx,
-                pdf_dict_get(ctx, pdf_lookup_page_obj(ctx, saved.pdf(), page), PDF_NAME(Annots)));
-        }
-        return count;
-    });
+    int annotations = 0;
+    for (int page = 0; page < 2; ++page) {
+        const engine::ObjPtr dict = saved.PageObject(page, "annotations");
+        annotations += engine::CallMupdf(ctx, "annotations", [&] {
+            return pdf_array_len(ctx, pdf_dict_get(ctx, dict.get(), PDF_NAME(Annots)));
+        });
+    }
     EXPECT_EQ(annotations, 0);
     const HostDoc reopened = OpenHidden(path);
     EXPECT_THAT(Lines(CallHost<Op::HostDocGetPdfDoc>(reopened), 1),
