@@ -19,8 +19,7 @@ std::vector<AnnotationText> AnnotationTextsOf(Document& document, int page) {
     if (page < 0 || page >= document.PageCount())
         return texts;
     fz_context* ctx = document.fz();
-    pdf_document* doc = document.pdf();
-    PagePtr loaded(ctx, CallMupdf(ctx, kWhat, [&] { return pdf_load_page(ctx, doc, page); }));
+    const PagePtr loaded = document.LoadPage(page, kWhat);
     for (pdf_annot* annot =
              CallMupdf(ctx, kWhat, [&] { return pdf_first_annot(ctx, loaded.get()); });
          annot != nullptr;

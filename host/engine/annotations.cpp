@@ -71,20 +71,17 @@ void Annotations::CheckPage(int page) const {
     }
 }
 
-pdf_obj* Annotations::PageObject(int page) const {
+ObjPtr Annotations::PageObject(int page) const {
     CheckPage(page);
-    fz_context* ctx = document_.fz();
-    pdf_document* pdf = document_.pdf();
-    return CallMupdf(ctx, "cannot find page " + std::to_string(page),
-                     [&] { return pdf_lookup_page_obj(ctx, pdf, page); });
+    return document_.PageObject(page, "cannot find page " + std::to_string(page));
 }
 
 std::vector<int> Annotations::OnPage(int page) const {
-    pdf_obj* page_obj = PageObject(page);
+    const ObjPtr page_obj = PageObject(page);
     fz_context* ctx = document_.fz();
     const char* what = "cannot read the annotations";
     pdf_obj* annots =
-        CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, page_obj, PDF_NAME(Annots)); });
+        CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)); });
     const int count = CallMupdf(ctx, what, [&] { return pdf_array_len(ctx, annots); });
     std::vector<int> objects;
     objects.reserve(static_cast<std::size_t>(count));
@@ -100,10 +97,10 @@ std::vector<int> Annotations::OnPage(int page) const {
 bool Annotations::IsOnPage(const AnnotationId& id) const {
     if (id.object <= 0 || id.page < 0 || id.page >= document_.PageCount())
         return false;
-    pdf_obj* page_obj = PageObject(id.page);
+    const ObjPtr page_obj = PageObject(id.page);
     fz_context* ctx = document_.fz();
     return CallMupdf(ctx, "cannot read the annotations", [&] {
-        return IndexIn(ctx, pdf_dict_get(ctx, page_obj, PDF_NAME(Annots)), id.object) >= 0;
+        return IndexIn(ctx, pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)), id.object) >= 0;
     });
 }
 
@@ -119,7 +116,7 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
     pdf_document* pdf = document_.pdf();
     const std::string what = "cannot add an annotation to page " + std::to_string(page);
     ObjPtr source(ctx, NewPdfObject(ctx, pdf, documentTag, entries));
-    PagePtr loaded(ctx, CallMupdf(ctx, what, [&] { return pdf_load_page(ctx, pdf, page); }));
+    const PagePtr loaded = document_.LoadPage(page, what);
 
     struct Made {
         pdf_annot* annot;
@@ -168,11 +165,11 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
 std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id) {
     if (id.object <= 0)
         return std::nullopt;
-    pdf_obj* page_obj = PageObject(id.page);
+    const ObjPtr page_obj = PageObject(id.page);
     fz_context* ctx = document_.fz();
     const char* what = "cannot remove an annotation";
     pdf_obj* annots =
-        CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, page_obj, PDF_NAME(Annots)); });
+        CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)); });
     const int count = CallMupdf(ctx, what, [&] { return pdf_array_len(ctx, annots); });
     const int at = CallMupdf(ctx, what, [&] { return IndexIn(ctx, annots, id.object); });
     if (at < 0)
@@ -241,14 +238,14 @@ bool Annotations::Discard(const RemovedAnnotation& removed) {
 bool Annotations::Restore(const RemovedAnnotation& removed) {
     if (IsOnPage(removed.id))
         return false;
-    pdf_obj* page_obj = PageObject(removed.id.page);
+    const ObjPtr page_obj = PageObject(removed.id.page);
     fz_context* ctx = document_.fz();
     pdf_document* pdf = document_.pdf();
     const char* what = "cannot put an annotation back";
     CallMupdf(ctx, what, [&] {
-        pdf_obj* annots = pdf_dict_get(ctx, page_obj, PDF_NAME(Annots));
+        pdf_obj* annots = pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots));
         if (!pdf_is_array(ctx, annots))
-            annots = pdf_dict_put_array(ctx, page_obj, PDF_NAME(Annots), 4);
+            annots = pdf_dict_put_array(ctx, page_obj.get(), PDF_NAME(Annots), 4);
         for (const RemovedAnnotation::Entry& entry : removed.entries) {
             const int at = std::min(entry.index, pdf_array_len(ctx, annots));
             pdf_array_insert_drop(ctx, annots, pdf_new_indirect(ctx, pdf, entry.object, 0), at);
@@ -259,17 +256,17 @@ bool Annotations::Restore(const RemovedAnnotation& removed) {
 }
 
 void Annotations::Detach(int page) {
-    pdf_obj* page_obj = PageObject(page);
+    const ObjPtr page_obj = PageObject(page);
     fz_context* ctx = document_.fz();
     const bool changed = CallMupdf(ctx, "cannot prepare the annotations", [&] {
-        pdf_obj* annots = pdf_dict_get(ctx, page_obj, PDF_NAME(Annots));
+        pdf_obj* annots = pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots));
         if (pdf_is_array(ctx, annots) && !pdf_is_indirect(ctx, annots))
             return false;
         if (pdf_is_array(ctx, annots)) {
-            pdf_dict_put_drop(ctx, page_obj, PDF_NAME(Annots),
+            pdf_dict_put_drop(ctx, page_obj.get(), PDF_NAME(Annots),
                               pdf_copy_array(ctx, pdf_resolve_indirect(ctx, annots)));
         } else {
-            pdf_dict_put_array(ctx, page_obj, PDF_NAME(Annots), 4);
+            pdf_dict_put_array(ctx, page_obj.get(), PDF_NAME(Annots), 4);
         }
         return true;
     });

@@ -77,7 +77,7 @@ class Annotations {
 
   private:
     void CheckPage(int page) const;
-    pdf_obj* PageObject(int page) const;
+    ObjPtr PageObject(int page) const;
 
     Document& document_;
 };

@@ -204,12 +204,12 @@ std::vector<int> RemoveCoveredAnnotations(fz_context* ctx, pdf_document* pdf, pd
     return kept;
 }
 
-void RebuildAppearances(fz_context* ctx, pdf_document* pdf, int page,
-                        const std::vector<int>& objects) {
+void RebuildAppearances(const Document& document, int page, const std::vector<int>& objects) {
     if (objects.empty())
         return;
+    fz_context* ctx = document.fz();
     const char* what = "cannot rebuild an annotation's appearance";
-    PagePtr loaded(ctx, CallMupdf(ctx, what, [&] { return pdf_load_page(ctx, pdf, page); }));
+    const PagePtr loaded = document.LoadPage(page, what);
     for (pdf_annot* annot =
              CallMupdf(ctx, what, [&] { return pdf_first_annot(ctx, loaded.get()); });
          annot != nullptr;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "engine/document.h"
 #include "engine/redaction_areas.h"
 
 struct fz_context;
@@ -26,7 +27,6 @@ std::vector<int> RemoveCoveredAnnotations(fz_context* ctx, pdf_document* pdf, pd
 
 // Replaces the appearance of the annotations `objects` of page `page` (0-based) with one
 // MuPDF builds from their own geometry and colour; their /Rect stays as it was. Throws Error.
-void RebuildAppearances(fz_context* ctx, pdf_document* pdf, int page,
-                        const std::vector<int>& objects);
+void RebuildAppearances(const Document& document, int page, const std::vector<int>& objects);
 
 }  // namespace pdfhost::engine

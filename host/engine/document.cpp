@@ -70,7 +70,8 @@ Document::Document(Document&& other) noexcept
       doc_(std::exchange(other.doc_, nullptr)),
       path_(std::move(other.path_)),
       permissions_(other.permissions_),
-      revision_(other.revision_) {}
+      revision_(other.revision_),
+      pages_(std::move(other.pages_)) {}
 
 Document& Document::operator=(Document&& other) noexcept {
     if (this != &other) {
@@ -80,6 +81,7 @@ Document& Document::operator=(Document&& other) noexcept {
         path_ = std::move(other.path_);
         permissions_ = other.permissions_;
         revision_ = other.revision_;
+        pages_ = std::move(other.pages_);
     }
     return *this;
 }
@@ -89,8 +91,21 @@ Document::~Document() {
 }
 
 void Document::Close() noexcept {
+    pages_.Drop();
     if (doc_ != nullptr)
         pdf_drop_document(context_->get(), std::exchange(doc_, nullptr));
+}
+
+void Document::IndexPages() {
+    pages_.Load(fz(), Live());
+}
+
+ObjPtr Document::PageObject(int page, std::string_view what) const {
+    return pages_.LookUp(fz(), Live(), page, what);
+}
+
+PagePtr Document::LoadPage(int page, std::string_view what) const {
+    return pages_.LoadPage(fz(), Live(), page, what);
 }
 
 Document Document::Open(Context& context, const std::string& path, const std::string& password) {
@@ -121,8 +136,9 @@ Document Document::Open(Context& context, const std::string& path, const std::st
     if (CallMupdf(ctx, damaged, [&] { return pdf_count_pages(ctx, doc); }) <= 0) {
         throw Error(damaged + ": no pages");
     }
+    document.IndexPages();
     try {
-        BreakFormTreeCycles(ctx, doc);
+        BreakFormTreeCycles(document);
     } catch (const Error&) {
         // A tree too damaged to walk is left to the engine's own checks.
     }
@@ -201,18 +217,17 @@ std::vector<PageObjectType> Document::PageObjects(int page) const {
     CheckPage(page);
     pdf_document* doc = Live();
     fz_context* ctx = fz();
-    pdf_obj* page_obj = CallMupdf(ctx, "cannot find page " + std::to_string(page),
-                                  [&] { return pdf_lookup_page_obj(ctx, doc, page); });
-    return ListPageObjects(ctx, doc, page_obj);
+    const ObjPtr page_obj = PageObject(page, "cannot find page " + std::to_string(page));
+    return ListPageObjects(ctx, doc, page_obj.get());
 }
 
 Rect Document::PageBox(int page) const {
     CheckPage(page);
-    pdf_document* doc = Live();
     fz_context* ctx = fz();
-    const fz_rect box = CallMupdf(ctx, "cannot read the page size", [&] {
-        pdf_obj* page_obj = pdf_lookup_page_obj(ctx, doc, page);
-        return pdf_to_rect(ctx, pdf_dict_get_inheritable(ctx, page_obj, PDF_NAME(MediaBox)));
+    const char* what = "cannot read the page size";
+    const ObjPtr page_obj = PageObject(page, what);
+    const fz_rect box = CallMupdf(ctx, what, [&] {
+        return pdf_to_rect(ctx, pdf_dict_get_inheritable(ctx, page_obj.get(), PDF_NAME(MediaBox)));
     });
     Rect rect{std::min(box.x0, box.x1), std::min(box.y0, box.y1), std::max(box.x0, box.x1),
               std::max(box.y0, box.y1)};
@@ -228,10 +243,9 @@ RgbImage Document::Render(int page, float dpi) const {
         throw Error("cannot render at " + std::to_string(dpi) + " dpi (allowed: above 0 up to " +
                     std::to_string(static_cast<int>(kMaxDpi)) + ")");
     }
-    pdf_document* doc = Live();
     fz_context* ctx = fz();
     const std::string what = "cannot render page " + std::to_string(page);
-    PagePtr loaded(ctx, CallMupdf(ctx, what, [&] { return pdf_load_page(ctx, doc, page); }));
+    const PagePtr loaded = LoadPage(page, what);
     const fz_matrix scale = fz_scale(dpi / 72, dpi / 72);
     const fz_rect bounds = CallMupdf(
         ctx, what, [&] { return fz_transform_rect(pdf_bound_page(ctx, loaded.get()), scale); });

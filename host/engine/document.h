@@ -3,10 +3,13 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/context.h"
 #include "engine/geometry.h"
+#include "engine/mupdf_types.h"
+#include "engine/page_map.h"
 #include "engine/page_object_type.h"
 #include "engine/rgb_image.h"
 
@@ -40,6 +43,15 @@ class Document {
     ~Document();
 
     int PageCount() const;
+
+    // The dictionary of a page (a reference the caller owns) and the page loaded, each found
+    // through the page map. Throw Error("<what>: <reason>") when MuPDF cannot find or load it.
+    ObjPtr PageObject(int page, std::string_view what) const;
+    PagePtr LoadPage(int page, std::string_view what) const;
+
+    // Loads MuPDF's page map (see PageMap). Called by Open and by the factory once the pages
+    // are in; the engine changes no page tree afterwards.
+    void IndexPages();
 
     // Permission bits (see permissions.h): permission::kAll for an unencrypted document or one
     // opened with the owner password, else the bits that the encryption grants.
@@ -95,6 +107,7 @@ class Document {
     std::string path_;
     std::uint32_t permissions_;
     std::uint64_t revision_ = 0;
+    PageMap pages_;
 };
 
 }  // namespace pdfhost::engine

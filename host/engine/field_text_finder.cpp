@@ -69,9 +69,8 @@ std::vector<FieldMatch> FindInFieldValues(Document& document, int page,
     if (page < 0 || page >= document.PageCount())
         return found;
     fz_context* ctx = document.fz();
-    pdf_document* doc = document.pdf();
     const InteractiveForm form(document);
-    PagePtr loaded(ctx, CallMupdf(ctx, kWhat, [&] { return pdf_load_page(ctx, doc, page); }));
+    const PagePtr loaded = document.LoadPage(page, kWhat);
     for (pdf_annot* widget =
              CallMupdf(ctx, kWhat, [&] { return pdf_first_widget(ctx, loaded.get()); });
          widget != nullptr;

@@ -77,7 +77,7 @@ void FlattenPageWidgets(Document& document, int page) {
     fz_context* ctx = document.fz();
     pdf_document* doc = document.pdf();
     const bool rebuild = NeedsAppearances(ctx, doc);
-    PagePtr loaded(ctx, CallMupdf(ctx, kWhat, [&] { return pdf_load_page(ctx, doc, page); }));
+    const PagePtr loaded = document.LoadPage(page, kWhat);
     pdf_obj* pageObj = loaded.get()->obj;
 
     std::vector<pdf_annot*> widgets;
@@ -123,29 +123,33 @@ void FlattenPageWidgets(Document& document, int page) {
 bool DropEmptyForm(Document& document) {
     fz_context* ctx = document.fz();
     pdf_document* doc = document.pdf();
-    const bool dropped = CallMupdf(ctx, kWhat, [&] {
-        pdf_obj* root = pdf_dict_get(ctx, pdf_trailer(ctx, doc), PDF_NAME(Root));
-        if (pdf_dict_get(ctx, root, PDF_NAME(AcroForm)) == nullptr)
-            return false;
-        const int pages = pdf_count_pages(ctx, doc);
-        for (int index = 0; index < pages; ++index) {
-            pdf_obj* annots =
-                pdf_dict_get(ctx, pdf_lookup_page_obj(ctx, doc, index), PDF_NAME(Annots));
+    pdf_obj* root = CallMupdf(ctx, kWhat, [&]() -> pdf_obj* {
+        pdf_obj* catalog = pdf_dict_get(ctx, pdf_trailer(ctx, doc), PDF_NAME(Root));
+        return pdf_dict_get(ctx, catalog, PDF_NAME(AcroForm)) != nullptr ? catalog : nullptr;
+    });
+    if (root == nullptr)
+        return false;
+    const int pages = document.PageCount();
+    for (int index = 0; index < pages; ++index) {
+        const ObjPtr page = document.PageObject(index, kWhat);
+        const bool hasWidget = CallMupdf(ctx, kWhat, [&] {
+            pdf_obj* annots = pdf_dict_get(ctx, page.get(), PDF_NAME(Annots));
             const int count = pdf_array_len(ctx, annots);
             for (int i = 0; i < count; ++i) {
                 if (pdf_name_eq(ctx,
                                 pdf_dict_get(ctx, pdf_array_get(ctx, annots, i), PDF_NAME(Subtype)),
                                 PDF_NAME(Widget))) {
-                    return false;
+                    return true;
                 }
             }
-        }
-        pdf_dict_del(ctx, root, PDF_NAME(AcroForm));
-        return true;
-    });
-    if (dropped)
-        document.MarkChanged();
-    return dropped;
+            return false;
+        });
+        if (hasWidget)
+            return false;
+    }
+    CallMupdf(ctx, kWhat, [&] { pdf_dict_del(ctx, root, PDF_NAME(AcroForm)); });
+    document.MarkChanged();
+    return true;
 }
 
 }  // namespace pdfhost::engine

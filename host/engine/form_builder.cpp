@@ -89,8 +89,7 @@ class FormWriter {
     // Text and choice controls get their appearance from MuPDF.
     void DrawTextControls() {
         for (const int index : pagesToDraw_) {
-            PagePtr page(ctx_,
-                         CallMupdf(ctx_, kWhat, [&] { return pdf_load_page(ctx_, doc_, index); }));
+            const PagePtr page = document_.LoadPage(index, kWhat);
             CallMupdf(ctx_, kWhat, [&] {
                 for (pdf_annot* widget = pdf_first_widget(ctx_, page.get()); widget != nullptr;
                      widget = pdf_next_widget(ctx_, widget)) {
@@ -193,8 +192,9 @@ class FormWriter {
             on = Square(rect, true);
             off = Square(rect, false);
         }
+        const ObjPtr page_obj = document_.PageObject(control.page, kWhat);
         CallMupdf(ctx_, kWhat, [&] {
-            pdf_obj* page = pdf_lookup_page_obj(ctx_, doc_, control.page);
+            pdf_obj* page = page_obj.get();
             pdf_dict_put(ctx_, widget, PDF_NAME(Type), PDF_NAME(Annot));
             pdf_dict_put(ctx_, widget, PDF_NAME(Subtype), PDF_NAME(Widget));
             pdf_dict_put_rect(ctx_, widget, PDF_NAME(Rect),

@@ -61,14 +61,12 @@ class LoadedWidgets {
   public:
     LoadedWidgets(const Document& document, const std::vector<pdf_obj*>& widgets) {
         fz_context* ctx = document.fz();
-        pdf_document* doc = document.pdf();
         const std::unordered_set<pdf_obj*> wanted(widgets.begin(), widgets.end());
         const int pageCount = document.PageCount();
         for (int index = 0; index < pageCount && annots_.size() < wanted.size(); ++index) {
-            if (!PageHolds(ctx, doc, index, wanted))
+            if (!PageHolds(ctx, document.PageObject(index, kWhat), wanted))
                 continue;
-            pages_.emplace_back(
-                ctx, CallMupdf(ctx, kWhat, [&] { return pdf_load_page(ctx, doc, index); }));
+            pages_.push_back(document.LoadPage(index, kWhat));
             pdf_page* page = pages_.back().get();
             for (pdf_annot* annot =
                      CallMupdf(ctx, kWhat, [&] { return pdf_first_widget(ctx, page); });
@@ -83,11 +81,10 @@ class LoadedWidgets {
     const std::vector<pdf_annot*>& Annots() const { return annots_; }
 
   private:
-    static bool PageHolds(fz_context* ctx, pdf_document* doc, int index,
+    static bool PageHolds(fz_context* ctx, const ObjPtr& page,
                           const std::unordered_set<pdf_obj*>& wanted) {
         return CallMupdf(ctx, kWhat, [&] {
-            pdf_obj* annots =
-                pdf_dict_get(ctx, pdf_lookup_page_obj(ctx, doc, index), PDF_NAME(Annots));
+            pdf_obj* annots = pdf_dict_get(ctx, page.get(), PDF_NAME(Annots));
             const int count = pdf_array_len(ctx, annots);
             for (int i = 0; i < count; ++i) {
                 if (wanted.contains(pdf_resolve_indirect_chain(ctx, pdf_array_get(ctx, annots, i))))
@@ -145,15 +142,13 @@ std::vector<ObjPtr> InteractiveForm::PageControls(int page) const {
     if (page < 0 || page >= document_.PageCount())
         return controls;
     fz_context* ctx = document_.fz();
-    pdf_document* doc = document_.pdf();
+    const ObjPtr page_obj = document_.PageObject(page, kWhat);
     const int count = CallMupdf(ctx, kWhat, [&] {
-        return pdf_array_len(
-            ctx, pdf_dict_get(ctx, pdf_lookup_page_obj(ctx, doc, page), PDF_NAME(Annots)));
+        return pdf_array_len(ctx, pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)));
     });
     for (int i = 0; i < count; ++i) {
         pdf_obj* widget = CallMupdf(ctx, kWhat, [&]() -> pdf_obj* {
-            pdf_obj* annots =
-                pdf_dict_get(ctx, pdf_lookup_page_obj(ctx, doc, page), PDF_NAME(Annots));
+            pdf_obj* annots = pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots));
             pdf_obj* annot = pdf_resolve_indirect_chain(ctx, pdf_array_get(ctx, annots, i));
             return IsWidget(ctx, annot) ? pdf_keep_obj(ctx, annot) : nullptr;
         });

@@ -16,7 +16,8 @@ constexpr const char* kWhat = "cannot check the form field tree";
 
 class FormTreeWalk {
   public:
-    FormTreeWalk(fz_context* ctx, pdf_document* doc) : ctx_(ctx), doc_(doc) {}
+    explicit FormTreeWalk(const Document& document)
+        : document_(document), ctx_(document.fz()), doc_(document.pdf()) {}
 
     int Run() {
         pdf_obj* fields = CallMupdf(ctx_, kWhat, [&] {
@@ -25,9 +26,9 @@ class FormTreeWalk {
         WalkKids(fields);
         const int pages = CallMupdf(ctx_, kWhat, [&] { return pdf_count_pages(ctx_, doc_); });
         for (int page = 0; page < pages && explored_.size() < kMaxNodes; ++page) {
-            pdf_obj* annots = CallMupdf(ctx_, kWhat, [&] {
-                return pdf_dict_get(ctx_, pdf_lookup_page_obj(ctx_, doc_, page), PDF_NAME(Annots));
-            });
+            const ObjPtr page_obj = document_.PageObject(page, kWhat);
+            pdf_obj* annots = CallMupdf(
+                ctx_, kWhat, [&] { return pdf_dict_get(ctx_, page_obj.get(), PDF_NAME(Annots)); });
             const int count = CallMupdf(ctx_, kWhat, [&] { return pdf_array_len(ctx_, annots); });
             for (int i = 0; i < count; ++i)
                 CutParentChain(Resolved(annots, i));
@@ -111,6 +112,7 @@ class FormTreeWalk {
         endsWell_.insert(chain.begin(), chain.end());
     }
 
+    const Document& document_;
     fz_context* ctx_;
     pdf_document* doc_;
     std::unordered_set<pdf_obj*> explored_;
@@ -120,8 +122,8 @@ class FormTreeWalk {
 
 }  // namespace
 
-int BreakFormTreeCycles(fz_context* ctx, pdf_document* doc) {
-    return FormTreeWalk(ctx, doc).Run();
+int BreakFormTreeCycles(const Document& document) {
+    return FormTreeWalk(document).Run();
 }
 
 }  // namespace pdfhost::engine

@@ -3,7 +3,7 @@
 // no visited set, and a field that is its own kid ends them in a stack overflow.
 #pragma once
 
-#include "engine/mupdf_types.h"
+#include "engine/document.h"
 
 namespace pdfhost::engine {
 
@@ -11,6 +11,6 @@ namespace pdfhost::engine {
 // tree may go, and every /Parent entry that closes a loop or continues past that depth, from
 // the fields under /AcroForm and the widgets of every page. Returns how many links it removed;
 // a well-formed document is left untouched.
-int BreakFormTreeCycles(fz_context* ctx, pdf_document* doc);
+int BreakFormTreeCycles(const Document& document);
 
 }  // namespace pdfhost::engine

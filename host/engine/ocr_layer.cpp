@@ -105,7 +105,7 @@ int AddOcrTextLayer(Document& document, int page, OcrRecognizer& recognizer, int
         throw Error(std::string(kWhat) + ": page " + std::to_string(page) + " is out of range");
     fz_context* ctx = document.fz();
     pdf_document* doc = document.pdf();
-    PagePtr loaded(ctx, CallMupdf(ctx, kWhat, [&] { return pdf_load_page(ctx, doc, page); }));
+    const PagePtr loaded = document.LoadPage(page, kWhat);
 
     // PDF page space -> shown page (y down); then scaled to pixels.
     fz_matrix shown = fz_identity;

@@ -13,15 +13,16 @@ PageSpace PageSpace::Of(const Document& document, int page) {
     if (page < 0 || page >= count)
         throw Error("page " + std::to_string(page) + " is out of range");
     fz_context* ctx = document.fz();
-    pdf_document* pdf = document.pdf();
     struct Geometry {
         fz_matrix ctm;
         fz_rect bounds;
     };
-    const Geometry geometry = CallMupdf(ctx, "cannot read the page geometry", [&] {
+    const char* what = "cannot read the page geometry";
+    const ObjPtr page_obj = document.PageObject(page, what);
+    const Geometry geometry = CallMupdf(ctx, what, [&] {
         fz_rect box;
         fz_matrix ctm;
-        pdf_page_obj_transform(ctx, pdf_lookup_page_obj(ctx, pdf, page), &box, &ctm);
+        pdf_page_obj_transform(ctx, page_obj.get(), &box, &ctm);
         return Geometry{ctm, fz_transform_rect(box, ctm)};
     });
     const fz_matrix inverse = fz_invert_matrix(geometry.ctm);

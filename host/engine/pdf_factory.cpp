@@ -269,6 +269,7 @@ Document PdfFactory::Build(const PdfDescription& recipe) const {
         builder.Add(page);
     for (const auto& [key, value] : recipe.info)
         PutInfoString(ctx, document.pdf(), key, value);
+    document.IndexPages();
     return document;
 }
 

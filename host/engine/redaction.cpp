@@ -129,13 +129,13 @@ bool Redactor::ApplyOnPage(int page, const std::vector<int>& objects, const Reda
                            const RedactionOptions& options, bool withoutUnreadableImages) {
     fz_context* ctx = document_.fz();
     pdf_document* pdf = document_.pdf();
-    pdf_obj* page_obj = CallMupdf(ctx, "cannot find page " + std::to_string(page),
-                                  [&] { return pdf_lookup_page_obj(ctx, pdf, page); });
-    if (withoutUnreadableImages && RemoveUnreadableInlineImages(ctx, pdf, page_obj) == 0)
+    const ObjPtr page_obj = document_.PageObject(page, "cannot find page " + std::to_string(page));
+    if (withoutUnreadableImages && RemoveUnreadableInlineImages(ctx, pdf, page_obj.get()) == 0)
         return false;
     if (!areas.Empty()) {
-        RewriteWithout(ctx, pdf, page_obj, areas, options.fillAreas);
-        RebuildAppearances(ctx, pdf, page, RemoveCoveredAnnotations(ctx, pdf, page_obj, areas));
+        RewriteWithout(ctx, pdf, page_obj.get(), areas, options.fillAreas);
+        RebuildAppearances(document_, page,
+                           RemoveCoveredAnnotations(ctx, pdf, page_obj.get(), areas));
     }
     Annotations annotations(document_);
     for (const int object : objects)

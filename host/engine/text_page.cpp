@@ -96,9 +96,8 @@ PageText PageText::OfPage(const Document& document, int page) {
     if (page < 0 || page >= document.PageCount())
         throw Error("page " + std::to_string(page) + " is out of range");
     fz_context* ctx = document.fz();
-    pdf_document* doc = document.pdf();
     const std::string what = "cannot read the text of page " + std::to_string(page);
-    PagePtr loaded(ctx, CallMupdf(ctx, what, [&] { return pdf_load_page(ctx, doc, page); }));
+    const PagePtr loaded = document.LoadPage(page, what);
     struct Frame {
         fz_rect bounds;
         fz_matrix ctm;

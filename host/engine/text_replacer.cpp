@@ -219,7 +219,7 @@ void ReplaceMatch(Document& document, int page, const MatchPlacement& placement,
         throw Error(std::string(kWhat) + ": the match has no characters");
     fz_context* ctx = document.fz();
     pdf_document* doc = document.pdf();
-    PagePtr loaded(ctx, CallMupdf(ctx, kWhat, [&] { return pdf_load_page(ctx, doc, page); }));
+    const PagePtr loaded = document.LoadPage(page, kWhat);
     RemoveGlyphs(ctx, doc, loaded.get(), placement.bands);
     DrawText(ctx, doc, loaded.get(), placement, utf8);
     document.MarkChanged();

@@ -2,6 +2,7 @@
 // plug-in or borrowed from a page view, parsing, and the walk over a page's content objects.
 #include "engine/annotation_text_finder.h"
 #include "engine/mupdf_call.h"
+#include "engine/page_object_number.h"
 #include "engine/reading_text.h"
 #include "tables/host_tables.h"
 #include "tables/table_support.h"
@@ -11,19 +12,6 @@ namespace {
 
 using namespace tables;
 using hostops::Op;
-
-// The index of the page whose dictionary is `dict`, or -1.
-int PageIndexOf(fz_context* ctx, pdf_document* pdf, pdf_obj* dict, int pageCount) {
-    return engine::CallMupdf(ctx, "page number", [&] {
-        pdf_obj* wanted = pdf_resolve_indirect_chain(ctx, dict);
-        for (int index = 0; index < pageCount; ++index) {
-            if (pdf_resolve_indirect_chain(ctx, pdf_lookup_page_obj(ctx, pdf, index)) == wanted) {
-                return index;
-            }
-        }
-        return -1;
-    });
-}
 
 // The open document a page was loaded from, or null.
 HostDocument* DocumentOfPage(HostApp& app, const PdfPageRecord& page) {
@@ -51,9 +39,9 @@ NdxObject DocGetPage(NdxDoc doc, int pageIndex) {
             return nullptr;
         }
         fz_context* ctx = document->Engine().fz();
-        pdf_document* pdf = document->Engine().pdf();
+        const engine::ObjPtr page_obj = document->Engine().PageObject(pageIndex, "page dictionary");
         pdf_obj* page = engine::CallMupdf(ctx, "page dictionary", [&] {
-            return pdf_resolve_indirect_chain(ctx, pdf_lookup_page_obj(ctx, pdf, pageIndex));
+            return pdf_resolve_indirect_chain(ctx, page_obj.get());
         });
         return document->Objects().HandleOf(page);
     });
@@ -102,9 +90,7 @@ void PageLoad(NdxPage page, NdxDoc doc, NdxObject pageDict, int) {
         pdf_obj* dict = document->Objects().Find(pageDict);
         if (dict == nullptr)
             return;
-        fz_context* ctx = document->Engine().fz();
-        pdf_document* pdf = document->Engine().pdf();
-        const int index = PageIndexOf(ctx, pdf, dict, document->Engine().PageCount());
+        const int index = engine::PageIndexOf(document->Engine(), dict);
         if (index >= 0)
             app.Pages().LoadPage(page, document->Handle(), index);
     });
@@ -187,8 +173,7 @@ void PageGetTextLines(HostStringArray out, NdxDoc doc, NdxObject pageDict, int, 
         pdf_obj* dict = document->Objects().Find(pageDict);
         if (dict == nullptr)
             return;
-        const int index = PageIndexOf(document->Engine().fz(), document->Engine().pdf(), dict,
-                                      document->Engine().PageCount());
+        const int index = engine::PageIndexOf(document->Engine(), dict);
         if (index < 0)
             return;
         const std::shared_ptr<const engine::PageText> text =

@@ -78,8 +78,7 @@ inline std::vector<Rect> WordRects(Document& document, int page, const std::stri
     const Rect box = document.PageBox(page);
     std::vector<Rect> rects;
     fz_quad quads[8];
-    PagePtr loaded(
-        ctx, CallMupdf(ctx, "load page", [&] { return pdf_load_page(ctx, document.pdf(), page); }));
+    const PagePtr loaded = document.LoadPage(page, "load page");
     const int found = CallMupdf(ctx, "search", [&] {
         return fz_search_page(ctx, &loaded.get()->super, word.c_str(), nullptr, quads, 8);
     });

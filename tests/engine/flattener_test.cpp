@@ -22,9 +22,9 @@ std::string PageString(const Document& document, int page) {
 
 int WidgetCount(const Document& document, int page) {
     fz_context* ctx = document.fz();
+    const ObjPtr page_obj = document.PageObject(page, "widgets");
     return CallMupdf(ctx, "widgets", [&] {
-        pdf_obj* annots =
-            pdf_dict_get(ctx, pdf_lookup_page_obj(ctx, document.pdf(), page), PDF_NAME(Annots));
+        pdf_obj* annots = pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots));
         int count = 0;
         for (int i = 0; i < pdf_array_len(ctx, annots); ++i) {
             count += pdf_name_eq(

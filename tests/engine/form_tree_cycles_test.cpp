@@ -83,7 +83,7 @@ TEST_F(FormTreeCyclesTest, LoopingTreesAreBrokenAndEveryWalkFinishes) {
         const std::string path = PathOf("loop.pdf");
         testing_support::WriteBytes(path, c.pdf);
         Document document = Document::Open(context_, path);
-        EXPECT_EQ(BreakFormTreeCycles(document.fz(), document.pdf()), c.removedAtOpen);
+        EXPECT_EQ(BreakFormTreeCycles(document), c.removedAtOpen);
 
         InteractiveForm form(document);
         for (const ObjPtr& control : form.PageControls(0))

@@ -301,9 +301,10 @@ class HiddenTextScrubberTest : public EngineTest, public ::testing::WithParamInt
         Document document = Document::Open(context_, path);
         fz_context* ctx = document.fz();
         pdf_document* doc = document.pdf();
+        const ObjPtr page = document.PageObject(0, "plant");
         CallMupdf(ctx, "plant", [&] {
             pdf_obj* root = pdf_dict_get(ctx, pdf_trailer(ctx, doc), PDF_NAME(Root));
-            plant(Planting{ctx, doc, root, pdf_lookup_page_obj(ctx, doc, 0)});
+            plant(Planting{ctx, doc, root, page.get()});
         });
         const std::string planted = PathOf("planted.pdf");
         document.SaveFull(planted);

@@ -211,13 +211,12 @@ std::vector<Polyline> PathsOf(Context& context, const std::string& path) {
                                     const float*, float, fz_color_params) { Walk(c, d, p, m); };
         dev->super.clip_path = [](fz_context* c, fz_device* d, const fz_path* p, int, fz_matrix m,
                                   fz_rect) { Walk(c, d, p, m); };
-        fz_page* page = fz_load_page(ctx, &document.pdf()->super, 0);
+        const PagePtr page = document.LoadPage(0, "load");
         fz_try(ctx) {
-            fz_run_page(ctx, page, &dev->super, fz_identity, nullptr);
+            fz_run_page(ctx, &page.get()->super, &dev->super, fz_identity, nullptr);
             fz_close_device(ctx, &dev->super);
         }
         fz_always(ctx) {
-            fz_drop_page(ctx, page);
             fz_drop_device(ctx, &dev->super);
         }
         fz_catch(ctx) fz_rethrow(ctx);

@@ -389,8 +389,9 @@ TEST_F(RedactionTroubleTest, NoEarlierRevisionSurvivesAnySave) {
     {
         Document first = Document::Open(context_, input);
         fz_context* ctx = first.fz();
+        const ObjPtr page_obj = first.PageObject(0, "incremental update");
         CallMupdf(ctx, "incremental update", [&] {
-            pdf_obj* page = pdf_lookup_page_obj(ctx, first.pdf(), 0);
+            pdf_obj* page = page_obj.get();
             fz_buffer* content = fz_new_buffer_from_shared_data(
                 ctx, reinterpret_cast<const unsigned char*>("BT /F1 12 Tf 72 600 Td (box) Tj ET"),
                 34);

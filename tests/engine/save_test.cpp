@@ -29,8 +29,9 @@ void RemoveImages(Document& document, int page) {
                               ctx, reinterpret_cast<const unsigned char*>(text.data()),
                               text.size());
                       }));
+    const ObjPtr page_ref = document.PageObject(page, "remove images");
     CallMupdf(ctx, "remove images", [&] {
-        pdf_obj* page_obj = pdf_lookup_page_obj(ctx, doc, page);
+        pdf_obj* page_obj = page_ref.get();
         pdf_obj* resources = pdf_dict_get_inheritable(ctx, page_obj, PDF_NAME(Resources));
         pdf_dict_del(ctx, resources, PDF_NAME(XObject));
         pdf_update_stream(ctx, doc, pdf_dict_get(ctx, page_obj, PDF_NAME(Contents)), content.get(),

@@ -19,10 +19,9 @@ class PageTextTest : public EngineTest {
 
     void SetRotation(Document& document, int degrees) {
         fz_context* ctx = document.fz();
-        CallMupdf(ctx, "rotate", [&] {
-            pdf_dict_put_int(ctx, pdf_lookup_page_obj(ctx, document.pdf(), 0), PDF_NAME(Rotate),
-                             degrees);
-        });
+        const ObjPtr page = document.PageObject(0, "rotate");
+        CallMupdf(ctx, "rotate",
+                  [&] { pdf_dict_put_int(ctx, page.get(), PDF_NAME(Rotate), degrees); });
         document.MarkChanged();
     }
 };
@@ -71,7 +70,7 @@ TEST_F(PageTextTest, NumberingIgnoresAnnotationsAndRepeatsExactly) {
     const PageText before = PageText::OfPage(document, 0);
 
     fz_context* ctx = document.fz();
-    PagePtr page(ctx, pdf_load_page(ctx, document.pdf(), 0));
+    const PagePtr page = document.LoadPage(0, "annotate");
     CallMupdf(ctx, "annotate", [&] {
         pdf_annot* note = pdf_create_annot(ctx, page.get(), PDF_ANNOT_FREE_TEXT);
         pdf_set_annot_contents(ctx, note, "Inserted words");

@@ -32,7 +32,7 @@ class TextReplacerTest : public EngineTest {
 
     int CountRedactAnnots(Document& document) {
         fz_context* ctx = document.fz();
-        PagePtr page(ctx, pdf_load_page(ctx, document.pdf(), 0));
+        const PagePtr page = document.LoadPage(0, "load");
         return CallMupdf(ctx, "count", [&] {
             int count = 0;
             for (pdf_annot* a = pdf_first_annot(ctx, page.get()); a; a = pdf_next_annot(ctx, a))
@@ -89,7 +89,7 @@ TEST_F(TextReplacerTest, OtherRedactAnnotationsOfThePageStayUnapplied) {
         PdfDescription{.pages = {PageDescription::TextLines({"secret one", "secret two"})}});
     {
         fz_context* ctx = document.fz();
-        PagePtr page(ctx, pdf_load_page(ctx, document.pdf(), 0));
+        const PagePtr page = document.LoadPage(0, "load");
         CallMupdf(ctx, "redact", [&] {
             pdf_annot* pending = pdf_create_annot(ctx, page.get(), PDF_ANNOT_REDACT);
             pdf_set_annot_rect(ctx, pending, fz_rect{60, 80, 300, 100});  // over "secret two"

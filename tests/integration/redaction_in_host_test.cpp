@@ -131,7 +131,8 @@ TEST_F(RedactionInHostTest, AHighlightUnderTheBoxStaysForItsRecordWithoutItsText
     {
         Document saved = Document::Open(host->Engine(), path);
         fz_context* ctx = saved.fz();
-        pdf_obj* annots = pdf_dict_gets(ctx, pdf_lookup_page_obj(ctx, saved.pdf(), 0), "Annots");
+        const pdfhost::engine::ObjPtr page = saved.PageObject(0, "page");
+        pdf_obj* annots = pdf_dict_gets(ctx, page.get(), "Annots");
         ASSERT_EQ(pdf_array_len(ctx, annots), 1);
         pdf_obj* annot = pdf_array_get(ctx, annots, 0);
         EXPECT_STREQ(pdf_to_name(ctx, pdf_dict_gets(ctx, annot, "Subtype")), "Highlight");
@@ -172,8 +173,8 @@ TEST_F(RedactionInHostTest, ImageUnderAUserRedactionIsBlanked) {
     // Every remaining image of the page is blank where the box stood (here: the whole image).
     Document saved = Document::Open(host->Engine(), path);
     fz_context* ctx = saved.fz();
-    pdf_obj* page = pdf_lookup_page_obj(ctx, saved.pdf(), 0);
-    pdf_obj* xobjects = pdf_dict_getp(ctx, page, "Resources/XObject");
+    const pdfhost::engine::ObjPtr page = saved.PageObject(0, "page");
+    pdf_obj* xobjects = pdf_dict_getp(ctx, page.get(), "Resources/XObject");
     for (int i = 0; i < pdf_dict_len(ctx, xobjects); ++i) {
         pdf_obj* object = pdf_dict_get_val(ctx, xobjects, i);
         if (!pdf_name_eq(ctx, pdf_dict_gets(ctx, object, "Subtype"), PDF_NAME(Image)))
