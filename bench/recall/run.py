@@ -23,6 +23,9 @@ import sys
 import tempfile
 import unicodedata
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "redaction"))
+from compare import ScriptedHost  # noqa: E402  the scripted-mode client the benchmarks share
+
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parent.parent
 REAL = ROOT / "tests" / "data" / "real"
@@ -55,52 +58,26 @@ def make_corpus(out):
     return sorted(corpus.glob("*.pdf"))
 
 
-class ScriptedHost:
-    """pdfhost in scripted mode; the lines it prints are read one by one."""
-
-    def __init__(self, pdfhost, plugins, profile):
-        self.proc = subprocess.Popen(
-            [str(pdfhost), "--headless", "--script", "--plugins", str(plugins), "--profile", profile],
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8")
-
-    def send(self, line):
-        self.proc.stdin.write(json.dumps(line) + "\n")
-        self.proc.stdin.flush()
-
-    def read(self, key):
-        while True:
-            text = self.proc.stdout.readline()
-            if not text:
-                raise RuntimeError("pdfhost ended early")
-            line = json.loads(text)
-            if "error" in line:
-                raise RuntimeError("pdfhost: " + line["error"])
-            if key in line:
-                return line[key]
-
-    def quit(self):
-        self.send({"host": "quit"})
-        self.proc.stdin.close()
-        return self.proc.wait(timeout=60)
-
-
 def texts_from_pdfhost(files, build):
     pdfhost = build / "out" / "bin" / "pdfhost"
     with tempfile.TemporaryDirectory(prefix="recall-profile-") as profile:
-        host = ScriptedHost(pdfhost, build / "out" / "plugins", profile)
+        host = ScriptedHost(str(pdfhost), str(build / "out" / "plugins"), profile)
         try:
             for index, file in enumerate(files):
-                host.send({"host": "open", "path": str(file)})
+                host.send([{"host": "open", "path": str(file)}])
                 host.read("opened")
                 uuid = "texts-%d" % index
-                host.send({"post": json.dumps(["base", "getFileTexts", {"pageIndex": -1}, uuid])})
-                reply = json.loads(host.read("reply"))
+                host.send([{"post": json.dumps(["base", "getFileTexts", {"pageIndex": -1}, uuid])}])
+                reply = json.loads(host.read("reply")[0])
                 if reply.get("ret") != 0:
                     raise RuntimeError("getFileTexts of %s: %s" % (file.name, reply))
                 data = reply["data"]
                 yield file, json.loads(data) if isinstance(data, str) else data
         finally:
-            host.quit()
+            host.send([{"host": "quit"}])
+            host.writer.join()
+            host.proc.stdin.close()
+            host.proc.wait(timeout=60)
 
 
 def texts_from_pdftotext(files):
