@@ -460,7 +460,8 @@
       return this.current ? this._keptNames(this.current).length : 0;
     }
 
-    // Burns the kept marks in (the editor asks the user first), then saves the copy. In a batch
+    // Burns the kept marks in (the editor asks the user first), then saves the copy; a No at the
+    // prompt ends it without a failure, the session left as it was (`cancelled` says so). In a batch
     // the editor applies without asking and names the copy itself; the check for other marks is
     // left out there, since it looks at the active document, not the batch's.
     apply() {
@@ -477,7 +478,16 @@
           session.notices.push('The document holds redaction marks that this page did not make; ' +
             'they are left as they are.');
         }
-        await this._applyNames(session, names);
+        try {
+          await this._applyNames(session, names);
+        } catch (error) {
+          // The user said no at the editor's prompt: nothing broke, the review goes on.
+          if (!(error instanceof BridgeError) || error.ret !== 400024) throw error;
+          session.cancelled = error;
+          this.status = 'Cancelled: nothing was redacted. The findings stay marked for review.';
+          return session;
+        }
+        session.cancelled = null;
         session.applied = true;
         if (session.unmarked.length) {
           this.status = 'Not saved yet: some ticked findings are no longer marked in the document.';
@@ -636,6 +646,7 @@
     async runUnattended(scanOptions) {
       await this.scan(scanOptions);
       let session = this.keptCount() ? await this.apply() : await this.save({ unmarked: true });
+      if (session.cancelled) throw session.cancelled; // nobody is there to decide again
       if (!session.saved) session = await this.remarkAndApply();
       return session;
     }
