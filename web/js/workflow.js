@@ -50,6 +50,11 @@
   }
 
   // The file name the editor offers for the copy: the stem, the suffix, the extension.
+  // A finding as the user reviews it: the same text of the same kind on the same page.
+  function reviewKey(finding) {
+    return `${finding.page}\u0000${finding.kind}\u0000${finding.text}`;
+  }
+
   function offeredName(name, suffix = SAVE_SUFFIX) {
     const dot = name.lastIndexOf('.');
     return dot > 0 ? name.slice(0, dot) + suffix + name.slice(dot) : name + suffix;
@@ -181,6 +186,9 @@
         const doc = await this._currentDoc();
         this.activeDoc = doc;
         const previous = this.sessions.get(doc.id);
+        // What the user dropped from an earlier scan stays dropped when it is found again.
+        const dropped = new Set(previous && !previous.applied
+          ? previous.findings.filter((f) => !f.kept).map(reviewKey) : []);
         if (previous) await this._retire(previous);
         const session = {
           doc,
@@ -231,6 +239,9 @@
             }),
             Boolean(options.wholeWord)
           );
+          for (const finding of session.findings) {
+            if (dropped.has(reviewKey(finding))) finding.kept = false;
+          }
           this.activity = 'Locating the findings';
           this._notify();
           await this._locate(session, piecewise);
@@ -281,7 +292,9 @@
 
     // Marks every match found; on a large document the progress is reported every few marks.
     async _markAll(session, piecewise) {
-      const marks = session.findings.flatMap((finding) => finding.matches.map((match) => [finding, match]));
+      const marks = session.findings
+        .filter((finding) => finding.kept)
+        .flatMap((finding) => finding.matches.map((match) => [finding, match]));
       this.activity = 'Marking the findings';
       this._notify();
       const names = [];

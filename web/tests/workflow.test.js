@@ -91,6 +91,20 @@ test('a bridge error stops the run and is shown to the user', async () => {
   assert.match(workflow.error, /could not add the mark \(code 400015\)/);
 });
 
+test('what the user dropped stays dropped when a new scan finds it again', async () => {
+  const { plugin, workflow } = setUp();
+  await workflow.scan();
+  await workflow.setKindKept('card', false);
+  const before = plugin.paramsOf('addAnnot').length;
+  await workflow.scan();
+  const card = finding(workflow, 'card', 0);
+  assert.equal(card.kept, false);
+  assert.ok(card.matches.length, 'found and located, only not marked');
+  assert.equal(plugin.paramsOf('addAnnot').length - before, 3, 'the other findings are marked');
+  await workflow.setKept(card.id, true);
+  assert.equal(workflow.keptCount(), 4);
+});
+
 test('cancelling at the prompt changes nothing; cancelling the save leaves a retry', async () => {
   const { plugin, workflow } = setUp();
   await workflow.scan();
