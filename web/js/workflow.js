@@ -66,6 +66,8 @@
       this.sessions = new Map(); // document id -> its review session
       this.current = null; // the session shown, or null
       this.activeDoc = null; // the editor's current document as last asked, or null
+      this._activeId = null; // the active document's id as the editor's last event gave it
+      this._waiting = []; // scans paused until their document is active again: {id, resolve, reject}
       this.busy = false;
       this.activity = '';
       this.status = '';
@@ -121,7 +123,7 @@
     // in a plain loop. Gives a function that, called with i, gives the promise of request i;
     // callers take them in order, so the first failure shows where a plain loop would stop.
     _requests(session, count, make) {
-      if (!session.batch) return (i) => this._call(...make(i));
+      if (!session.batch) return (i) => this._whenActive(session).then(() => this._call(...make(i)));
       const sent = Array.from({ length: count }, (_, i) => {
         const [command, params] = make(i);
         return this.bridge.call(command, params, { pipelined: true });
@@ -129,6 +131,35 @@
       // A failure after the first is not waited for; it must not count as unhandled.
       for (const promise of sent) promise.catch(() => {});
       return (i) => sent[i];
+    }
+
+    // The editor's commands act on the active document, so a scan whose document went to the
+    // background waits until the user brings it back (or closes it) rather than reading or
+    // marking another document.
+    _whenActive(session) {
+      if (this._activeId === null || this._activeId === session.doc.id) return Promise.resolve();
+      if (this.sessions.get(session.doc.id) !== session) {
+        return Promise.reject(new WorkflowError('The document was closed before its scan ended.'));
+      }
+      const activity = this.activity;
+      this.activity = `Paused until ${session.doc.name || 'the scanned document'} is active again`;
+      this._notify();
+      return new Promise((resolve, reject) => {
+        this._waiting.push({ id: session.doc.id, resolve, reject });
+      }).finally(() => {
+        this.activity = activity;
+        this._notify();
+      });
+    }
+
+    // Lets the paused scans of a document go on (or fail, when it closed).
+    _settleWaiting(id, error) {
+      const settled = this._waiting.filter((w) => w.id === id);
+      this._waiting = this._waiting.filter((w) => w.id !== id);
+      for (const waiter of settled) {
+        if (error) waiter.reject(error);
+        else waiter.resolve();
+      }
     }
 
     // ai_plugin_redact_<kind>_<base>_<serial>: the kind, letters and digits only, lets a job
@@ -185,6 +216,7 @@
       return this._run('Scanning', async () => {
         const doc = await this._currentDoc();
         this.activeDoc = doc;
+        this._activeId = doc.id; // as the editor says now, whatever events came before
         const previous = this.sessions.get(doc.id);
         // What the user dropped from an earlier scan stays dropped when it is found again.
         const dropped = new Set(previous && !previous.applied
@@ -692,6 +724,12 @@
     handleEvent(event) {
       if (!event) return;
       const id = event.data && event.data.id;
+      if (event.name === 'ev-doc-activate') {
+        this._activeId = id;
+        this._settleWaiting(id);
+      } else if (event.name === 'ev-doc-closed') {
+        this._settleWaiting(id, new WorkflowError('The document was closed before its scan ended.'));
+      }
       switch (event.name) {
         case 'ev-doc-activate':
           if (this.current && this.current.doc.id === id) return;

@@ -91,6 +91,45 @@ test('a bridge error stops the run and is shown to the user', async () => {
   assert.match(workflow.error, /could not add the mark \(code 400015\)/);
 });
 
+test('a scan whose document goes to the background waits for it, and stops if it closes', async () => {
+  const docs = [{ id: '{DOC-1}', filePath: '/data/report.pdf', pages: PAGES },
+    { id: '{DOC-2}', filePath: '/data/other.pdf', pages: ['nothing'] }];
+  const { plugin, workflow } = setUp({ docs });
+  plugin.activate(0);
+  const onTheScanned = [];
+  for (const command of ['findTextList', 'addAnnot']) {
+    const real = plugin[`_${command}`].bind(plugin);
+    plugin[`_${command}`] = (params) => {
+      onTheScanned.push(plugin.currentIndex === 0);
+      return real(params);
+    };
+  }
+  const readTexts = plugin._getFileTexts.bind(plugin);
+  plugin._getFileTexts = (params) => {
+    const texts = readTexts(params);
+    plugin.activate(1); // the user switches tabs while the text is read
+    return texts;
+  };
+  const scanned = workflow.scan();
+  await new Promise((resolve) => setTimeout(resolve, 20));
+  assert.match(workflow.activity, /^Paused until report\.pdf/);
+  assert.ok(!plugin.commands().includes('findTextList'));
+  plugin._getFileTexts = readTexts;
+  plugin.activate(0);
+  const session = await scanned;
+  assert.equal(session.doc.id, '{DOC-1}');
+  assert.equal(workflow.keptCount(), 4);
+  assert.ok(onTheScanned.length && onTheScanned.every(Boolean), 'nothing reached the other document');
+
+  plugin._getFileTexts = (params) => {
+    const texts = readTexts(params);
+    plugin.activate(1);
+    plugin.emit('ev-doc-closed', { id: '{DOC-1}' });
+    return texts;
+  };
+  await assert.rejects(workflow.scan(), /closed before its scan ended/);
+});
+
 test('what the user dropped stays dropped when a new scan finds it again', async () => {
   const { plugin, workflow } = setUp();
   await workflow.scan();
