@@ -7,6 +7,7 @@
   const options = S.pageOptions.parsePageOptions(root.location.search);
   const bridge = new S.bridge.Bridge(() => root.chrome && root.chrome.webview);
   const workflow = new S.workflow.Workflow({ bridge });
+  if (options.accountPage) workflow.page = 'account';
   const scanOptions = {
     terms: options.terms, wholeWord: options.wholeWord, kinds: options.kinds,
     minConfidence: options.minConfidence, regions: options.regions,

@@ -24,6 +24,7 @@
     const theme = /^[0-9a-f]{6}$/i.test(params.get('ThemeColor') || '') ? `#${params.get('ThemeColor')}` : null;
     return {
       auto: flag('auto'),
+      accountPage: params.get('defaultPage') === 'MyPlan',
       batch: flag('batchRedaction'),
       terms: detectors.parseTerms(params.getAll('terms').join(',')),
       wholeWord: flag('wholeWord'),

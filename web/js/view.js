@@ -85,6 +85,8 @@
     // Pages without text: the editor's recognition, then a scan that reads what it found.
     $('recognize').addEventListener('click', () => quietly(workflow.recognizeText().then((ran) => ran && scan())));
     $('apply').addEventListener('click', () => quietly(workflow.apply()));
+    $('back-to-scan').addEventListener('click', () => workflow.showPage('scan'));
+    $('account-refresh').addEventListener('click', () => workflow.loadAccount());
     $('save').addEventListener('click', () => quietly(workflow.save()));
     $('remark').addEventListener('click', () => quietly(workflow.remarkAndApply()));
 
@@ -182,6 +184,16 @@
         ? fullName || account.email || ''
         : workflow.accountError ? `Account: ${workflow.accountError}` : '';
       $('account').title = account && account.email ? account.email : '';
+
+      const onAccount = workflow.page === 'account';
+      $('account-view').hidden = !onAccount;
+      $('scan-view').hidden = onAccount;
+      $('account-who').textContent = account
+        ? `Signed in as ${fullName || account.username || account.email || 'this user'}.`
+        : workflow.accountError ? `Not signed in: ${workflow.accountError}` : 'Reading the account…';
+      $('account-email').textContent = account && account.email ? account.email : '';
+      $('account-state').textContent = account
+        ? 'Sign-in, sign-out and the plan are managed in the editor\'s account settings.' : '';
 
       const active = session ? session.doc : workflow.activeDoc;
       $('doc-line').textContent = active

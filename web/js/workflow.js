@@ -74,6 +74,7 @@
       this.error = null;
       this.account = null;
       this.accountError = null;
+      this.page = 'scan'; // what the pane shows: 'scan' or 'account', as the editor asks
       this._names = 0;
       this._nameBase =
         nameBase || `${Date.now().toString(36)}${Math.floor(Math.random() * 1e6).toString(36)}`;
@@ -712,6 +713,12 @@
       });
     }
 
+    // Shows the scan view or the account view.
+    showPage(page) {
+      this.page = page === 'account' ? 'account' : 'scan';
+      this._notify();
+    }
+
     // Drops a document's session, as its close does.
     forget(id) {
       const session = this.sessions.get(id);
@@ -759,6 +766,10 @@
           session.notices.push('The document changed after the scan; scan again so the marks fit the text.');
           break;
         }
+        case 'ev-user-change-page':
+          this.page = event.data && event.data.page === 'my-plan' ? 'account' : 'scan';
+          if (this.page === 'account') this.loadAccount();
+          break;
         case 'ev-user-sign-out':
           this.account = null;
           this.accountError = 'Signed out.';

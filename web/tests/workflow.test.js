@@ -130,6 +130,16 @@ test('a scan whose document goes to the background waits for it, and stops if it
   await assert.rejects(workflow.scan(), /closed before its scan ended/);
 });
 
+test('the editor turns the pane to the account page and back', async () => {
+  const { plugin, workflow } = setUp();
+  plugin.emit('ev-user-change-page', { page: 'my-plan' });
+  assert.equal(workflow.page, 'account');
+  await workflow.loadAccount();
+  assert.equal(workflow.account.email, 'ana@example.com');
+  plugin.emit('ev-user-change-page', { page: 'home' });
+  assert.equal(workflow.page, 'scan');
+});
+
 test('what the user dropped stays dropped when a new scan finds it again', async () => {
   const { plugin, workflow } = setUp();
   await workflow.scan();
