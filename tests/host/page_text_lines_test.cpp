@@ -1,7 +1,11 @@
 // A page's text lines, and the flattening of a form into its pages that makes typed values part
-// of them, as the plug-in reads the text of a document with fields.
+// of them, as the plug-in reads the text of a document with fields; the lines read as a reader
+// reads them.
 #include <gmock/gmock.h>
 
+#include <fstream>
+
+#include "../engine/raw_pdf.h"
 #include "form_sample.h"
 #include "host_test_support.h"
 #include "wide_text.h"
@@ -125,6 +129,31 @@ TEST_F(PageTextLinesTest, AFlattenerServesOnlyItsOwnDocument) {
     CallHost<Op::NDXFlattenerDone>(flattener);
     CallHost<Op::NDXPageDestroy>(page);
     EXPECT_THAT(Lines(form, 0), ElementsAre(L"Form"));
+}
+
+TEST_F(PageTextLinesTest, HyphenatedWordsJoinAndAnnotationTextFollows) {
+    using engine::testing_support::RawDocument;
+    using engine::testing_support::RawPage;
+    using engine::testing_support::RawPdf;
+    using engine::testing_support::Ref;
+    RawPdf raw;
+    const int font = raw.Add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>");
+    const int ap = raw.AddStream(
+        "/Type /XObject /Subtype /Form /BBox [0 0 200 30] /Resources << /Font << /F1 " + Ref(font) +
+            " >> >>",
+        "BT /F1 10 Tf 5 10 Td (Call Ana Lind) Tj ET");
+    const int note =
+        raw.Add("<< /Type /Annot /Subtype /FreeText /Rect [72 500 272 530] /AP << /N " + Ref(ap) +
+                " >> >>");
+    const std::string bytes = RawDocument(
+        raw, {{"BT /F1 12 Tf 72 720 Td (The confiden-) Tj 0 -18 Td (tiality clause) Tj ET",
+               RawPage{}.resources, "[" + Ref(note) + "]"}});
+    const std::string path = (files_ / "lines.pdf").string();
+    std::ofstream(path, std::ios::binary) << bytes;
+
+    const HostDoc doc = app_.OpenDocument(path).document->Handle();
+    EXPECT_THAT(Lines(CallHost<Op::HostDocGetPdfDoc>(doc), 0),
+                ElementsAre(L"The confidentiality clause", L"Call Ana Lind"));
 }
 
 }  // namespace
