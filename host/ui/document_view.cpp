@@ -25,7 +25,6 @@
 #include "host_app.h"
 #include "host_document.h"
 #include "ui/selection_painter.h"
-#include "ui/thumbnail_bar.h"
 
 namespace pdfhost::ui {
 namespace {
@@ -46,7 +45,6 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
       scroll_(new QScrollArea(this)),
       picture_(new QLabel),
       pageNumber_(new QSpinBox(this)),
-      thumbnails_(new ThumbnailBar(document, this)),
       findBar_(new QWidget(this)),
       findText_(new QLineEdit(findBar_)),
       findStatus_(new QLabel(findBar_)),
@@ -89,11 +87,7 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(bar);
     layout->addWidget(findBar_);
-    auto* pages = new QHBoxLayout;
-    pages->addWidget(thumbnails_);
-    pages->addWidget(scroll_, 1);
-    layout->addLayout(pages, 1);
-    connect(thumbnails_, &ThumbnailBar::PageChosen, this, &DocumentView::ShowPage);
+    layout->addWidget(scroll_);
     connect(findText_, &QLineEdit::textChanged, this, [this] { found_.reset(); });
     connect(findText_, &QLineEdit::returnPressed, this,
             [this] { FindNext(!(QApplication::keyboardModifiers() & Qt::ShiftModifier)); });
@@ -344,8 +338,6 @@ void DocumentView::Refresh() {
         }
         picture_->setPixmap(QPixmap::fromImage(shown));
         ApplyScroll();
-        thumbnails_->SetCurrent(page_);
-        thumbnails_->Invalidate(page_);
     } catch (const std::exception& error) {
         picture_->setText(QString::fromStdString(error.what()));
     }

@@ -1,5 +1,4 @@
-// The view of one document in its tab: page thumbnails and the current page, rendered, with
-// page up/down, a page
+// The view of one document in its tab: the current page, rendered, with page up/down, a page
 // number to go to, Find (Ctrl+F, then Enter or F3 for the next match, Shift for the previous
 // one), zoom (Ctrl+plus, Ctrl+minus, Ctrl+wheel) and fit to width or to the page,
 // kept as the view is resized (when the task pane opens, say). It follows the document's view
@@ -18,10 +17,6 @@ class QLineEdit;
 class QScrollArea;
 class QPushButton;
 class QSpinBox;
-
-namespace pdfhost::ui {
-class ThumbnailBar;
-}
 
 namespace pdfhost {
 class HostDocument;
@@ -80,7 +75,6 @@ class DocumentView : public QWidget {
     QScrollArea* scroll_;
     QLabel* picture_;
     QSpinBox* pageNumber_;
-    ThumbnailBar* thumbnails_;
     QWidget* findBar_;
     QLineEdit* findText_;
     QLabel* findStatus_;

@@ -14,7 +14,6 @@
 #include "text_find.h"
 #include "ui/document_view.h"
 #include "ui/main_window.h"
-#include "ui/thumbnail_bar.h"
 
 namespace pdfhost {
 namespace {
@@ -133,15 +132,6 @@ TEST_F(ViewWidgetTest, ZoomAndFitScaleThePageButNotTheModelsDeviceSpace) {
     EXPECT_NEAR(shown->Zoom(), before * 1.25, 1e-9);
     shown->findChild<QSpinBox*>(QStringLiteral("PageNumber"))->setValue(2);
     EXPECT_EQ(shown->CurrentPage(), 1);
-
-    // Thumbnails: drawn once in sight; a click on one goes to its page.
-    auto* thumbnails = shown->findChild<ui::ThumbnailBar*>();
-    ASSERT_NE(thumbnails, nullptr);
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(thumbnails->IsDrawn(0) && thumbnails->IsDrawn(1));
-    EXPECT_EQ(thumbnails->currentRow(), 1);
-    thumbnails->setCurrentRow(0);
-    EXPECT_EQ(shown->CurrentPage(), 0);
     window_.hide();
 }
 
