@@ -85,6 +85,7 @@
     // Pages without text: the editor's recognition, then a scan that reads what it found.
     $('recognize').addEventListener('click', () => quietly(workflow.recognizeText().then((ran) => ran && scan())));
     $('apply').addEventListener('click', () => quietly(workflow.apply()));
+    $('cancel-scan').addEventListener('click', () => workflow.cancelScan());
     $('back-to-scan').addEventListener('click', () => workflow.showPage('scan'));
     $('account-refresh').addEventListener('click', () => workflow.loadAccount());
     $('save').addEventListener('click', () => quietly(workflow.save()));
@@ -105,53 +106,92 @@
       if (kind) event.target.open ? collapsed.delete(kind) : collapsed.add(kind);
     }, true);
 
-    function renderGroup(session, kind, list) {
+    // A group lists its first findings only until the user asks for all of them: a list of
+    // thousands of rows costs seconds to lay out in the pane.
+    const FIRST_ROWS = 200;
+    const showAll = new Set();
+    findings.addEventListener('click', (event) => {
+      const more = event.target.closest('button[data-more]');
+      if (!more) return;
+      showAll.add(more.dataset.more);
+      renderFindings(workflow.current);
+    });
+
+    function renderItem(f) {
+      const where = `p. ${f.page + 1}` + (f.matches.length > 1 ? ` ×${f.matches.length}` : '');
+      const state = !f.matches.length ? ' missing' : f.kept ? '' : ' dropped';
+      return el(doc, 'li', { className: 'finding' + state }, [
+        el(doc, 'input', {
+          type: 'checkbox',
+          checked: f.kept && f.matches.length > 0,
+          disabled: !f.matches.length,
+          title: f.matches.length ? 'Redact this finding' : 'Not found in the document; not marked',
+          'data-finding': f.id,
+        }),
+        el(doc, 'button', {
+          type: 'button',
+          className: 'finding-text',
+          text: f.text,
+          disabled: !f.matches.length,
+          title: 'Show in the document',
+          'data-show': f.id,
+        }),
+        el(doc, 'span', {
+          className: 'confidence',
+          text: `${Math.round((f.confidence ?? 1) * 100)}%`,
+          title: 'How certain the detector is',
+        }),
+        el(doc, 'span', { className: 'where', text: f.matches.length ? where : `${where} · not found` }),
+      ]);
+    }
+
+    function renderGroup(kind, list) {
       const kept = list.filter((f) => f.kept && f.matches.length).length;
       const locatable = list.filter((f) => f.matches.length).length;
-      const locked = workflow.busy || session.applied;
       const groupBox = el(doc, 'input', {
         type: 'checkbox',
         checked: locatable > 0 && kept === locatable,
         indeterminate: kept > 0 && kept < locatable,
-        disabled: locked || locatable === 0,
+        disabled: locatable === 0,
         title: 'Keep or drop all of this kind',
         'data-kind': kind,
       });
-      const items = list.map((f) => {
-        const where = `p. ${f.page + 1}` + (f.matches.length > 1 ? ` ×${f.matches.length}` : '');
-        const state = !f.matches.length ? ' missing' : f.kept ? '' : ' dropped';
-        return el(doc, 'li', { className: 'finding' + state }, [
-          el(doc, 'input', {
-            type: 'checkbox',
-            checked: f.kept && f.matches.length > 0,
-            disabled: locked || !f.matches.length,
-            title: f.matches.length ? 'Redact this finding' : 'Not found in the document; not marked',
-            'data-finding': f.id,
-          }),
-          el(doc, 'button', {
-            type: 'button',
-            className: 'finding-text',
-            text: f.text,
-            disabled: workflow.busy || session.applied || !f.matches.length,
-            title: 'Show in the document',
-            'data-show': f.id,
-          }),
-          el(doc, 'span', {
-            className: 'confidence',
-            text: `${Math.round((f.confidence ?? 1) * 100)}%`,
-            title: 'How certain the detector is',
-          }),
-          el(doc, 'span', { className: 'where', text: f.matches.length ? where : `${where} · not found` }),
-        ]);
-      });
+      const shown = showAll.has(kind) ? list : list.slice(0, FIRST_ROWS);
+      const rest = list.length - shown.length;
       return el(doc, 'details', { open: !collapsed.has(kind), 'data-group': kind }, [
         el(doc, 'summary', {}, [
           groupBox,
           el(doc, 'span', { className: 'kind', text: KIND_LABELS[kind] || kind }),
           el(doc, 'span', { className: 'count', text: `${kept}/${list.length}` }),
         ]),
-        el(doc, 'ul', {}, items),
+        el(doc, 'ul', {}, shown.map(renderItem)),
+        rest > 0
+          ? el(doc, 'button', { type: 'button', className: 'more', text: `Show ${rest} more`, 'data-more': kind })
+          : null,
       ]);
+    }
+
+    // The list is built again when an operation has ended, not on each step of a running one:
+    // a scan reports its progress hundreds of times, and rebuilding a long list each time made
+    // the scan's cost grow with the square of the document. While work runs the list stays as
+    // it was, out of reach of the pointer and keyboard.
+    let listed = null;
+    function renderFindings(session) {
+      const locked = workflow.busy || Boolean(session && session.applied);
+      findings.inert = locked;
+      findings.classList.toggle('locked', locked);
+      if (workflow.busy && listed === session) return;
+      listed = session;
+      const groups = [];
+      if (session) {
+        const byKind = new Map();
+        for (const f of session.findings) {
+          if (!byKind.has(f.kind)) byKind.set(f.kind, []);
+          byKind.get(f.kind).push(f);
+        }
+        for (const kind of KIND_ORDER) if (byKind.has(kind)) groups.push(renderGroup(kind, byKind.get(kind)));
+      }
+      findings.replaceChildren(...groups);
     }
 
     function renderSummary(summary) {
@@ -214,20 +254,22 @@
       doc.body.classList.toggle('busy', workflow.busy);
 
       $('status').textContent = workflow.busy ? `${workflow.activity}…` : workflow.status;
+      const moving = workflow.progress !== null && workflow.busy;
+      $('scan-progress').hidden = !moving;
+      if (moving) {
+        const percent = Math.round(workflow.progress * 100);
+        $('scan-progress-bar').value = percent;
+        $('scan-progress-percent').textContent = `${percent}%`;
+      }
+      $('cancel-scan').hidden = !workflow.cancellable;
+      $('cancel-scan').disabled = workflow.activity.startsWith('Cancelling');
       $('error').hidden = !workflow.error;
       $('error').textContent = workflow.error || '';
 
       const notices = $('notices');
       notices.replaceChildren(...(session ? session.notices : []).map((n) => el(doc, 'li', { text: n })));
 
-      const groups = [];
-      if (session) {
-        for (const kind of KIND_ORDER) {
-          const list = session.findings.filter((f) => f.kind === kind);
-          if (list.length) groups.push(renderGroup(session, kind, list));
-        }
-      }
-      findings.replaceChildren(...groups);
+      renderFindings(session);
 
       const summary = $('summary');
       summary.hidden = !(session && session.summary);

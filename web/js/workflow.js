@@ -28,6 +28,8 @@
   const PAGES_PER_REPORT = 100;
   // Marks placed between two progress reports.
   const MARKS_PER_REPORT = 250;
+  // Marks placed between two moves of the page's own progress.
+  const MARKS_PER_STEP = 25;
   // Seconds without a request after which the editor may close its progress window.
   const PROGRESS_TIMEOUT = 60;
 
@@ -46,6 +48,14 @@
     constructor(message) {
       super(message);
       this.name = 'WorkflowError';
+    }
+  }
+
+  // The user stopped the scan.
+  class CancelledError extends Error {
+    constructor() {
+      super('Cancelled');
+      this.name = 'CancelledError';
     }
   }
 
@@ -75,6 +85,9 @@
       this.account = null;
       this.accountError = null;
       this.page = 'scan'; // what the pane shows: 'scan' or 'account', as the editor asks
+      this.progress = null; // how far the running scan is, 0 to 1, or null
+      this._scanning = null; // the session of the running scan
+      this._cancelRequested = false;
       this._names = 0;
       this._nameBase =
         nameBase || `${Date.now().toString(36)}${Math.floor(Math.random() * 1e6).toString(36)}`;
@@ -210,9 +223,12 @@
       return list[0];
     }
 
-    // Scans the current document: options {terms: [..], wholeWord, kinds, batch}, batch true for
-    // a batch's document. A document scanned before loses the marks of its earlier scan first,
-    // so no match is marked twice.
+    // Scans the current document: options {terms: [..], wholeWord, kinds, batch, progressWindow},
+    // batch true for a batch's document, progressWindow for a run nobody watches in the pane
+    // (the editor's progress window shows it instead). A document scanned before keeps the marks
+    // of its earlier scan that the new scan finds again, unchanged, and loses the others, so no
+    // match is marked twice and a second scan costs no more than the first. A scan that the user
+    // cancels takes its marks away again and ends without a failure.
     scan(options = {}) {
       return this._run('Scanning', async () => {
         const doc = await this._currentDoc();
@@ -222,7 +238,9 @@
         // What the user dropped from an earlier scan stays dropped when it is found again.
         const dropped = new Set(previous && !previous.applied
           ? previous.findings.filter((f) => !f.kept).map(reviewKey) : []);
-        if (previous) await this._retire(previous);
+        // Marks of an earlier scan of the same, unchanged text fit the same matches again.
+        const reusable = previous && !previous.applied && !previous.stale;
+        if (previous) await (reusable ? this._clearSelection(previous) : this._retire(previous));
         const session = {
           doc,
           pageCount: 0,
@@ -241,6 +259,8 @@
         };
         this.sessions.set(doc.id, session);
         this.current = session;
+        this._scanning = session;
+        this._cancelRequested = false;
 
         const reads = this._requests(session, 3, (i) => [
           ['isCurrentDocModified'], ['getFilePageCount'], ['getFileTexts', { pageIndex: -1 }]][i]);
@@ -250,11 +270,10 @@
         }
         const count = await reads(1);
         session.pageCount = (count && count.pageCount) || 0;
-        const piecewise = session.pageCount > PIECEWISE_PAGES;
-        if (piecewise) await this._progressStart('Scanning the document');
+        const windowed = session.pageCount > PIECEWISE_PAGES && Boolean(options.batch || options.progressWindow);
+        if (windowed) await this._progressStart('Scanning the document');
         try {
-          this.activity = `Reading ${session.pageCount} page(s)`;
-          this._notify();
+          await this._progress(`Reading ${session.pageCount} page(s)`, 0, windowed);
           const texts = await reads(2);
           if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
           if (texts.length !== session.pageCount) {
@@ -275,12 +294,18 @@
           for (const finding of session.findings) {
             if (dropped.has(reviewKey(finding))) finding.kept = false;
           }
-          this.activity = 'Locating the findings';
-          this._notify();
-          await this._locate(session, piecewise);
-          await this._markAll(session, piecewise);
+          await this._locate(session, windowed);
+          const left = reusable ? this._takeOverMarks(session, previous) : [];
+          for (const [finding, match] of left) await this._removeMark(session, finding, match);
+          await this._markAll(session, windowed);
+        } catch (error) {
+          if (!(error instanceof CancelledError)) throw error;
+          await this._cancelScan(session, reusable ? previous : null);
+          return null;
         } finally {
-          if (piecewise) await this._progressEnd();
+          this._scanning = null;
+          this.progress = null;
+          if (windowed) await this._progressEnd();
         }
         const located = session.findings.filter((f) => f.matches.length);
         const missing = session.findings.length - located.length;
@@ -292,6 +317,52 @@
           : 'Nothing to redact was found.';
         return session;
       });
+    }
+
+    // True while a scan runs that the user can stop.
+    get cancellable() {
+      return Boolean(this._scanning && !this._scanning.batch);
+    }
+
+    // Asks the running scan to stop before its next command.
+    cancelScan() {
+      if (!this.cancellable || this._cancelRequested) return;
+      this._cancelRequested = true;
+      this.activity = 'Cancelling';
+      this._notify();
+    }
+
+    _checkCancelled() {
+      if (this._cancelRequested) throw new CancelledError();
+    }
+
+    // Ends a cancelled scan: the marks it made (and those it took over from the scan before)
+    // go, and the document is left with none of ours.
+    async _cancelScan(session, previous) {
+      this.activity = 'Cancelling: taking the marks of the scan away';
+      this._notify();
+      await this._retire(session);
+      if (previous) await this._retire(previous);
+      this.sessions.delete(session.doc.id);
+      if (this.current === session) this.current = null;
+      this.status = 'Cancelled: the scan stopped and nothing is marked.';
+    }
+
+    // Gives the new scan's findings the marks of the earlier scan where the same search on the
+    // same page found as many matches (the text being unchanged, they are the same matches).
+    // Gives the earlier marks nobody took, [finding, match] pairs of `previous`, to be removed.
+    _takeOverMarks(session, previous) {
+      const identity = (f) => `${f.page}\u0000${f.flags}\u0000${f.searchText}`;
+      const earlier = new Map(previous.findings.map((f) => [identity(f), f]));
+      for (const finding of session.findings) {
+        const old = earlier.get(identity(finding));
+        if (!old || !old.searchKey || old.matches.length !== finding.matches.length) continue;
+        if (!finding.kept && old.matches.some((m) => m.name)) continue;
+        earlier.delete(identity(finding));
+        finding.searchKey = old.searchKey;
+        finding.matches = old.matches.map((m) => ({ ...m }));
+      }
+      return [...earlier.values()].flatMap((f) => f.matches.filter((m) => m.name).map((m) => [f, m]));
     }
 
     // Turns detections into findings with what the search needs. Two detections that would
@@ -323,31 +394,30 @@
       return findings;
     }
 
-    // Marks every match found; on a large document the progress is reported every few marks.
-    async _markAll(session, piecewise) {
+    // Marks every kept match not marked yet, the progress moving as it goes.
+    async _markAll(session, windowed) {
       const marks = session.findings
         .filter((finding) => finding.kept)
-        .flatMap((finding) => finding.matches.map((match) => [finding, match]));
-      this.activity = 'Marking the findings';
-      this._notify();
+        .flatMap((finding) => finding.matches.filter((m) => !m.name).map((match) => [finding, match]));
       const names = [];
       const added = this._requests(session, marks.length, (i) => {
         const [finding, match] = marks[i];
         names[i] = this._newName(finding.kind);
         return ['addAnnot', this._markParams(finding, match, names[i])];
       });
+      const every = windowed ? MARKS_PER_REPORT : MARKS_PER_STEP;
       for (let i = 0; i < marks.length; i++) {
+        if (i % every === 0) {
+          await this._progress(`Marking ${i + 1} of ${marks.length}`, 0.5 + i / marks.length / 2, windowed);
+        }
+        this._checkCancelled();
         const data = await added(i); // names[i] is made when its request is
         this._takeMark(marks[i][1], names[i], data);
-        const done = i + 1;
-        if (piecewise && done % MARKS_PER_REPORT === 0) {
-          await this._progress(`Marking ${done} of ${marks.length}`, 0.5 + done / marks.length / 2);
-        }
       }
     }
 
-    // The editor's progress window, and the page's own status with it. A window the editor
-    // cannot show does not stop the scan.
+    // The scan's progress: the page's own status always, the editor's progress window when the
+    // scan has one. A window the editor cannot show does not stop the scan.
     async _progressStart(title) {
       try {
         await this._call('createProgressBar', { title, timeout: PROGRESS_TIMEOUT });
@@ -356,11 +426,13 @@
       }
     }
 
-    async _progress(title, fraction) {
+    async _progress(title, fraction, windowed) {
       this.activity = title;
+      this.progress = Math.min(1, Math.max(0, fraction));
       this._notify();
+      if (!windowed) return;
       try {
-        await this._call('updateProgressBar', { currentPos: Math.min(100, Math.round(fraction * 100)), title });
+        await this._call('updateProgressBar', { currentPos: Math.round(this.progress * 100), title });
       } catch (error) {
         if (!(error instanceof BridgeError)) throw error;
       }
@@ -376,7 +448,7 @@
 
     // Searches each page that has findings for them, that page only, so every match of a
     // finding lies on the finding's page.
-    async _locate(session, piecewise = false) {
+    async _locate(session, windowed = false) {
       const groups = byPage(session.findings);
       const found = this._requests(session, groups.length, (i) => ['findTextList', {
         file: { id: session.doc.id },
@@ -384,10 +456,12 @@
         startPage: groups[i][0],
         endPage: groups[i][0],
       }]);
+      const every = windowed ? PAGES_PER_REPORT : 1;
       for (const [i, [page, onPage]] of groups.entries()) {
-        if (piecewise && i > 0 && i % PAGES_PER_REPORT === 0) {
-          await this._progress(`Locating on page ${page + 1} of ${session.pageCount}`, i / groups.length / 2);
+        if (i % every === 0) {
+          await this._progress(`Locating on page ${page + 1} of ${session.pageCount}`, i / groups.length / 2, windowed);
         }
+        this._checkCancelled();
         let results;
         try {
           results = await found(i);
@@ -438,12 +512,15 @@
       match.name = null;
     }
 
+    async _clearSelection(session) {
+      if (!session.marked) return;
+      await this._call('clearMarkTexts');
+      session.marked = false;
+    }
+
     // Takes the marks of an unapplied session away and clears a selection it made.
     async _retire(session) {
-      if (session.marked) {
-        await this._call('clearMarkTexts');
-        session.marked = false;
-      }
+      await this._clearSelection(session);
       if (session.applied) return;
       for (const finding of session.findings) {
         for (const match of finding.matches) {
@@ -690,7 +767,7 @@
     // applies and saves the copy (also with nothing found, so every document gets its copy).
     // Marks that went away before the apply are marked again. Gives the finished session.
     async runUnattended(scanOptions) {
-      await this.scan(scanOptions);
+      await this.scan({ ...scanOptions, progressWindow: true });
       let session = this.keptCount() ? await this.apply() : await this.save({ unmarked: true });
       if (session.cancelled) throw session.cancelled; // nobody is there to decide again
       if (!session.saved) session = await this.remarkAndApply();

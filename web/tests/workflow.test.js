@@ -140,18 +140,22 @@ test('the editor turns the pane to the account page and back', async () => {
   assert.equal(workflow.page, 'scan');
 });
 
-test('what the user dropped stays dropped when a new scan finds it again', async () => {
+test('a new scan keeps the marks of the same matches and what the user dropped stays dropped', async () => {
   const { plugin, workflow } = setUp();
   await workflow.scan();
   await workflow.setKindKept('card', false);
-  const before = plugin.paramsOf('addAnnot').length;
+  const names = workflow.current.findings.flatMap((f) => f.matches.map((m) => m.name));
+  plugin.calls.length = 0;
   await workflow.scan();
+  assert.ok(!plugin.commands().some((c) => c === 'addAnnot' || c === 'removeAnnots'),
+    'the unchanged text keeps its marks: a second scan costs no more than the first');
+  assert.deepEqual(workflow.current.findings.flatMap((f) => f.matches.map((m) => m.name)), names);
   const card = finding(workflow, 'card', 0);
   assert.equal(card.kept, false);
   assert.ok(card.matches.length, 'found and located, only not marked');
-  assert.equal(plugin.paramsOf('addAnnot').length - before, 3, 'the other findings are marked');
   await workflow.setKept(card.id, true);
   assert.equal(workflow.keptCount(), 4);
+  assert.equal(plugin.annots.size, 4);
 });
 
 test('cancelling at the prompt changes nothing; cancelling the save leaves a retry', async () => {
@@ -188,18 +192,26 @@ test('texts the editor cannot find are reported, not marked', async () => {
   assert.match(workflow.current.notices.join(), /2 finding\(s\) could not be located/);
 });
 
-test('scanning again replaces the earlier marks; show walks through the matches', async () => {
+test('after a change of the text a new scan replaces the marks; show walks through the matches', async () => {
   const { plugin, workflow } = setUp({ pages: ['x@example.com and x@example.com'] });
-  await workflow.scan();
+  await workflow.scan({ terms: ['and'] });
   const email = finding(workflow, 'email', 0);
   await workflow.show(email.id);
   await workflow.show(email.id);
   await workflow.show(email.id);
   assert.deepEqual(plugin.paramsOf('markTexts').map((p) => p.index), [0, 1, 0]);
 
+  workflow.handleEvent({ name: 'ev-doc-modified', data: { id: '{DOC-1}' } });
+  plugin.calls.length = 0;
+  await workflow.scan({ terms: ['and'] });
+  assert.deepEqual(plugin.commands().slice(0, 5),
+    ['getCurrentDoc', 'clearMarkTexts', 'removeAnnots', 'removeAnnots', 'removeAnnots']);
+  assert.equal(plugin.annots.size, 3);
+
+  // Unchanged text, another term list: the term's marks go, the e-mail's stay.
   plugin.calls.length = 0;
   await workflow.scan();
-  assert.deepEqual(plugin.commands().slice(0, 4), ['getCurrentDoc', 'clearMarkTexts', 'removeAnnots', 'removeAnnots']);
+  assert.deepEqual(plugin.commands().filter((c) => /Annot/.test(c)), ['removeAnnots']);
   assert.equal(plugin.annots.size, 2);
 });
 
@@ -310,24 +322,51 @@ test('saving without the unmarked findings says what stays', async () => {
   assert.ok(session.notices.some((n) => n.includes('"Nightjar" (page 1)')));
 });
 
-test('a long document is scanned with the progress window moving as it locates and marks', async () => {
+test('a long unattended scan moves the progress window; the pane\'s own progress moves in every scan', async () => {
   const pages = Array.from({ length: 250 }, (_, i) => `Page ${i} of the minutes by Nightjar`);
   const { plugin, workflow } = setUp({ pages });
-  const activities = [];
-  workflow.onChange((w) => activities.push(w.activity));
-  await workflow.scan({ terms: ['nightjar'] });
+  const seen = [];
+  workflow.onChange((w) => seen.push([w.activity, w.progress]));
+  await workflow.scan({ terms: ['nightjar'], progressWindow: true });
 
   const commands = plugin.commands();
   assert.equal(commands.indexOf('createProgressBar'), commands.indexOf('getFilePageCount') + 1);
   assert.equal(commands[commands.length - 1], 'destroyProgressBar');
-  assert.deepEqual(plugin.paramsOf('getFileTexts'), [{ pageIndex: -1 }]);
   const positions = plugin.progress.map((p) => p.position);
   assert.deepEqual(positions, [...positions].sort((a, b) => a - b));
   assert.ok(positions.length >= 3 && positions.every((p) => p >= 0 && p <= 100));
-  assert.ok(activities.includes('Locating on page 201 of 250'));
-  assert.ok(activities.includes('Marking 250 of 250'));
-  assert.equal(workflow.current.findings.length, 250);
+  const fractions = seen.map(([, p]) => p).filter((p) => p !== null);
+  assert.deepEqual(fractions, [...fractions].sort((a, b) => a - b));
+  assert.ok(seen.some(([a]) => a === 'Locating on page 201 of 250'));
+  assert.ok(seen.some(([a]) => a === 'Marking 1 of 250'));
+  assert.equal(workflow.progress, null);
   assert.ok(workflow.current.findings.every((f) => f.matches.length && f.matches.every((m) => m.name)));
+
+  plugin.calls.length = 0;
+  workflow.handleEvent({ name: 'ev-doc-modified', data: { id: '{DOC-1}' } });
+  await workflow.scan({ terms: ['nightjar'] });
+  assert.ok(!plugin.commands().some((c) => /ProgressBar$/.test(c)), 'the pane shows its own progress');
+});
+
+test('cancel stops the scan before its next command and takes its marks away, without a failure', async () => {
+  for (const after of ['findTextList', 'addAnnot']) {
+    const { plugin, workflow } = setUp();
+    await workflow.scan();
+    const serve = plugin[`_${after}`].bind(plugin);
+    plugin[`_${after}`] = (params) => {
+      workflow.cancelScan(); // the user presses Cancel while the editor works
+      return serve(params);
+    };
+    workflow.handleEvent({ name: 'ev-doc-modified', data: { id: '{DOC-1}' } });
+    plugin.calls.length = 0;
+    assert.equal(await workflow.scan(), null, after);
+    assert.ok(plugin.commands().includes(after));
+    assert.equal(workflow.error, null);
+    assert.match(workflow.status, /^Cancelled/);
+    assert.equal(workflow.current, null);
+    assert.equal(plugin.annots.size, 0, `no mark of ours is left (cancelled after ${after})`);
+    assert.equal(workflow.cancellable, false);
+  }
 });
 
 test('a short document is scanned with no progress window', async () => {
