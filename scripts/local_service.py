@@ -8,6 +8,14 @@ import threading
 from urllib.parse import quote
 
 SERVICE_DOCUMENT = "txdfApi.json"
+SIGN_UP_PAGE = b"""<!DOCTYPE html>
+<html lang="en"><head><meta charset="utf-8"><title>Create an account</title></head>
+<body style="font-family: sans-serif; max-width: 36em; margin: 2em auto">
+<h1>Create an account</h1>
+<p>This is the local account server of a development machine. It keeps one local user, who
+already has an account: go back to the editor and choose Account &rsaquo; Sign in.</p>
+</body></html>
+"""
 
 
 class AccountServer:
@@ -21,10 +29,15 @@ class AccountServer:
 
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
-                found = self.path.rsplit("/", 1)[-1] == SERVICE_DOCUMENT
-                body = published["document"] if found else b""
-                self.send_response(200 if found else 404)
-                self.send_header("Content-Type", "application/json")
+                name = self.path.split("?", 1)[0].rsplit("/", 1)[-1]
+                if name == "signup":
+                    body, kind = SIGN_UP_PAGE, "text/html; charset=utf-8"
+                else:
+                    found = name == SERVICE_DOCUMENT
+                    body = published["document"] if found else b""
+                    kind = "application/json"
+                self.send_response(200 if body else 404)
+                self.send_header("Content-Type", kind)
                 self.send_header("Content-Length", str(len(body)))
                 self.end_headers()
                 self.wfile.write(body)

@@ -6,9 +6,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QMessageBox>
 #include <QPushButton>
 
 #include "account/local_account.h"
+#include "account/server_check.h"
 #include "automation/json_line_writer.h"
 #include "host_app.h"
 
@@ -16,6 +18,7 @@ namespace pdfhost {
 namespace {
 
 constexpr const char* kKind = "signIn";
+constexpr std::chrono::seconds kServerTimeout{8};
 
 std::optional<std::string> AskOnDesktop(HostApp& app, const LocalAccount& account) {
     QDialog dialog(app.MainWindow());
@@ -33,7 +36,21 @@ std::optional<std::string> AskOnDesktop(HostApp& app, const LocalAccount& accoun
     layout->addRow(QObject::tr("Server:"), server);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
     buttons->button(QDialogButtonBox::Ok)->setText(QObject::tr("Sign in"));
-    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    // A server the user typed must answer before the user is signed in to it; the dialog stays
+    // open to correct the address or cancel.
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, [&dialog, server] {
+        const QString typed = server->text().trimmed();
+        const std::string problem = typed.isEmpty()
+                                        ? std::string()
+                                        : AccountServerProblem(typed.toStdString(), kServerTimeout);
+        if (problem.empty()) {
+            dialog.accept();
+            return;
+        }
+        QMessageBox::warning(&dialog, QObject::tr("Sign in"),
+                             QString::fromStdString(problem) + QLatin1Char('\n') +
+                                 QObject::tr("You are not signed in."));
+    });
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     layout->addRow(buttons);
     if (dialog.exec() != QDialog::Accepted)

@@ -1,6 +1,7 @@
 // The "login" extension table, version 103: the host's local account as the plug-ins read it.
 // The account is one local user; while signed in, every server address is answered for it.
 #include "account/account_service.h"
+#include "account/sign_up_page.h"
 #include "tables/host_tables.h"
 #include "tables/table_support.h"
 
@@ -22,8 +23,14 @@ int LoginGetToken(const wchar_t* baseAddress, const wchar_t*, HostWideString tok
     });
 }
 
+// Asked when the user chooses to sign up: the desktop opens the server's sign-up page in the
+// web browser first. The answer stays the number of sign-in windows open.
 int LoginHasWindow(HostWindow) {
-    return Guarded(0, [](HostApp& app) { return app.Account().OpenWindows(); });
+    return Guarded(0, [](HostApp& app) {
+        if (!app.Options().headless)
+            OpenSignUpPage(app);
+        return app.Account().OpenWindows();
+    });
 }
 
 int LoginGetUserInfo(const wchar_t*, HostWideString email, HostWideString userId,

@@ -18,6 +18,7 @@
 #include "host_app.h"
 #include "message_box.h"
 #include "save_command.h"
+#include "ui/account_menu.h"
 #include "ui/document_view.h"
 #include "ui/ribbon_widget.h"
 
@@ -99,6 +100,7 @@ void MainWindow::BuildMenus() {
     });
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+    AddAccountMenu(app_, *this);
 }
 
 void MainWindow::OpenFile(const QString& path) {

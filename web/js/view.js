@@ -88,6 +88,7 @@
     $('cancel-scan').addEventListener('click', () => workflow.cancelScan());
     $('back-to-scan').addEventListener('click', () => workflow.showPage('scan'));
     $('account-refresh').addEventListener('click', () => workflow.loadAccount());
+    $('account-sign-in').addEventListener('click', () => quietly(workflow.signIn()));
     $('save').addEventListener('click', () => quietly(workflow.save()));
     $('remark').addEventListener('click', () => quietly(workflow.remarkAndApply()));
 
@@ -233,7 +234,10 @@
         : workflow.accountError ? `Not signed in: ${workflow.accountError}` : 'Reading the account…';
       $('account-email').textContent = account && account.email ? account.email : '';
       $('account-state').textContent = account
-        ? 'Sign-in, sign-out and the plan are managed in the editor\'s account settings.' : '';
+        ? 'To sign out or change the account, use the editor\'s Account menu.'
+        : 'Sign in to use the redaction service.';
+      $('account-sign-in').hidden = Boolean(account);
+      $('account-sign-in').disabled = workflow.busy;
 
       const active = session ? session.doc : workflow.activeDoc;
       $('doc-line').textContent = active

@@ -200,6 +200,19 @@
       });
     }
 
+    // The editor's sign-in window; the account is read again afterwards. A window the user
+    // cancels is no failure.
+    signIn() {
+      return this._run('Signing in', async () => {
+        try {
+          await this._call('loginIn');
+        } catch (error) {
+          if (!(error instanceof BridgeError) || error.ret !== 200001) throw error;
+          this.status = 'Not signed in.';
+        }
+      }).then(() => this.loadAccount());
+    }
+
     // Asks the editor for its current document; null when none is open.
     refreshDocument() {
       return this._run('Looking for the current document', async () => {

@@ -71,7 +71,14 @@ class FakePlugin {
     this.emit('ev-doc-modified', { id: this.doc.id });
   }
 
+  _loginIn() {
+    if (!this.signInAnswer) return [200001];
+    this.signedIn = true;
+    return [0];
+  }
+
   _getUser() {
+    if (this.signedIn === false) return [200002, { qvd_domain: 'http://127.0.0.1:1' }];
     return [0, { info: { email: 'ana@example.com', firstname: 'Ana', lastname: 'Lind', username: 'AnaLind', token: 't' } }];
   }
 

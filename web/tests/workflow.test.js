@@ -138,6 +138,19 @@ test('the editor turns the pane to the account page and back', async () => {
   assert.equal(workflow.account.email, 'ana@example.com');
   plugin.emit('ev-user-change-page', { page: 'home' });
   assert.equal(workflow.page, 'scan');
+
+  // Signed out in the editor, then signed in again from the account page.
+  plugin.signedIn = false;
+  plugin.emit('ev-user-sign-out');
+  assert.equal(workflow.account, null);
+  await workflow.loadAccount();
+  assert.equal(workflow.account, null);
+  await workflow.signIn(); // the user cancels the sign-in window
+  assert.equal(workflow.error, null);
+  assert.equal(workflow.account, null);
+  plugin.signInAnswer = true;
+  await workflow.signIn();
+  assert.equal(workflow.account.email, 'ana@example.com');
 });
 
 test('a new scan keeps the marks of the same matches and what the user dropped stays dropped', async () => {
