@@ -30,6 +30,8 @@
   const MARKS_PER_REPORT = 250;
   // Marks placed between two moves of the page's own progress.
   const MARKS_PER_STEP = 25;
+  // Marks sent together, the editor serving them one after the other.
+  const MARKS_PER_RUN = 50;
   // Seconds without a request after which the editor may close its progress window.
   const PROGRESS_TIMEOUT = 60;
 
@@ -88,6 +90,7 @@
       this.progress = null; // how far the running scan is, 0 to 1, or null
       this._scanning = null; // the session of the running scan
       this._cancelRequested = false;
+      this._switches = 0; // how many times the editor said another tab became active
       this._names = 0;
       this._nameBase =
         nameBase || `${Date.now().toString(36)}${Math.floor(Math.random() * 1e6).toString(36)}`;
@@ -311,6 +314,7 @@
           const left = reusable ? this._takeOverMarks(session, previous) : [];
           for (const [finding, match] of left) await this._removeMark(session, finding, match);
           await this._markAll(session, windowed);
+          this._checkCancelled(); // pressed during the last run of marks
         } catch (error) {
           if (!(error instanceof CancelledError)) throw error;
           await this._cancelScan(session, reusable ? previous : null);
@@ -407,25 +411,50 @@
       return findings;
     }
 
-    // Marks every kept match not marked yet, the progress moving as it goes.
+    // Marks every kept match not marked yet, the progress moving as it goes. The marks go to the
+    // editor in runs of requests that do not wait for each other's replies: a mark names its
+    // match by a search key of this document only, so one that reaches another document (the
+    // user switched tabs meanwhile) fails there and is made again once this one is back.
     async _markAll(session, windowed) {
       const marks = session.findings
         .filter((finding) => finding.kept)
         .flatMap((finding) => finding.matches.filter((m) => !m.name).map((match) => [finding, match]));
-      const names = [];
-      const added = this._requests(session, marks.length, (i) => {
-        const [finding, match] = marks[i];
-        names[i] = this._newName(finding.kind);
-        return ['addAnnot', this._markParams(finding, match, names[i])];
-      });
       const every = windowed ? MARKS_PER_REPORT : MARKS_PER_STEP;
-      for (let i = 0; i < marks.length; i++) {
-        if (i % every === 0) {
-          await this._progress(`Marking ${i + 1} of ${marks.length}`, 0.5 + i / marks.length / 2, windowed);
-        }
+      const run = session.batch ? marks.length : MARKS_PER_RUN;
+      for (let from = 0; from < marks.length; from += run) {
         this._checkCancelled();
-        const data = await added(i); // names[i] is made when its request is
-        this._takeMark(marks[i][1], names[i], data);
+        if (!session.batch) await this._whenActive(session);
+        const switches = this._switches;
+        const sent = marks.slice(from, from + run).map(([finding, match]) => {
+          const name = this._newName(finding.kind);
+          const reply = this.bridge.call('addAnnot', this._markParams(finding, match, name), { pipelined: true });
+          reply.catch(() => {}); // failures are taken in order below
+          return [name, reply];
+        });
+        // Every reply of the run is taken, also after a failure, so that each mark the editor
+        // made is known (and can be taken away again).
+        let failure = null;
+        for (const [k, [name, reply]] of sent.entries()) {
+          const i = from + k;
+          if (i % every === 0) {
+            await this._progress(`Marking ${i + 1} of ${marks.length}`, 0.5 + i / marks.length / 2, windowed);
+          }
+          const [finding, match] = marks[i];
+          try {
+            let data;
+            try {
+              data = await reply;
+            } catch (error) {
+              if (!(error instanceof BridgeError) || session.batch || this._switches === switches) throw error;
+              await this._whenActive(session);
+              data = await this._call('addAnnot', this._markParams(finding, match, name));
+            }
+            this._takeMark(match, name, data);
+          } catch (error) {
+            failure = failure || error;
+          }
+        }
+        if (failure) throw failure;
       }
     }
 
@@ -823,6 +852,7 @@
       const id = event.data && event.data.id;
       if (event.name === 'ev-doc-activate') {
         this._activeId = id;
+        this._switches++;
         this._settleWaiting(id);
       } else if (event.name === 'ev-doc-closed') {
         this._settleWaiting(id, new WorkflowError('The document was closed before its scan ended.'));

@@ -16,7 +16,8 @@ class FakePlugin {
     this.savePath = (doc, suffix) => doc.filePath.replace(/(\.[^./]*)?$/, `${suffix}$1`);
     this.searches = new Map(); // searchKey -> [{page, start, length}]
     this.leakOnApply = false; // true: an apply leaves the text it should remove
-    this.annots = new Map(); // name -> {searchKey, index}
+    this.annots = new Map(); // name -> {searchKey, index, doc}
+    this.keyDocs = new Map(); // searchKey -> id of the document it was made on
     this.onEvent = null; // the page's __dispatchEvent
     this.batchQueue = null; // a batch's files: indexes of docs, or null for a file that won't open
     this.batchStarted = false;
@@ -138,6 +139,7 @@ class FakePlugin {
       }
       const searchKey = `{KEY-${++this._keys}}`;
       this.searches.set(searchKey, list);
+      this.keyDocs.set(searchKey, this.doc.id); // a key belongs to the file searched
       total += list.length;
       return { count: list.length, searchKey };
     });
@@ -152,9 +154,9 @@ class FakePlugin {
     if (type !== 'highlight' && type !== 'redact') return [100015];
     if (!String(uniqueIDName).startsWith('ai_plugin_')) return [100014];
     const list = this.searches.get(searchKey);
-    if (!list || !list[index]) return [400005];
+    if (!list || !list[index] || this.keyDocs.get(searchKey) !== this.doc.id) return [400005];
     if (this._annotOf(searchKey, index)) return [0, { message: 'the annot has been added' }];
-    this.annots.set(uniqueIDName, { searchKey, index });
+    this.annots.set(uniqueIDName, { searchKey, index, doc: this.doc.id });
     this._modified();
     return [0, null];
   }

@@ -86,8 +86,9 @@ test('a bridge error stops the run and is shown to the user', async () => {
 
   plugin.failures.clear();
   plugin.failures.set('addAnnot', 400015);
-  await assert.rejects(workflow.scan(), { ret: 400015 });
-  assert.equal(plugin.paramsOf('addAnnot').length, 1, 'nothing more after the failed mark');
+  plugin.doc.pages[1] = 'Nightjar '.repeat(80);
+  await assert.rejects(workflow.scan({ terms: ['nightjar'] }), { ret: 400015 });
+  assert.equal(plugin.paramsOf('addAnnot').length, 50, 'no run of marks after the one that failed');
   assert.match(workflow.error, /could not add the mark \(code 400015\)/);
 });
 
@@ -128,6 +129,26 @@ test('a scan whose document goes to the background waits for it, and stops if it
     return texts;
   };
   await assert.rejects(workflow.scan(), /closed before its scan ended/);
+});
+
+test('marks that reach another tab while they are sent are made again on their own document', async () => {
+  const docs = [{ id: '{DOC-1}', filePath: '/data/report.pdf', pages: PAGES },
+    { id: '{DOC-2}', filePath: '/data/other.pdf', pages: ['Nightjar'] }];
+  const { plugin, workflow } = setUp({ docs });
+  const addAnnot = plugin._addAnnot.bind(plugin);
+  let served = 0;
+  plugin._addAnnot = (params) => {
+    if (++served === 2) {
+      plugin.activate(1); // the user switches tabs while the marks are on their way
+      setTimeout(() => plugin.activate(0), 20);
+    }
+    return addAnnot(params);
+  };
+  const session = await workflow.scan({ terms: ['nightjar'] });
+  assert.equal(workflow.error, null);
+  assert.equal(workflow.keptCount(), 6);
+  assert.ok(session.findings.every((f) => f.matches.every((m) => plugin.annots.get(m.name).doc === '{DOC-1}')));
+  assert.equal(plugin.annots.size, 6, 'nothing was marked on the other document');
 });
 
 test('the editor turns the pane to the account page and back', async () => {
