@@ -62,6 +62,14 @@
   }
 
   // The file name the editor offers for the copy: the stem, the suffix, the extension.
+  // A page's text in 32 bits (FNV-1a), to tell whether it changed between two scans.
+  function textHash(text) {
+    let hash = 0x811c9dc5;
+    const body = typeof text === 'string' ? text : '';
+    for (let i = 0; i < body.length; i++) hash = Math.imul(hash ^ body.charCodeAt(i), 0x01000193);
+    return hash >>> 0;
+  }
+
   // A finding as the user reviews it: the same text of the same kind on the same page.
   function reviewKey(finding) {
     return `${finding.page}\u0000${finding.kind}\u0000${finding.text}`;
@@ -295,6 +303,7 @@
           if (texts.length !== session.pageCount) {
             session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
           }
+          session.pageHashes = texts.map(textHash);
           session.textless = textless.pagesWithoutText(texts);
           const textlessNotice = textless.noticeFor(session.textless);
           if (textlessNotice) session.notices.push(textlessNotice);
@@ -365,15 +374,16 @@
       this.status = 'Cancelled: the scan stopped and nothing is marked.';
     }
 
-    // Gives the new scan's findings the marks of the earlier scan where the same search on the
-    // same page found as many matches (the text being unchanged, they are the same matches).
-    // Gives the earlier marks nobody took, [finding, match] pairs of `previous`, to be removed.
+    // Gives the new scan's findings the marks of the earlier scan where the same search on a
+    // page whose text is the same found as many matches: they are the same matches. Gives the
+    // earlier marks nobody took, [finding, match] pairs of `previous`, to be removed.
     _takeOverMarks(session, previous) {
       const identity = (f) => `${f.page}\u0000${f.flags}\u0000${f.searchText}`;
       const earlier = new Map(previous.findings.map((f) => [identity(f), f]));
+      const samePage = (page) => previous.pageHashes && previous.pageHashes[page] === session.pageHashes[page];
       for (const finding of session.findings) {
         const old = earlier.get(identity(finding));
-        if (!old || !old.searchKey || old.matches.length !== finding.matches.length) continue;
+        if (!old || !old.searchKey || old.matches.length !== finding.matches.length || !samePage(finding.page)) continue;
         if (!finding.kept && old.matches.some((m) => m.name)) continue;
         earlier.delete(identity(finding));
         finding.searchKey = old.searchKey;

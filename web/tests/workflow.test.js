@@ -112,7 +112,9 @@ test('a scan whose document goes to the background waits for it, and stops if it
     return texts;
   };
   const scanned = workflow.scan();
-  await new Promise((resolve) => setTimeout(resolve, 20));
+  for (let wait = 0; wait < 200 && !workflow.activity.startsWith('Paused'); wait++) {
+    await new Promise((resolve) => setTimeout(resolve, 10));
+  }
   assert.match(workflow.activity, /^Paused until report\.pdf/);
   assert.ok(!plugin.commands().includes('findTextList'));
   plugin._getFileTexts = readTexts;
@@ -189,6 +191,14 @@ test('a new scan keeps the marks of the same matches and what the user dropped s
   assert.ok(card.matches.length, 'found and located, only not marked');
   await workflow.setKept(card.id, true);
   assert.equal(workflow.keptCount(), 4);
+  assert.equal(plugin.annots.size, 4);
+
+  // Text moved on page 1 (no event said so): its marks are made again, page 3 keeps its own.
+  plugin.doc.pages[0] = `Draft\r\n${plugin.doc.pages[0]}`;
+  plugin.calls.length = 0;
+  await workflow.scan();
+  assert.equal(plugin.paramsOf('removeAnnots').length, 2);
+  assert.equal(plugin.paramsOf('addAnnot').length, 2);
   assert.equal(plugin.annots.size, 4);
 });
 
