@@ -388,6 +388,7 @@
         earlier.delete(identity(finding));
         finding.searchKey = old.searchKey;
         finding.matches = old.matches.map((m) => ({ ...m }));
+        for (const match of old.matches) match.name = null; // the marks are the new scan's now
       }
       return [...earlier.values()].flatMap((f) => f.matches.filter((m) => m.name).map((m) => [f, m]));
     }

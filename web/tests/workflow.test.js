@@ -393,18 +393,22 @@ test('a long unattended scan moves the progress window; the pane\'s own progress
 });
 
 test('cancel stops the scan before its next command and takes its marks away, without a failure', async () => {
-  for (const after of ['findTextList', 'addAnnot']) {
+  // [command during which Cancel is pressed, whether the document changed since the first scan]
+  for (const [after, changed] of [['findTextList', true], ['addAnnot', true], ['findTextList', false]]) {
     const { plugin, workflow } = setUp();
     await workflow.scan();
     const serve = plugin[`_${after}`].bind(plugin);
     plugin[`_${after}`] = (params) => {
-      workflow.cancelScan(); // the user presses Cancel while the editor works
+      // The user presses Cancel while the editor works (unchanged: on the last page searched,
+      // after which the earlier marks are the new scan's).
+      if (changed || params.startPage === 2) workflow.cancelScan();
       return serve(params);
     };
-    workflow.handleEvent({ name: 'ev-doc-modified', data: { id: '{DOC-1}' } });
+    if (changed) workflow.handleEvent({ name: 'ev-doc-modified', data: { id: '{DOC-1}' } });
     plugin.calls.length = 0;
     assert.equal(await workflow.scan(), null, after);
     assert.ok(plugin.commands().includes(after));
+    if (!changed) assert.equal(plugin.paramsOf('removeAnnots').length, 4, 'each earlier mark is removed once');
     assert.equal(workflow.error, null);
     assert.match(workflow.status, /^Cancelled/);
     assert.equal(workflow.current, null);
