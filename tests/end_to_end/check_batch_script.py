@@ -82,10 +82,9 @@ def main():
         host.answer("welcome", 0)
         host.answer("signIn", True)
         host.answer("fileList", paths + [str(root / "missing.pdf")])
-        host.answer("options", {"specificFolder": True, "folder": str(out) + "/",
-                                "addToName": True, "prefix": "r:", "suffix": "_red",
-                                "overwrite": False})
-        host.answer("overwrite", True)
+        options = {"specificFolder": True, "folder": str(out) + "/", "addToName": True,
+                   "prefix": "r:", "suffix": "_red", "overwrite": False}
+        host.answer("options", options)
         lines = host.do({"host": "ribbon", "item": "BatchRedact"})
         dialogs = {l["dialog"]: l for l in lines if "dialog" in l}
         if "fileList" not in dialogs:
@@ -132,8 +131,27 @@ def main():
                result[0]["heightChange"] == -100, caused)
         expect(caused[-1] == {"dialog": "batchPage", "closed": 1}, caused)
         expect(host.state()["batchPage"] is None, "the page is closed")
+
+        # Batches that end before their page: the list cancelled, not answered or holding more
+        # than paths, or the overwriting of an earlier output refused.
+        for answers, last in [
+                ([("fileList", None)], {"dialog": "fileList", "answer": None}),
+                ([], {"unanswered": "fileList"}),
+                ([("fileList", [good[0], 3])], {"dialog": "fileList", "answer": [good[0], 3]}),
+                ([("fileList", [good[0]]), ("options", options), ("overwrite", False)],
+                 {"dialog": "overwrite", "answer": False, "files": [str(out) + "//ra_red.pdf"]})]:
+            for dialog, value in answers:
+                host.answer(dialog, value)
+            lines = host.do({"host": "ribbon", "item": "BatchRedact"})
+            expect(lines and all(lines[-1].get(k) == v for k, v in last.items()) and
+                   not any(l.get("dialog") == "batchPage" for l in lines), lines)
+        # Quitting while the batch page runs closes the page first.
+        host.answer("fileList", [good[1]])
+        expect(any(l.get("dialog") == "batchPage"
+                   for l in host.do({"host": "ribbon", "item": "BatchRedact"})), "page shown")
         status, rest = host.quit()
         expect(status == 0, "pdfhost exit %s: %s" % (status, rest))
+        expect({"dialog": "batchPage", "closed": 2} in rest, "page closed by quit: %s" % rest)
 
         expected = [out / "ra_red.pdf", out / "rb c_red.pdf", out / "rsame_red.pdf"]
         expect(sorted(out.iterdir()) == sorted(expected),

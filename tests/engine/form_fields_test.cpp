@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engine/field_text_finder.h"
@@ -11,11 +10,7 @@
 namespace pdfhost::engine {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::Not;
 using testing_support::EngineTest;
-using testing_support::RunCommand;
 
 // Two pages: a text field, a check box, a radio group of three, a combo box and a push button
 // on page 0; a text field under a parent field, a list box and a signature on page 1; the
@@ -66,80 +61,7 @@ class FormTest : public EngineTest {
         AddFormFields(document, SampleFields());
         return document;
     }
-
-    // (full name, type, value) of every control of a page.
-    std::vector<std::string> Describe(InteractiveForm& form, int page) {
-        std::vector<std::string> rows;
-        for (const ObjPtr& control : form.PageControls(page)) {
-            pdf_obj* field = form.FieldOf(control.get());
-            rows.push_back(form.FullName(field) + " " +
-                           std::to_string(static_cast<int>(form.TypeOf(control.get()))) + " " +
-                           form.Value(field));
-        }
-        return rows;
-    }
 };
-
-TEST_F(FormTest, ControlsAreListedPerPageInOrderWithTypesNamesAndValues) {
-    Document document = Sample();
-    InteractiveForm form(document);
-
-    EXPECT_THAT(Describe(form, 0),
-                ElementsAre("ssn 4 SSN 078-05-1120 on file", "agree 3 Yes", "size 2 M", "size 2 M",
-                            "size 2 M", "city 8 Oslo", "send 1 "));
-    EXPECT_THAT(Describe(form, 1),
-                ElementsAre("size 2 M", "person.name 4 Jane Roe", "pets 7 cat", "sig 9 "));
-    EXPECT_TRUE(form.PageControls(2).empty());
-
-    const ObjPtr ssn = form.FindField("ssn");
-    ASSERT_TRUE(ssn);
-    EXPECT_EQ(form.RectOf(ssn.get()), (Rect{72, 700, 300, 720}));
-    EXPECT_TRUE(form.FindField("person.name"));
-    EXPECT_FALSE(form.FindField("person"));  // holds no value of its own
-    EXPECT_FALSE(form.FindField("ssn", 1));
-    EXPECT_FALSE(form.FindField("nobody"));
-}
-
-TEST_F(FormTest, ValuesSetLikeAUserAreReadBackAfterAFullSave) {
-    Document document = Sample();
-    {
-        InteractiveForm form(document);
-        EXPECT_TRUE(form.SetValue(form.FindField("ssn").get(), "redacted", true));
-        EXPECT_TRUE(form.SetValue(form.FindField("person.name").get(), "", true));
-        EXPECT_TRUE(form.SetValue(form.FindField("agree").get(), "false", true));
-        EXPECT_TRUE(form.SetValue(form.FindField("size").get(), "XL", true));
-        EXPECT_TRUE(form.SetValue(form.FindField("city").get(), "Bergen", true));
-        EXPECT_TRUE(form.SetValue(form.FindField("pets").get(), "dog", true));
-    }
-    const std::string path = PathOf("filled.pdf");
-    document.SaveFull(path);
-
-    Document reopened = Document::Open(context_, path);
-    InteractiveForm form(reopened);
-    EXPECT_THAT(Describe(form, 0),
-                ElementsAre("ssn 4 redacted", "agree 3 Off", "size 2 XL", "size 2 XL", "size 2 XL",
-                            "city 8 Bergen", "send 1 "));
-    EXPECT_THAT(Describe(form, 1),
-                ElementsAre("size 2 XL", "person.name 4 ", "pets 7 dog", "sig 9 "));
-    // The rebuilt appearance shows the new value to an independent reader.
-    const std::string text = RunCommand("pdftotext -f 1 -l 1 '" + path + "' -");
-    EXPECT_THAT(text, HasSubstr("redacted"));
-    EXPECT_THAT(text, Not(HasSubstr("078-05-1120")));
-}
-
-TEST_F(FormTest, RefusedValuesLeaveTheFieldAsItWas) {
-    Document document = Sample();
-    InteractiveForm form(document);
-    const std::uint64_t revision = document.Revision();
-
-    EXPECT_FALSE(form.SetValue(form.FindField("size").get(), "XXL", true));
-    EXPECT_FALSE(form.SetValue(form.FindField("city").get(), "Paris", true));
-    EXPECT_FALSE(form.SetValue(form.FindField("send").get(), "x", true));
-    EXPECT_FALSE(form.SetValue(form.FindField("sig").get(), "x", true));
-    EXPECT_EQ(form.Value(form.FindField("size").get()), "M");
-    EXPECT_EQ(form.Value(form.FindField("city").get()), "Oslo");
-    EXPECT_EQ(document.Revision(), revision);
-}
 
 TEST_F(FormTest, FieldValuesAreSearchedWithTheDrawnPositionOfTheMatch) {
     Document document = Sample();

@@ -14,50 +14,34 @@ constexpr auto kImage = PageObjectType::kImage;
 constexpr auto kShading = PageObjectType::kShading;
 constexpr auto kForm = PageObjectType::kForm;
 
-class PageObjectsTest : public EngineTest {
-  protected:
-    Types ObjectsOf(const PageDescription& page) {
-        const Document document =
-            Document::Open(context_, WritePdf("page.pdf", PdfDescription{.pages = {page}}));
-        return document.PageObjects(0);
-    }
-};
+using PageObjectsTest = EngineTest;
 
-TEST_F(PageObjectsTest, SingleKindPages) {
-    EXPECT_EQ(ObjectsOf(PageDescription::Blank()), Types{});
-    EXPECT_EQ(ObjectsOf(PageDescription::TextLines({"one", "two", "three"})),
-              (Types{kText, kText, kText}));
-    EXPECT_EQ(ObjectsOf(PageDescription::ImageOnly()), Types{kImage});
-    EXPECT_EQ(ObjectsOf(PageDescription::PathsOnly()), (Types{kPath, kPath}));
-    EXPECT_EQ(ObjectsOf(PageDescription().Add(ShadingItem{})), Types{kShading});
-}
-
-// The form's own content (a frame and a line of text) is not listed.
-TEST_F(PageObjectsTest, FormXObjectCountsOnce) {
-    EXPECT_EQ(ObjectsOf(PageDescription::FormOnly("inside the form")), Types{kForm});
-}
-
-TEST_F(PageObjectsTest, MixedPageKeepsContentOrder) {
-    PageDescription page;
-    page.Add(TextItem{.text = "heading"})
+// Each page of one document lists its own content objects in content order; a form XObject
+// counts once, whatever it draws inside.
+TEST_F(PageObjectsTest, EachPageListsItsObjectsInContentOrder) {
+    PageDescription mixed;
+    mixed.Add(TextItem{.text = "heading"})
         .Add(ImageItem{})
         .Add(PathItem{})
         .Add(FormItem{})
         .Add(ShadingItem{})
         .Add(TextItem{.y = 100, .text = "footer"})
         .Add(ImageItem{.placement = {300, 72, 400, 172}, .seed = 3});
-    EXPECT_EQ(ObjectsOf(page), (Types{kText, kImage, kPath, kForm, kShading, kText, kImage}));
-}
-
-TEST_F(PageObjectsTest, PagesOfOneDocumentAreListedSeparately) {
-    const PdfDescription recipe{.pages = {PageDescription::TextLines({"a"}),
-                                          PageDescription::ImageOnly(), PageDescription::FormOnly(),
-                                          PageDescription::Blank()}};
-    const Document document = Document::Open(context_, WritePdf("four.pdf", recipe));
-    EXPECT_EQ(document.PageObjects(0), Types{kText});
-    EXPECT_EQ(document.PageObjects(1), Types{kImage});
-    EXPECT_EQ(document.PageObjects(2), Types{kForm});
-    EXPECT_EQ(document.PageObjects(3), Types{});
+    const std::vector<std::pair<PageDescription, Types>> pages = {
+        {PageDescription::Blank(), {}},
+        {PageDescription::TextLines({"one", "two", "three"}), {kText, kText, kText}},
+        {PageDescription::ImageOnly(), {kImage}},
+        {PageDescription::PathsOnly(), {kPath, kPath}},
+        {PageDescription().Add(ShadingItem{}), {kShading}},
+        {PageDescription::FormOnly("inside the form"), {kForm}},
+        {mixed, {kText, kImage, kPath, kForm, kShading, kText, kImage}},
+    };
+    PdfDescription recipe;
+    for (const auto& [page, types] : pages)
+        recipe.pages.push_back(page);
+    const Document document = Document::Open(context_, WritePdf("pages.pdf", recipe));
+    for (std::size_t i = 0; i < pages.size(); ++i)
+        EXPECT_EQ(document.PageObjects(static_cast<int>(i)), pages[i].second) << i;
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 // without a view, and handles that outlive their document.
 #include <gmock/gmock.h>
 
+#include <set>
+
 #include "annot_calls.h"
 #include "annotation_editor.h"
 #include "engine/permissions.h"
@@ -25,6 +27,12 @@ class SavedEntries {
         static const engine::PdfValue missing;
         const engine::PdfValue* found = value_.Get(key);
         return found != nullptr ? *found : missing;
+    }
+    std::set<std::string> Keys() const {
+        std::set<std::string> keys;
+        for (const auto& [key, value] : value_.Entries())
+            keys.insert(key);
+        return keys;
     }
     std::vector<float> Numbers(const char* key) const {
         std::vector<float> values;
@@ -62,11 +70,20 @@ TEST_F(AnnotationTablesTest, PlugInDictionaryStandsInTheSavedFileExactly) {
     const int page_object = engine::testing_support::PageObjectNumber(document.Engine(), 0);
 
     const SavedEntries saved(app_.Engine(), Save(document), ObjectOf(app_, annot));
+    EXPECT_EQ(saved.Keys(),
+              (std::set<std::string>{"AP", "C", "Contents", "F", "NM", "P", "QuadPoints", "Rect",
+                                     "Subj", "Subtype", "Type"}))
+        << "the plug-in's entries and the appearance, nothing the editor would add";
     EXPECT_EQ(saved.Get("Type").Text(), "Annot");
     EXPECT_EQ(saved.Numbers("Rect"),
               (std::vector<float>{all.left, all.bottom, all.right, all.top}));
     EXPECT_EQ(saved.Get("F").Integer(), 4);
-    EXPECT_EQ(saved.Numbers("QuadPoints").size(), 16u);
+    std::vector<float> quads;
+    for (const engine::Rect& r : rects)
+        quads.insert(quads.end(),
+                     {r.left, r.bottom, r.right, r.bottom, r.left, r.top, r.right, r.top});
+    EXPECT_EQ(saved.Numbers("QuadPoints"), quads);
+    EXPECT_EQ(saved.Get("Subj").Text(), "Highlight");
     EXPECT_EQ(saved.Numbers("C"), (std::vector<float>{1, 1, 0}));
     EXPECT_EQ(saved.Get("Contents").Text(), "a comment");
     EXPECT_EQ(saved.Get("NM").Text(), "ai_plugin_1");

@@ -4,6 +4,7 @@
 
 #include <sstream>
 
+#include "../engine/engine_test_support.h"
 #include "automation/script_session.h"
 #include "form_sample.h"
 #include "host_test_support.h"
@@ -29,11 +30,23 @@ std::vector<engine::FieldDescription> Fields() {
          .controls = {{0, {72, 460, 86, 474}, "S"}, {1, {72, 460, 86, 474}, "L"}},
          .value = "S"},
         {.kind = FieldKind::kCheckBox, .name = "agree", .controls = {{0, {72, 420, 86, 434}}}},
+        {.kind = FieldKind::kComboBox,
+         .name = "city",
+         .controls = {{0, {72, 380, 200, 396}}},
+         .value = "Oslo",
+         .options = {"Oslo", "Bergen"}},
+        {.kind = FieldKind::kPushButton, .name = "send", .controls = {{0, {72, 340, 140, 360}}}},
         {.kind = FieldKind::kText,
          .name = "name",
          .parent = "person",
          .controls = {{1, {72, 500, 300, 520}}},
          .value = "Jane Roe"},
+        {.kind = FieldKind::kListBox,
+         .name = "pets",
+         .controls = {{1, {72, 400, 200, 450}}},
+         .value = "cat",
+         .options = {"cat", "dog"}},
+        {.kind = FieldKind::kSignature, .name = "sig", .controls = {{1, {72, 300, 200, 340}}}},
     };
 }
 
@@ -137,10 +150,12 @@ class FormTables : public testing::HostFixture {
 
 TEST_F(FormTables, ControlsOfEachPageWithTheirFieldsTypesValuesAndRectangles) {
     const HostDocument& document = Open();
-    EXPECT_THAT(Controls(document, 0), ElementsAre("ssn 4 078-05-1120 @72,500", "size 2 S @72,460",
-                                                   "agree 3 Off @72,420"));
+    EXPECT_THAT(Controls(document, 0),
+                ElementsAre("ssn 4 078-05-1120 @72,500", "size 2 S @72,460", "agree 3 Off @72,420",
+                            "city 8 Oslo @72,380", "send 1  @72,340"));
     EXPECT_THAT(Controls(document, 1),
-                ElementsAre("size 2 S @72,460", "person.name 4 Jane Roe @72,500"));
+                ElementsAre("size 2 S @72,460", "person.name 4 Jane Roe @72,500",
+                            "pets 7 cat @72,400", "sig 9  @72,300"));
 
     const NdxInterForm form = FormOf(document);
     EXPECT_EQ(Name(CallHost<Op::NDXInterFormGetField>(form, 0, L"person.name")), "person.name");
@@ -170,8 +185,16 @@ TEST_F(FormTables, SetValuesFireTheirHooksAndStandInTheSavedFile) {
     EXPECT_EQ(CallHost<Op::NDXFormFieldSetValue>(size, L"L", 0), 1);
     EXPECT_EQ(CallHost<Op::NDXFormFieldSetValue>(agree, L"true", 1), 1);
     EXPECT_THAT(hooks_.Take(), ElementsAre("field agree=Yes"));
+    const auto field = [&](const wchar_t* name) {
+        return CallHost<Op::NDXInterFormGetField>(form, 0, name);
+    };
+    EXPECT_EQ(CallHost<Op::NDXFormFieldSetValue>(field(L"city"), L"Bergen", 0), 1);
+    EXPECT_EQ(CallHost<Op::NDXFormFieldSetValue>(field(L"pets"), L"dog", 0), 1);
     // A refused value changes nothing and tells nobody.
-    EXPECT_EQ(CallHost<Op::NDXFormFieldSetValue>(size, L"M", 1), 0);
+    for (const auto& [name, value] :
+         {std::pair{L"size", L"M"}, {L"city", L"Paris"}, {L"send", L"x"}, {L"sig", L"x"}}) {
+        EXPECT_EQ(CallHost<Op::NDXFormFieldSetValue>(field(name), value, 1), 0) << Utf8Of(name);
+    }
     EXPECT_EQ(CallHost<Op::NDXFormFieldSetValue>(size, nullptr, 1), 0);
     EXPECT_TRUE(hooks_.Take().empty());
     EXPECT_TRUE(document.IsModified());
@@ -180,9 +203,15 @@ TEST_F(FormTables, SetValuesFireTheirHooksAndStandInTheSavedFile) {
     app_.CloseDocument(document);
     const HostDocument& reopened = Open();
     EXPECT_THAT(Controls(reopened, 0),
-                ElementsAre("ssn 4  @72,500", "size 2 L @72,460", "agree 3 Yes @72,420"));
+                ElementsAre("ssn 4  @72,500", "size 2 L @72,460", "agree 3 Yes @72,420",
+                            "city 8 Bergen @72,380", "send 1  @72,340"));
     EXPECT_THAT(Controls(reopened, 1),
-                ElementsAre("size 2 L @72,460", "person.name 4 Jane Roe @72,500"));
+                ElementsAre("size 2 L @72,460", "person.name 4 Jane Roe @72,500",
+                            "pets 7 dog @72,400", "sig 9  @72,300"));
+    // The rebuilt appearance no longer shows the old value to an independent reader.
+    const std::string text = engine::testing_support::RunCommand("pdftotext '" + path_ + "' -");
+    EXPECT_EQ(text.find("078-05-1120"), std::string::npos) << text;
+    EXPECT_NE(text.find("Bergen"), std::string::npos) << text;
 }
 
 TEST_F(FormTables, StaleAndNullHandlesAnswerNeutrally) {

@@ -1,9 +1,6 @@
-// Scripted mode, in process (every kind of line) and as a separate pdfhost process.
+// Scripted mode in process: every kind of line.
 #include <QCoreApplication>
-#include <QProcess>
-#include <QStringList>
 #include <QTimer>
-#include <QVariant>
 #include <sstream>
 
 #include "automation/script_session.h"
@@ -137,41 +134,6 @@ TEST_F(ScriptSessionTest, WaitRunsTheEventLoopAndQuitEnds) {
     EXPECT_TRUE(fired);
     EXPECT_TRUE(out_.str().empty());
     EXPECT_EQ(session_.HandleLine(R"({"host":"quit"})"), ScriptSession::Outcome::kQuit);
-}
-
-TEST(PdfhostProcess, AnswersScriptLinesOnStdout) {
-    testing::TempFolder folder;
-    std::filesystem::create_directory(folder / "plugins");
-    const std::string path = testing::WritePdf(folder, "doc.pdf", testing::ThreePages());
-
-    QProcess process;
-    process.start(PDFHOST_BINARY,
-                  {"--headless", "--script", "--plugins",
-                   QString::fromStdString((folder / "plugins").string()), "--profile",
-                   QString::fromStdString((folder / "profile").string())});
-    ASSERT_TRUE(process.waitForStarted(10000));
-    const std::string input = "{\"host\":\"open\",\"path\":\"" + path +
-                              "\"}\n"
-                              "{\"host\":\"new\"}\n"
-                              "{\"host\":\"close\",\"doc\":1}\n"
-                              "{\"host\":\"state\"}\n"
-                              "{\"host\":\"quit\"}\n";
-    process.write(input.c_str());
-    process.closeWriteChannel();
-    ASSERT_TRUE(process.waitForFinished(30000));
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 0);
-
-    const auto lines = testing::ParseScriptLines(process.readAllStandardOutput().toStdString());
-    ASSERT_EQ(lines.size(), 3u) << process.readAllStandardError().toStdString();
-    EXPECT_EQ(lines[0]["opened"].asInt(), 1);
-    EXPECT_EQ(lines[0]["path"].asString(), path);
-    EXPECT_EQ(lines[1]["opened"].asInt(), 2);
-    const Json::Value& documents = lines[2]["state"]["documents"];
-    ASSERT_EQ(documents.size(), 1u);
-    EXPECT_EQ(documents[0]["number"].asInt(), 2);
-    EXPECT_TRUE(documents[0]["active"].asBool());
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "profile" / "userdata"));
 }
 
 }  // namespace

@@ -193,49 +193,9 @@ TEST_F(RedactionInHostTest, ImageUnderAUserRedactionIsBlanked) {
     }
 }
 
-TEST_F(RedactionInHostTest, MarkRemoveReplaceAndSearchListThroughTheScriptedChannel) {
+TEST_F(RedactionInHostTest, ReplacedTextIsGoneFromTheSavedFile) {
     const std::string path =
         OpenText("edit.pdf", {"Account 12345 belongs to Ann Lee", "Ann Lee moved in 2020"});
-    Json::Value list(Json::objectValue);
-    list["file"]["id"] = fileId_;
-    list["textList"] = Json::arrayValue;
-    for (const char* term : {"Ann Lee", "12345", "absent"}) {
-        Json::Value entry(Json::arrayValue);
-        entry.append(term);
-        entry.append(0);
-        list["textList"].append(entry);
-    }
-    const Json::Value found = Call("findTextList", list);
-    ASSERT_EQ(found["ret"].asInt(), 0) << found;
-    ASSERT_EQ(found["data"].size(), 3u);
-    EXPECT_EQ(found["data"][0]["count"].asInt(), 2);
-    EXPECT_EQ(found["data"][1]["count"].asInt(), 1);
-    EXPECT_EQ(found["data"][2]["count"].asInt(), 0);
-    const std::string names = found["data"][0]["searchKey"].asString();
-
-    // Marking selects the match in the view; clearing removes the selection.
-    Json::Value mark(Json::objectValue);
-    mark["searchKey"] = names;
-    mark["index"] = 1;
-    EXPECT_EQ(Call("markTexts", mark)["ret"].asInt(), 0);
-    Json::Value state(Json::objectValue);
-    state["host"] = "state";
-    EXPECT_FALSE(Line(state).at(0)["state"]["documents"][0]["selection"].isNull());
-    EXPECT_EQ(Call("clearMarkTexts")["ret"].asInt(), 0);
-    EXPECT_TRUE(Line(state).at(0)["state"]["documents"][0]["selection"].isNull());
-
-    // A highlight added and removed again leaves no annotation behind.
-    EXPECT_EQ(AddAnnot(names, 0, "highlight", "ai_plugin_h", "c")["ret"].asInt(), 0);
-    EXPECT_EQ(Call("hasOtherRedact")["data"], Json::Value(false));
-    Json::Value remove(Json::objectValue);
-    remove["searchKey"] = names;
-    remove["index"] = 0;
-    remove["type"] = "highlight";
-    remove["uniqueIDPrefix"] = "ai_plugin_";
-    EXPECT_EQ(Call("removeAnnots", remove)["ret"].asInt(), 0);
-    EXPECT_EQ(Call("removeAnnots", remove)["ret"].asInt(), 400007);  // nothing left to remove
-
-    // Replacing the account number: the old digits are gone, the new text stands.
     const Json::Value number = Find("12345");
     Json::Value replace(Json::objectValue);
     replace["searchKey"] = number["data"]["searchKey"];
