@@ -227,7 +227,8 @@
           if (list.length) groups.push(renderGroup(session, kind, list));
         }
       }
-      findings.replaceChildren(...groups);
+      const own = session && workflow.userMarks ? workflow.userMarks.render(doc, session) : null;
+      findings.replaceChildren(...groups, ...(own ? [own] : []));
 
       const summary = $('summary');
       summary.hidden = !(session && session.summary);
