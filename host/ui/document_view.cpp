@@ -179,11 +179,8 @@ void DocumentView::OnViewChanged() {
     if (syncing_)
         return;
     DocView* view = document_.View();
-    const bool invalidated = !view->TakeInvalidated().empty();
-    if (invalidated)
-        thumbnails_->Pages().Invalidate(view->CurrentPage());
-    const bool repaint =
-        invalidated || view->CurrentPage() != page_ || !(view->Selection() == drawnSelection_);
+    const bool repaint = view->CurrentPage() != page_ || !view->TakeInvalidated().empty() ||
+                         !(view->Selection() == drawnSelection_);
     if (repaint && !refreshQueued_) {
         refreshQueued_ = true;
         QTimer::singleShot(0, this, [this] {
@@ -357,6 +354,7 @@ void DocumentView::Refresh() {
     pageLabel_->setText(tr("of %1").arg(count));
     previous_->setEnabled(page_ > 0);
     thumbnails_->SetCurrent(page_);
+    thumbnails_->viewport()->update();  // pictures of an older revision are drawn anew
     redactSelection_->setEnabled(document_.View() != nullptr &&
                                  !document_.View()->Selection().Empty());
     next_->setEnabled(page_ + 1 < count);

@@ -1,6 +1,7 @@
 #include "ui/thumbnail_model.h"
 
 #include <QColor>
+#include <QIcon>
 #include <QImage>
 #include <QSize>
 #include <algorithm>
@@ -24,8 +25,13 @@ QVariant ThumbnailModel::data(const QModelIndex& index, int role) const {
             return QString::number(index.row() + 1);
         case Qt::ToolTipRole:
             return tr("Page %1").arg(index.row() + 1);
-        case Qt::DecorationRole:
-            return Picture(index.row());
+        case Qt::DecorationRole: {
+            // The current page is shown by its selected entry; its picture stays as it is.
+            const QPixmap picture = Picture(index.row());
+            QIcon icon(picture);
+            icon.addPixmap(picture, QIcon::Selected);
+            return icon;
+        }
         case Qt::SizeHintRole:
             // The picture's room and a line for the page number below it.
             return QSize(kWidth + 12, kHeight + 28);
@@ -44,13 +50,15 @@ void ThumbnailModel::SyncPages() {
     endResetModel();
 }
 
-void ThumbnailModel::Invalidate(int page) {
-    if (page < 0 || page >= pages_ || !pictures_.remove(page))
-        return;
-    emit dataChanged(index(page), index(page), {Qt::DecorationRole});
+bool ThumbnailModel::IsDrawn(int page) const {
+    return revision_ == document_.Engine().Revision() && pictures_.contains(page);
 }
 
 QPixmap ThumbnailModel::Picture(int page) const {
+    if (const std::uint64_t now = document_.Engine().Revision(); now != revision_) {
+        pictures_.clear();
+        revision_ = now;
+    }
     if (const QPixmap* kept = pictures_.object(page))
         return *kept;
     QPixmap picture;

@@ -1,12 +1,13 @@
 // The pages of a document as a list of thumbnails. A page's picture is rendered when a view
 // first asks for it, which a list view does only for the entries it paints (every entry has the
 // same size, given without a picture), so a long document costs no more than the thumbnails in
-// sight; the pictures kept are bounded.
+// sight; the pictures kept are bounded and drawn again after a change of the document.
 #pragma once
 
 #include <QAbstractListModel>
 #include <QCache>
 #include <QPixmap>
+#include <cstdint>
 
 namespace pdfhost {
 class HostDocument;
@@ -31,10 +32,8 @@ class ThumbnailModel : public QAbstractListModel {
 
     // Follows a change of the page count: every entry anew, no picture kept.
     void SyncPages();
-    // Drops the page's picture so that it is rendered again when next painted.
-    void Invalidate(int page);
-    // Whether the page's picture is kept.
-    bool IsDrawn(int page) const { return pictures_.contains(page); }
+    // Whether the page's picture is kept, drawn at the document's present revision.
+    bool IsDrawn(int page) const;
     int DrawnCount() const { return pictures_.count(); }
 
   private:
@@ -43,6 +42,8 @@ class ThumbnailModel : public QAbstractListModel {
     HostDocument& document_;
     int pages_ = 0;
     mutable QCache<int, QPixmap> pictures_{kKeptPictures};
+    // The document's revision that the kept pictures show; any change draws them anew.
+    mutable std::uint64_t revision_ = 0;
 };
 
 }  // namespace pdfhost::ui

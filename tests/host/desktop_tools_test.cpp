@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCoreApplication>
+#include <QIcon>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMouseEvent>
@@ -16,6 +17,7 @@
 #include "ui/main_window.h"
 #include "ui/thumbnail_bar.h"
 #include "ui/thumbnail_model.h"
+#include "user_redaction_mark.h"
 
 namespace pdfhost {
 namespace {
@@ -110,7 +112,11 @@ TEST_F(DesktopToolsTest, ThumbnailsAreDrawnInSightGoToTheirPageAndHideFromTheVie
     // Those in sight are drawn, as pictures of their page; those far below are not.
     EXPECT_TRUE(pages.IsDrawn(0) && pages.IsDrawn(1));
     EXPECT_FALSE(pages.IsDrawn(59));
-    const QPixmap first = pages.data(pages.index(0), Qt::DecorationRole).value<QPixmap>();
+    const QPixmap first =
+        pages.data(pages.index(0), Qt::DecorationRole)
+            .value<QIcon>()
+            .pixmap(QSize(ui::ThumbnailModel::kWidth, ui::ThumbnailModel::kHeight),
+                    QIcon::Selected);
     EXPECT_EQ(first.width(), ui::ThumbnailModel::kWidth);
     EXPECT_EQ(first.toImage().pixelColor(2, 2), QColor(Qt::white));
     EXPECT_EQ(bar.currentIndex().row(), 0);
@@ -121,6 +127,13 @@ TEST_F(DesktopToolsTest, ThumbnailsAreDrawnInSightGoToTheirPageAndHideFromTheVie
     Click(bar.viewport(), second.center());
     EXPECT_EQ(view->CurrentPage(), 1);
     EXPECT_EQ(bar.currentIndex().row(), 1);
+
+    // A change of the document draws the pictures in sight anew.
+    ASSERT_TRUE(pages.IsDrawn(2));
+    ASSERT_NE(AddUserRedaction(app_, document, 2, {{100, 600, 300, 700}}), nullptr);
+    EXPECT_FALSE(pages.IsDrawn(2));
+    (void)bar.grab();
+    EXPECT_TRUE(pages.IsDrawn(2));
 
     // Going through the whole document keeps a bounded number of pictures.
     for (int page = 0; page < 60; page += 3) {
