@@ -58,6 +58,9 @@ HostAnnot AddUserRedaction(HostApp& app, HostDocument& document, int page,
                            const std::vector<engine::Rect>& quads) {
     if (quads.empty())
         return nullptr;
+    // The host tells plug-ins of the first change only; a mark of the user's is news to them
+    // every time (the pane lists these marks).
+    const bool wasModified = document.IsModified();
     HostAnnot annot = nullptr;
     try {
         annot = AnnotationEditor(app).Add(document, page,
@@ -65,8 +68,11 @@ HostAnnot AddUserRedaction(HostApp& app, HostDocument& document, int page,
     } catch (const engine::Error&) {
         return nullptr;  // a page the engine cannot read
     }
-    if (annot != nullptr)
-        app.Undo().Record(document.Handle(), annot, UndoStack::Change::kAdded);
+    if (annot == nullptr)
+        return nullptr;
+    app.Undo().Record(document.Handle(), annot, UndoStack::Change::kAdded);
+    if (wasModified && !document.IsHidden())
+        app.Events().Modified(document.Handle());
     return annot;
 }
 

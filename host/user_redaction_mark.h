@@ -19,8 +19,8 @@ class HostDocument;
 engine::PdfValue UserRedactionEntries(const HostDocument& document, int page,
                                       const std::vector<engine::Rect>& quads);
 
-// Adds the annotation to `page` and records it for undo; null when `quads` is empty or the
-// document takes no annotation.
+// Adds the annotation to `page` and records it for undo; plug-ins hear that the document
+// changed. Null when `quads` is empty or the document takes no annotation.
 HostAnnot AddUserRedaction(HostApp& app, HostDocument& document, int page,
                            const std::vector<engine::Rect>& quads);
 

@@ -13,6 +13,7 @@
 #include "annot_calls.h"
 #include "annotation_editor.h"
 #include "engine/redaction.h"
+#include "recording_hooks.h"
 #include "ui/document_view.h"
 #include "ui/main_window.h"
 #include "ui/thumbnail_bar.h"
@@ -171,6 +172,12 @@ TEST_F(DesktopToolsTest, ADragWithTheRedactToolMarksThatAreaOfThePageAndUndoTake
     SendMouse(picture, QEvent::MouseButtonRelease, origin + QPoint(300, 300));
     EXPECT_TRUE(RedactMarks(document).empty());
 
+    testing::RecordingHooks hooks;
+    CallHost<Op::HostAppRegisterDocEvents>(hooks.Record());
+    ASSERT_NE(AddUserRedaction(app_, document, 0, {{10, 10, 20, 20}}), nullptr);
+    ASSERT_TRUE(AnnotationEditor(app_).UndoLast(document));
+    hooks.Take();
+
     MenuEntry(window_, QStringLiteral("Redact Area"))->trigger();
     ASSERT_TRUE(view->RedactToolOn());
     SendMouse(picture, QEvent::MouseButtonPress, origin + QPoint(449, 599));
@@ -187,6 +194,8 @@ TEST_F(DesktopToolsTest, ADragWithTheRedactToolMarksThatAreaOfThePageAndUndoTake
     EXPECT_EQ(marks[0].quads.size(), 8u);
     EXPECT_FALSE(marks[0].named) << "the user's own mark carries no plug-in's name";
     EXPECT_TRUE(document.IsModified());
+    // Plug-ins hear of each mark, though the document was modified before.
+    EXPECT_EQ(hooks.Take(), std::vector<std::string>{"modified 1"});
 
     // A click is no area.
     Click(picture, origin + QPoint(500, 500));
