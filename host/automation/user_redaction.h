@@ -6,18 +6,10 @@
 
 #include <json/value.h>
 
-#include "engine/geometry.h"
-#include "engine/pdf_value.h"
-
 namespace pdfhost {
 
 class HostApp;
 class HostDocument;
-
-// The entries of a Redact annotation the user draws: the rectangle as /Rect and as its one
-// quadrilateral, red outline, black fill, printable; no /NM, since no plug-in made it.
-engine::PdfValue UserRedactionEntries(const HostDocument& document, int page,
-                                      const engine::Rect& rect);
 
 // Adds the line's annotation as the user would (it can be undone). Gives an error text, or ""
 // when the annotation stands.

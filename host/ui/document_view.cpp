@@ -6,8 +6,10 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPixmap>
 #include <QPushButton>
+#include <QRubberBand>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
@@ -22,9 +24,13 @@
 #include <utility>
 
 #include "annotation_editor.h"
+#include "engine/page_space.h"
 #include "host_app.h"
 #include "host_document.h"
 #include "ui/selection_painter.h"
+#include "ui/thumbnail_bar.h"
+#include "ui/thumbnail_model.h"
+#include "user_redaction_mark.h"
 
 namespace pdfhost::ui {
 namespace {
@@ -36,6 +42,8 @@ constexpr double kMaxZoom = 8.0;
 constexpr double kZoomStep = 1.25;
 // The renderer's own limit.
 constexpr double kMaxDpi = 1200;
+// A drag shorter than this either way is a click, not an area.
+constexpr int kMinDrag = 3;
 
 }  // namespace
 
@@ -45,13 +53,19 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
       scroll_(new QScrollArea(this)),
       picture_(new QLabel),
       pageNumber_(new QSpinBox(this)),
+      thumbnails_(new ThumbnailBar(document, this)),
+      redactTool_(new QPushButton(tr("Redact area"), this)),
+      redactSelection_(new QPushButton(tr("Redact selection"), this)),
+      dragBand_(new QRubberBand(QRubberBand::Rectangle, picture_)),
       findBar_(new QWidget(this)),
       findText_(new QLineEdit(findBar_)),
       findStatus_(new QLabel(findBar_)),
       pageLabel_(new QLabel(this)),
       previous_(new QPushButton(tr("Previous page"), this)),
       next_(new QPushButton(tr("Next page"), this)) {
+    picture_->setObjectName(QStringLiteral("PagePicture"));
     picture_->setAlignment(Qt::AlignCenter);
+    picture_->installEventFilter(this);
     scroll_->setWidget(picture_);
     scroll_->setWidgetResizable(true);
     scroll_->setAlignment(Qt::AlignCenter);
@@ -68,7 +82,13 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
     bar->addWidget(pageLabel_);
     bar->addWidget(next_);
     bar->addStretch();
-    for (QPushButton* button : {zoomOut, zoomIn, fitWidth, fitPage}) {
+    redactTool_->setObjectName(QStringLiteral("RedactTool"));
+    redactTool_->setCheckable(true);
+    redactTool_->setToolTip(tr("Drag over the page to mark an area for redaction"));
+    redactSelection_->setObjectName(QStringLiteral("RedactSelection"));
+    redactSelection_->setToolTip(tr("Mark the selected text for redaction"));
+    for (QPushButton* button :
+         {redactTool_, redactSelection_, zoomOut, zoomIn, fitWidth, fitPage}) {
         button->setFocusPolicy(Qt::NoFocus);
         bar->addWidget(button);
     }
@@ -87,7 +107,13 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(bar);
     layout->addWidget(findBar_);
-    layout->addWidget(scroll_);
+    auto* pages = new QHBoxLayout;
+    pages->addWidget(thumbnails_);
+    pages->addWidget(scroll_, 1);
+    layout->addLayout(pages, 1);
+    connect(thumbnails_, &ThumbnailBar::PageChosen, this, &DocumentView::ShowPage);
+    connect(redactTool_, &QPushButton::toggled, this, &DocumentView::SetRedactTool);
+    connect(redactSelection_, &QPushButton::clicked, this, [this] { RedactSelection(); });
     connect(findText_, &QLineEdit::textChanged, this, [this] { found_.reset(); });
     connect(findText_, &QLineEdit::returnPressed, this,
             [this] { FindNext(!(QApplication::keyboardModifiers() & Qt::ShiftModifier)); });
@@ -212,6 +238,8 @@ void DocumentView::showEvent(QShowEvent* event) {
 }
 
 bool DocumentView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == picture_ && RedactToolOn())
+        return RedactDrag(event) || QWidget::eventFilter(watched, event);
     if (watched == scroll_->viewport() && event->type() == QEvent::Wheel) {
         auto* wheel = static_cast<QWheelEvent*>(event);
         if (wheel->modifiers() & Qt::ControlModifier) {
@@ -325,6 +353,10 @@ void DocumentView::Refresh() {
     }
     pageLabel_->setText(tr("of %1").arg(count));
     previous_->setEnabled(page_ > 0);
+    thumbnails_->SetCurrent(page_);
+    thumbnails_->viewport()->update();  // pictures of an older revision are drawn anew
+    redactSelection_->setEnabled(document_.View() != nullptr &&
+                                 !document_.View()->Selection().Empty());
     next_->setEnabled(page_ + 1 < count);
     try {
         const engine::RgbImage image =
@@ -340,6 +372,81 @@ void DocumentView::Refresh() {
         ApplyScroll();
     } catch (const std::exception& error) {
         picture_->setText(QString::fromStdString(error.what()));
+    }
+}
+
+void DocumentView::SetThumbnailsShown(bool shown) {
+    thumbnails_->setVisible(shown);
+}
+
+void DocumentView::SetRedactTool(bool on) {
+    if (redactTool_->isChecked() != on)
+        redactTool_->setChecked(on);  // comes back here through the button's signal
+    picture_->setCursor(on ? Qt::CrossCursor : Qt::ArrowCursor);
+    dragBand_->hide();
+    emit RedactToolToggled(on);
+}
+
+bool DocumentView::RedactToolOn() const {
+    return redactTool_->isChecked();
+}
+
+int DocumentView::RedactSelection() {
+    HostApp* app = HostApp::Current();
+    return app != nullptr ? pdfhost::RedactSelection(*app, document_) : 0;
+}
+
+bool DocumentView::RedactDrag(QEvent* event) {
+    const auto type = event->type();
+    if (type != QEvent::MouseButtonPress && type != QEvent::MouseMove &&
+        type != QEvent::MouseButtonRelease)
+        return false;
+    const auto* mouse = static_cast<QMouseEvent*>(event);
+    const QPoint at = mouse->position().toPoint();
+    if (type == QEvent::MouseButtonPress) {
+        if (mouse->button() != Qt::LeftButton)
+            return false;
+        dragStart_ = at;
+        dragBand_->setGeometry(QRect(at, QSize()));
+        dragBand_->show();
+        return true;
+    }
+    if (!dragBand_->isVisible())
+        return false;
+    const QRect dragged(QPoint(std::min(dragStart_.x(), at.x()), std::min(dragStart_.y(), at.y())),
+                        QPoint(std::max(dragStart_.x(), at.x()), std::max(dragStart_.y(), at.y())));
+    if (type == QEvent::MouseMove) {
+        dragBand_->setGeometry(dragged);
+        return true;
+    }
+    dragBand_->hide();
+    HostApp* app = HostApp::Current();
+    if (app == nullptr || dragged.width() < kMinDrag || dragged.height() < kMinDrag)
+        return true;
+    if (const std::optional<engine::Rect> area = PdfRectOf(dragged))
+        AddUserRedaction(*app, document_, page_, {*area});
+    return true;
+}
+
+std::optional<engine::Rect> DocumentView::PdfRectOf(const QRect& onPicture) const {
+    const QSize shown = picture_->pixmap().size();
+    if (shown.isEmpty())
+        return std::nullopt;
+    // The picture stands centred in its label; the part of the drag off the page is dropped.
+    const QPoint origin((picture_->width() - shown.width()) / 2,
+                        (picture_->height() - shown.height()) / 2);
+    const QRect onPage = onPicture.translated(-origin).intersected(QRect(QPoint(), shown));
+    if (onPage.isEmpty())
+        return std::nullopt;
+    const double perPoint = zoom_ * DocView::kPixelsPerPoint;
+    const engine::Rect inShown{static_cast<float>(onPage.left() / perPoint),
+                               static_cast<float>(onPage.top() / perPoint),
+                               static_cast<float>((onPage.right() + 1) / perPoint),
+                               static_cast<float>((onPage.bottom() + 1) / perPoint)};
+    try {
+        return engine::PageSpace::Of(document_.Engine(), page_).ToPdf(inShown);
+    } catch (const std::exception&) {
+        return std::nullopt;
     }
 }
 

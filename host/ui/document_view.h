@@ -1,9 +1,10 @@
-// The view of one document in its tab: the current page, rendered, with page up/down, a page
-// number to go to, Find (Ctrl+F, then Enter or F3 for the next match, Shift for the previous
-// one), zoom (Ctrl+plus, Ctrl+minus, Ctrl+wheel) and fit to width or to the page,
+// The view of one document in its tab: page thumbnails and the current page, rendered, with
+// page up/down, a page number to go to, Find (Ctrl+F, then Enter or F3 for the next match, Shift
+// for the previous one), zoom (Ctrl+plus, Ctrl+minus, Ctrl+wheel) and fit to width or to the page,
 // kept as the view is resized (when the task pane opens, say). It follows the document's view
 // model (page, scrolling, selection, repaints), whose device space stays the page at 100 %, and
-// Ctrl+Z undoes the last annotation change.
+// Ctrl+Z undoes the last annotation change. The Redact tool turns a rectangle dragged over the
+// page into a Redact annotation of the user's; Redact selection covers the selected text.
 #pragma once
 
 #include <QWidget>
@@ -16,7 +17,12 @@ class QLabel;
 class QLineEdit;
 class QScrollArea;
 class QPushButton;
+class QRubberBand;
 class QSpinBox;
+
+namespace pdfhost::ui {
+class ThumbnailBar;
+}
 
 namespace pdfhost {
 class HostDocument;
@@ -49,6 +55,18 @@ class DocumentView : public QWidget {
     // the document holds none.
     bool FindNext(bool forward);
 
+    void SetThumbnailsShown(bool shown);
+    ThumbnailBar& Thumbnails() const { return *thumbnails_; }
+
+    // While the Redact tool is on, a drag over the page draws a Redact annotation.
+    void SetRedactTool(bool on);
+    bool RedactToolOn() const;
+    // Covers the selected text with Redact annotations; gives how many were added.
+    int RedactSelection();
+
+  signals:
+    void RedactToolToggled(bool on);
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -64,6 +82,10 @@ class DocumentView : public QWidget {
     // not fitting.
     double FittedZoom() const;
     void TellViewportSize();
+    // Mouse events on the page while the Redact tool is on.
+    bool RedactDrag(QEvent* event);
+    // A rectangle of the shown page picture, in PDF space of the current page.
+    std::optional<engine::Rect> PdfRectOf(const QRect& onPicture) const;
 
     HostDocument& document_;
     bool syncing_ = false;
@@ -75,6 +97,11 @@ class DocumentView : public QWidget {
     QScrollArea* scroll_;
     QLabel* picture_;
     QSpinBox* pageNumber_;
+    ThumbnailBar* thumbnails_;
+    QPushButton* redactTool_;
+    QPushButton* redactSelection_;
+    QRubberBand* dragBand_;
+    QPoint dragStart_;
     QWidget* findBar_;
     QLineEdit* findText_;
     QLabel* findStatus_;

@@ -100,6 +100,32 @@ void MainWindow::BuildMenus() {
     });
     file->addSeparator();
     file->addAction(tr("&Quit"), QKeySequence::Quit, this, &QWidget::close);
+
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    thumbnailsShown_ = view->addAction(tr("Page &Thumbnails"));
+    thumbnailsShown_->setCheckable(true);
+    thumbnailsShown_->setChecked(true);
+    connect(thumbnailsShown_, &QAction::toggled, this, [this](bool shown) {
+        for (int index = 0; index < tabs_->count(); ++index) {
+            if (DocumentView* documentView = ViewAt(index))
+                documentView->SetThumbnailsShown(shown);
+        }
+    });
+
+    QMenu* tools = menuBar()->addMenu(tr("&Tools"));
+    redactArea_ = tools->addAction(tr("&Redact Area"));
+    redactArea_->setCheckable(true);
+    connect(redactArea_, &QAction::triggered, this, [this](bool on) {
+        if (DocumentView* documentView = ViewAt(tabs_->currentIndex()))
+            documentView->SetRedactTool(on);
+        else
+            redactArea_->setChecked(false);
+    });
+    tools->addAction(tr("Redact &Selected Text"), this, [this] {
+        DocumentView* documentView = ViewAt(tabs_->currentIndex());
+        if (documentView == nullptr || documentView->RedactSelection() == 0)
+            statusBar()->showMessage(tr("Select text first: Find selects what it finds."), 4000);
+    });
     AddAccountMenu(app_, *this);
 }
 
@@ -138,7 +164,13 @@ std::optional<QString> MainWindow::AskPassword(const QString& name, bool wrong) 
 
 void MainWindow::DocumentAdded(HostDocument& document) {
     const QSignalBlocker blocker(tabs_);
-    tabs_->addTab(new DocumentView(document), TitleOf(document));
+    auto* view = new DocumentView(document);
+    view->SetThumbnailsShown(thumbnailsShown_->isChecked());
+    connect(view, &DocumentView::RedactToolToggled, this, [this, view](bool on) {
+        if (ViewAt(tabs_->currentIndex()) == view)
+            redactArea_->setChecked(on);
+    });
+    tabs_->addTab(view, TitleOf(document));
 }
 
 void MainWindow::DocumentRemoving(HostDocument& document) {
@@ -156,6 +188,7 @@ void MainWindow::ActiveChanged(HostDocument* active) {
     const int index = active != nullptr ? IndexOf(*active) : 0;
     if (index >= 0)
         tabs_->setCurrentIndex(index);
+    redactArea_->setChecked(ViewAt(index) != nullptr && ViewAt(index)->RedactToolOn());
 }
 
 void MainWindow::DocumentChanged(HostDocument& document) {
@@ -167,6 +200,7 @@ void MainWindow::DocumentChanged(HostDocument& document) {
 }
 
 void MainWindow::OnTabChanged(int index) {
+    redactArea_->setChecked(ViewAt(index) != nullptr && ViewAt(index)->RedactToolOn());
     if (DocumentView* view = ViewAt(index)) {
         app_.Activate(view->Document());
     } else if (index == 0) {

@@ -1,7 +1,7 @@
-// The desktop window: a start tab and one tab per open document, a File menu, and the host's
-// document events on tab changes. It is a main frame of the host while it lives. Closing a
-// modified document, or the window, asks first what becomes of the changes; saving a document
-// that holds unapplied Redact marks asks too.
+// The desktop window: a start tab and one tab per open document, the File, View and Tools
+// menus, and the host's document events on tab changes. It is a main frame of the host while it
+// lives. Closing a modified document, or the window, asks first what becomes of the changes; saving
+// a document that holds unapplied Redact marks asks too.
 #pragma once
 
 #include <QMainWindow>
@@ -9,6 +9,7 @@
 
 #include "document_observer.h"
 
+class QAction;
 class QTabWidget;
 
 namespace pdfhost {
@@ -57,6 +58,8 @@ class MainWindow : public QMainWindow, public DocumentObserver {
 
     HostApp& app_;
     QTabWidget* tabs_;
+    QAction* thumbnailsShown_ = nullptr;
+    QAction* redactArea_ = nullptr;
 };
 
 }  // namespace pdfhost::ui

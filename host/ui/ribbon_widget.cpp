@@ -1,11 +1,15 @@
 #include "ui/ribbon_widget.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFile>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QIcon>
+#include <QMainWindow>
 #include <QMenu>
+#include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QVariant>
 
@@ -26,7 +30,19 @@ QString TooltipText(const std::wstring& tooltip, const std::wstring& keyTip) {
     return text;
 }
 
+// Why an entry that its plug-in disabled cannot be pressed now. The host's entries change their
+// state only with the documents, so the documents say what the user can do about it.
+QString DisabledReason(bool documentOpen) {
+    return documentOpen
+               ? QObject::tr(
+                     "Unavailable while a document is open: close the open documents "
+                     "first.")
+               : QObject::tr("Unavailable without an open document: open a PDF file first.");
+}
+
 constexpr const char* kHandleProperty = "ribbonHandle";
+// How long the press's status message stays once the entry's work is done.
+constexpr int kPressMessageMs = 2000;
 
 }  // namespace
 
@@ -119,8 +135,9 @@ QAction* RibbonWidget::MakeAction(const RibbonNode& node, QObject* parent) {
     action->setProperty(kHandleProperty, QVariant::fromValue<qulonglong>(node.handle));
     if (node.execute != nullptr) {
         const uintptr_t handle = node.handle;
+        const QString title = QString::fromStdWString(node.title).remove(QLatin1Char('&'));
         connect(action, &QAction::triggered, this,
-                [this, handle] { app_.Ribbons().Press(handle); });
+                [this, handle, title] { PressWithFeedback(handle, title); });
     }
     return action;
 }
@@ -132,9 +149,34 @@ void RibbonWidget::RefreshStates() {
             continue;
         const RibbonNode* node = app_.Ribbons().FindButton(handle.value<qulonglong>());
         // A drop-down element stays usable: its menu shows which entries are.
-        if (node != nullptr && node->kind == RibbonKind::kEntry)
-            action->setEnabled(app_.Ribbons().IsEnabled(*node));
+        if (node == nullptr || node->kind != RibbonKind::kEntry)
+            continue;
+        const bool enabled = app_.Ribbons().IsEnabled(*node);
+        action->setEnabled(enabled);
+        QString tooltip = TooltipText(node->tooltip, node->keyTip);
+        if (!enabled)
+            tooltip += QLatin1Char('\n') + DisabledReason(app_.Documents().Active() != nullptr);
+        action->setToolTip(tooltip);
     }
+}
+
+void RibbonWidget::PressWithFeedback(uintptr_t handle, const QString& title) {
+    // The entry's work may take a while before anything shows (a page to load, a dialog to
+    // build): the user sees at once that the press was taken.
+    auto* window = qobject_cast<QMainWindow*>(this->window());
+    QStatusBar* status = window != nullptr ? window->statusBar() : nullptr;
+    const QString message = tr("Opening %1…").arg(title);
+    if (status != nullptr) {
+        status->showMessage(message);
+        status->repaint();
+    }
+    // Busy until the event loop runs again: at the end of the work, or as soon as it shows a
+    // dialog of its own.
+    QApplication::setOverrideCursor(Qt::BusyCursor);
+    QTimer::singleShot(0, qApp, [] { QApplication::restoreOverrideCursor(); });
+    app_.Ribbons().Press(handle);
+    if (status != nullptr && status->currentMessage() == message)
+        status->showMessage(message, kPressMessageMs);
 }
 
 }  // namespace pdfhost::ui

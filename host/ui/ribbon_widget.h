@@ -1,7 +1,8 @@
 // The desktop face of a main window's ribbon: a tab per category, a titled group per panel, a
 // tool button per element; a drop-down element lists its entries in a menu. It is rebuilt when
 // the ribbon changes, and the entries' enable procedures are asked again whenever the documents
-// change and before a menu opens.
+// change and before a menu opens; a disabled entry's tooltip says why. A press shows at once in
+// the status bar and the cursor.
 #pragma once
 
 #include <QTabWidget>
@@ -41,7 +42,11 @@ class RibbonWidget : public QTabWidget, public DocumentObserver {
     QWidget* MakeCategoryPage(uintptr_t category);
     QToolButton* MakeButton(const RibbonNode& element);
     QAction* MakeAction(const RibbonNode& entry, QObject* parent);
+    // Enable states and tooltips; a disabled entry's tooltip says why.
     void RefreshStates();
+    // Shows at once that the entry was pressed (a status message, the busy cursor) and presses
+    // it.
+    void PressWithFeedback(uintptr_t handle, const QString& title);
 
     HostApp& app_;
     HostFrame frame_;

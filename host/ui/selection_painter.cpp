@@ -7,27 +7,9 @@
 #include <vector>
 
 #include "host_document.h"
+#include "selection_rects.h"
 
 namespace pdfhost::ui {
-namespace {
-
-// The rectangles (PDF space) of the selection on `page`.
-std::vector<engine::Rect> SelectedOn(HostDocument& document, int page) {
-    const TextSelection& selection = document.View()->Selection();
-    if (!selection.Rects().empty())
-        return selection.RectsPage() == page ? selection.Rects() : std::vector<engine::Rect>{};
-    std::vector<engine::Rect> rects;
-    for (const TextSelection::Range& range : selection.Ranges()) {
-        if (range.page != page)
-            continue;
-        const auto text = document.TextCache().Get(document.Engine(), page);
-        const auto boxes = text->LineBoxes(range.start, range.end - range.start + 1);
-        rects.insert(rects.end(), boxes.begin(), boxes.end());
-    }
-    return rects;
-}
-
-}  // namespace
 
 void PaintSelection(QImage& image, HostDocument& document, int page, double zoom) {
     const DocView* view = document.View();
@@ -35,7 +17,7 @@ void PaintSelection(QImage& image, HostDocument& document, int page, double zoom
         return;
     std::vector<engine::Rect> rects;
     try {
-        rects = SelectedOn(document, page);
+        rects = SelectionRectsOn(document, page);
     } catch (const std::exception&) {
         return;  // a page the engine cannot read shows no selection
     }

@@ -1,6 +1,7 @@
 // pdfhost's desktop window with the plug-in: the ribbon shows the three entries, Auto Redaction
 // opens the task pane with the reference page, which scans the open document for review. The
-// window is saved as a picture under the build's artifacts folder. Marks undone in the editor
+// window is saved as pictures under the build's artifacts folder: the pane beside the document,
+// mid-scan, after a review, and the account page that Profile shows. Marks undone in the editor
 // between scan and apply are named by the page and never reach the saved copy unredacted.
 #include <gtest/gtest.h>
 
@@ -140,6 +141,15 @@ class DesktopWindowTest : public ::testing::Test {
     }
     QString Status() { return Page("document.getElementById('status').textContent").toString(); }
 
+    // Saves the window as build/artifacts/<name>.png and gives the picture.
+    QImage SavePicture(const char* name) {
+        const QImage picture = window_->grab().toImage();
+        EXPECT_FALSE(picture.isNull());
+        EXPECT_TRUE(QDir().mkpath(QStringLiteral(BREVAN_ARTIFACT_DIR)));
+        EXPECT_TRUE(picture.save(QStringLiteral(BREVAN_ARTIFACT_DIR "/%1.png").arg(name)));
+        return picture;
+    }
+
     std::atomic<unsigned short> port_ = 0;
     std::optional<LocalHttpServer> server_;
     QTemporaryDir profile_;
@@ -162,10 +172,8 @@ TEST_F(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocumen
     }));
     Spin(500);  // let the page paint
 
-    const QImage picture = window_->grab().toImage();
+    const QImage picture = SavePicture("desktop_task_pane");
     ASSERT_FALSE(picture.isNull());
-    ASSERT_TRUE(QDir().mkpath(QStringLiteral(BREVAN_ARTIFACT_DIR)));
-    EXPECT_TRUE(picture.save(QStringLiteral(BREVAN_ARTIFACT_DIR "/desktop_task_pane.png")));
     // The pane's part of the picture is not one flat colour: the page was drawn.
     const QRect pane = dock_->geometry();
     const QRgb first = picture.pixel(pane.center());
@@ -175,6 +183,43 @@ TEST_F(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocumen
             varied = picture.pixel(x, y) != first;
     }
     EXPECT_TRUE(varied);
+}
+
+// Pictures of the pane as the user goes through it: mid-scan, after dropping a finding in the
+// review, and the account page that Profile opens.
+TEST_F(DesktopWindowTest, PicturesOfTheScanTheReviewAndTheAccountPage) {
+    ASSERT_NO_FATAL_FAILURE(OpenThePane());
+    Click("scan");
+    EXPECT_TRUE(WaitFor([&] { return Page("document.body.classList.contains('busy')").toBool(); }));
+    Spin(150);  // the pane paints its busy state
+    SavePicture("desktop_mid_scan");
+    ASSERT_TRUE(WaitFor([&] {
+        return Page("document.querySelectorAll('#findings li.finding').length").toInt() > 0 &&
+               !Page("document.body.classList.contains('busy')").toBool();
+    }));
+
+    // The review: the first finding dropped, the second shown in the document.
+    Page("document.querySelector('#findings input[data-finding]').click(), 0");
+    ASSERT_TRUE(WaitFor([&] {
+        return !Page("document.querySelector('#findings input[data-finding]').checked").toBool() &&
+               !Page("document.body.classList.contains('busy')").toBool();
+    }));
+    Page("document.querySelectorAll('#findings button[data-show]')[1].click(), 0");
+    ASSERT_TRUE(WaitFor([&] { return Status().startsWith(QStringLiteral("Showing")); }));
+    Spin(500);
+    SavePicture("desktop_review");
+
+    QAction* profile = RibbonEntry(*window_, QStringLiteral("Profile"));
+    ASSERT_NE(profile, nullptr);
+    profile->trigger();
+    ASSERT_TRUE(WaitFor([&] {
+        return !Page("document.getElementById('account-view').hidden").toBool() &&
+               Page("document.getElementById('account-who').textContent")
+                   .toString()
+                   .startsWith(QStringLiteral("Signed in as"));
+    }));
+    Spin(500);
+    SavePicture("desktop_profile");
 }
 
 // The user scans, presses Ctrl+Z in the document a few times (the editor takes the newest marks

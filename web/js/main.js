@@ -8,6 +8,8 @@
   const bridge = new S.bridge.Bridge(() => root.chrome && root.chrome.webview);
   const workflow = new S.workflow.Workflow({ bridge });
   if (options.accountPage) workflow.page = 'account';
+  workflow.userMarks = new S.userMarks.UserMarks({ workflow });
+  workflow.onChange(() => workflow.userMarks.follow());
   const scanOptions = {
     terms: options.terms, wholeWord: options.wholeWord, kinds: options.kinds,
     minConfidence: options.minConfidence, regions: options.regions,
@@ -21,6 +23,7 @@
     const event = S.bridge.parseEvent(value);
     if (!event) return;
     workflow.handleEvent(event);
+    workflow.userMarks.handleEvent(event);
     if (runner) runner.handleEvent(event);
     else if (event.name === 'ev-doc-activate' && event.data.id !== '0' && !workflow.current) {
       workflow.refreshDocument().catch(() => {});

@@ -192,7 +192,8 @@
         }
         for (const kind of KIND_ORDER) if (byKind.has(kind)) groups.push(renderGroup(kind, byKind.get(kind)));
       }
-      findings.replaceChildren(...groups);
+      const own = session && workflow.userMarks ? workflow.userMarks.render(doc, session) : null;
+      findings.replaceChildren(...groups, ...(own ? [own] : []));
     }
 
     function renderSummary(summary) {

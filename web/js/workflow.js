@@ -650,12 +650,15 @@
           await this._call('clearMarkTexts');
           session.marked = false;
         }
-        if (!session.batch && (await this._call('hasOtherRedact')) === true) {
+        const others = !session.batch && (await this._call('hasOtherRedact')) === true;
+        const withOwn = others && Boolean(this.userMarks && this.userMarks.included(session));
+        if (others && !withOwn) {
           session.notices.push('The document holds redaction marks that this page did not make; ' +
             'they are left as they are.');
         }
         try {
-          await this._applyNames(session, names);
+          if (withOwn) await this.userMarks.applyAll(session, names);
+          else await this._applyNames(session, names);
         } catch (error) {
           // The user said no at the editor's prompt: nothing broke, the review goes on.
           if (!(error instanceof BridgeError) || error.ret !== 400024) throw error;

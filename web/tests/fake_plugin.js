@@ -184,10 +184,15 @@ class FakePlugin {
     return [0, this.otherRedact];
   }
 
-  _redactApply({ uniqueIDNames }) {
-    if (!Array.isArray(uniqueIDNames) || !uniqueIDNames.length) return [100014];
+  _redactApply(params) {
+    // An empty parameter text applies every Redact mark, the user's own too.
+    const all = params === '';
+    const uniqueIDNames = all ? [...this.annots.keys()] : params.uniqueIDNames;
+    if (all && this.promptAnswer !== 1) return [400024];
+    if (all) this.otherRedact = false;
+    if (!all && (!Array.isArray(uniqueIDNames) || !uniqueIDNames.length)) return [100014];
     const failed = uniqueIDNames.filter((n) => !this.annots.has(n));
-    if (failed.length === uniqueIDNames.length) return [400023];
+    if (!all && failed.length === uniqueIDNames.length) return [400023];
     if (this.promptAnswer !== 1) return [400024];
     this.applied = uniqueIDNames.filter((n) => this.annots.has(n));
     for (const name of this.applied) {
@@ -199,7 +204,7 @@ class FakePlugin {
       this.annots.delete(name);
     }
     this._modified();
-    return [0, failed];
+    return [0, all ? [] : failed];
   }
 
   // A batch: the plug-in opens each queued file as the current document and saves it by its own

@@ -1,0 +1,328 @@
+// What the desktop offers beside the page: thumbnails that are drawn when in sight and go to
+// their page, the Redact tool (a dragged area, the selected text) with undo, the ribbon's
+// tooltip that says why an entry is disabled, and the feedback of a ribbon press.
+#include <QAction>
+#include <QApplication>
+#include <QCoreApplication>
+#include <QIcon>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QStatusBar>
+
+#include "annot_calls.h"
+#include "annotation_editor.h"
+#include "engine/redaction.h"
+#include "recording_hooks.h"
+#include "ui/document_view.h"
+#include "ui/main_window.h"
+#include "ui/thumbnail_bar.h"
+#include "ui/thumbnail_model.h"
+#include "user_redaction_mark.h"
+
+namespace pdfhost {
+namespace {
+
+using testing::AnnotationTablesTest;
+using testing::CallHost;
+using Op = hostops::Op;
+
+void SendMouse(QWidget* target, QEvent::Type type, QPoint at) {
+    const Qt::MouseButtons held =
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, QPointF(at), target->mapToGlobal(QPointF(at)), Qt::LeftButton, held,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &event);
+}
+
+void Click(QWidget* target, QPoint at) {
+    SendMouse(target, QEvent::MouseButtonPress, at);
+    SendMouse(target, QEvent::MouseButtonRelease, at);
+}
+
+QAction* MenuEntry(QWidget& window, const QString& text) {
+    for (QAction* action : window.findChildren<QAction*>()) {
+        if (action->text().remove(QLatin1Char('&')) == text)
+            return action;
+    }
+    return nullptr;
+}
+
+struct RedactMark {
+    engine::Rect rect;
+    std::vector<float> quads;
+    bool named = false;
+};
+
+// The document's Redact annotations, page by page.
+std::vector<RedactMark> RedactMarks(HostDocument& document) {
+    engine::Document& pdf = document.Engine();
+    std::vector<RedactMark> marks;
+    for (const engine::AnnotationId& id : engine::Redactor(pdf).RedactAnnotations()) {
+        const engine::PdfValue entries =
+            engine::ValueOf(pdf.fz(), engine::Annotations(pdf).Dictionary(id.object).get(), 0);
+        RedactMark mark{
+            engine::Annotations(pdf).RectOf(id.object), {}, entries.Get("NM") != nullptr};
+        if (const engine::PdfValue* quads = entries.Get("QuadPoints")) {
+            for (const engine::PdfValue& number : quads->Items())
+                mark.quads.push_back(number.Number());
+        }
+        marks.push_back(mark);
+    }
+    return marks;
+}
+
+void ExpectQuads(const std::vector<float>& quads, const std::vector<engine::Rect>& rects,
+                 float tolerance) {
+    std::vector<float> want;
+    for (const engine::Rect& r : rects) {
+        for (const float v : {r.left, r.bottom, r.right, r.bottom, r.left, r.top, r.right, r.top})
+            want.push_back(v);
+    }
+    ASSERT_EQ(quads.size(), want.size());
+    for (std::size_t i = 0; i < want.size(); ++i)
+        EXPECT_NEAR(quads[i], want[i], tolerance) << i;
+}
+
+class DesktopToolsTest : public AnnotationTablesTest {
+  protected:
+    ui::DocumentView* ShownView(HostDocument& document) {
+        window_.resize(1000, 800);
+        window_.show();
+        QCoreApplication::processEvents();
+        for (auto* view : window_.findChildren<ui::DocumentView*>()) {
+            if (&view->Document() == &document)
+                return view;
+        }
+        return nullptr;
+    }
+
+    ui::MainWindow window_{app_};
+};
+
+TEST_F(DesktopToolsTest, ThumbnailsAreDrawnInSightGoToTheirPageAndHideFromTheViewMenu) {
+    HostDocument& document = Open({.pages = std::vector<engine::PageDescription>(
+                                       60, engine::PageDescription::TextLines({"page text"}))});
+    ui::DocumentView* view = ShownView(document);
+    ASSERT_NE(view, nullptr);
+    ui::ThumbnailBar& bar = view->Thumbnails();
+    ui::ThumbnailModel& pages = bar.Pages();
+    ASSERT_TRUE(bar.isVisible());
+    (void)window_.grab();  // paints what is in sight
+
+    // Those in sight are drawn, as pictures of their page; those far below are not.
+    EXPECT_TRUE(pages.IsDrawn(0) && pages.IsDrawn(1));
+    EXPECT_FALSE(pages.IsDrawn(59));
+    const QPixmap first =
+        pages.data(pages.index(0), Qt::DecorationRole)
+            .value<QIcon>()
+            .pixmap(QSize(ui::ThumbnailModel::kWidth, ui::ThumbnailModel::kHeight),
+                    QIcon::Selected);
+    EXPECT_EQ(first.width(), ui::ThumbnailModel::kWidth);
+    EXPECT_EQ(first.toImage().pixelColor(2, 2), QColor(Qt::white));
+    EXPECT_EQ(bar.currentIndex().row(), 0);
+
+    // A click on the second one shows its page and selects it.
+    const QRect second = bar.visualRect(pages.index(1));
+    ASSERT_TRUE(bar.viewport()->rect().contains(second.center()));
+    Click(bar.viewport(), second.center());
+    EXPECT_EQ(view->CurrentPage(), 1);
+    EXPECT_EQ(bar.currentIndex().row(), 1);
+
+    // A change of the document draws the pictures in sight anew.
+    ASSERT_TRUE(pages.IsDrawn(2));
+    ASSERT_NE(AddUserRedaction(app_, document, 2, {{100, 600, 300, 700}}), nullptr);
+    EXPECT_FALSE(pages.IsDrawn(2));
+    (void)bar.grab();
+    EXPECT_TRUE(pages.IsDrawn(2));
+
+    // Going through the whole document keeps a bounded number of pictures.
+    for (int page = 0; page < 60; page += 3) {
+        view->ShowPage(page);
+        (void)bar.grab();
+    }
+    EXPECT_EQ(bar.currentIndex().row(), 57);
+    EXPECT_TRUE(pages.IsDrawn(57));
+    EXPECT_LE(pages.DrawnCount(), ui::ThumbnailModel::kKeptPictures);
+
+    QAction* shown = MenuEntry(window_, QStringLiteral("Page Thumbnails"));
+    ASSERT_NE(shown, nullptr);
+    shown->trigger();
+    EXPECT_FALSE(bar.isVisible());
+    shown->trigger();
+    EXPECT_TRUE(bar.isVisible());
+}
+
+TEST_F(DesktopToolsTest, ADragWithTheRedactToolMarksThatAreaOfThePageAndUndoTakesItAway) {
+    // US Letter, 612 x 792 points: 2 pixels a point at 150 %.
+    HostDocument& document = Open({.pages = {engine::PageDescription::TextLines({"one"})}});
+    ui::DocumentView* view = ShownView(document);
+    ASSERT_NE(view, nullptr);
+    view->SetZoom(1.5);
+    QCoreApplication::processEvents();
+    auto* picture = view->findChild<QLabel*>(QStringLiteral("PagePicture"));
+    ASSERT_NE(picture, nullptr);
+    const QSize page = picture->pixmap().size();
+    ASSERT_EQ(page, QSize(1224, 1584));
+    const QPoint origin((picture->width() - page.width()) / 2,
+                        (picture->height() - page.height()) / 2);
+
+    // Without the tool a drag draws nothing.
+    SendMouse(picture, QEvent::MouseButtonPress, origin + QPoint(100, 100));
+    SendMouse(picture, QEvent::MouseButtonRelease, origin + QPoint(300, 300));
+    EXPECT_TRUE(RedactMarks(document).empty());
+
+    testing::RecordingHooks hooks;
+    CallHost<Op::HostAppRegisterDocEvents>(hooks.Record());
+    ASSERT_NE(AddUserRedaction(app_, document, 0, {{10, 10, 20, 20}}), nullptr);
+    ASSERT_TRUE(AnnotationEditor(app_).UndoLast(document));
+    hooks.Take();
+
+    MenuEntry(window_, QStringLiteral("Redact Area"))->trigger();
+    ASSERT_TRUE(view->RedactToolOn());
+    SendMouse(picture, QEvent::MouseButtonPress, origin + QPoint(449, 599));
+    SendMouse(picture, QEvent::MouseMove, origin + QPoint(300, 400));
+    SendMouse(picture, QEvent::MouseMove, origin + QPoint(149, 299));
+    SendMouse(picture, QEvent::MouseButtonRelease, origin + QPoint(149, 299));
+    const std::vector<RedactMark> marks = RedactMarks(document);
+    ASSERT_EQ(marks.size(), 1u);
+    const engine::Rect expected{74.5f, 792 - 300.0f, 225, 792 - 149.5f};
+    EXPECT_NEAR(marks[0].rect.left, expected.left, 0.01);
+    EXPECT_NEAR(marks[0].rect.bottom, expected.bottom, 0.01);
+    EXPECT_NEAR(marks[0].rect.right, expected.right, 0.01);
+    EXPECT_NEAR(marks[0].rect.top, expected.top, 0.01);
+    EXPECT_EQ(marks[0].quads.size(), 8u);
+    EXPECT_FALSE(marks[0].named) << "the user's own mark carries no plug-in's name";
+    EXPECT_TRUE(document.IsModified());
+    // Plug-ins hear of each mark, though the document was modified before.
+    EXPECT_EQ(hooks.Take(), std::vector<std::string>{"modified 1"});
+
+    // A click is no area.
+    Click(picture, origin + QPoint(500, 500));
+    EXPECT_EQ(RedactMarks(document).size(), 1u);
+
+    ASSERT_TRUE(AnnotationEditor(app_).UndoLast(document));
+    EXPECT_TRUE(RedactMarks(document).empty());
+}
+
+TEST_F(DesktopToolsTest, RedactSelectionCoversTheSelectedTextPageByPage) {
+    HostDocument& document =
+        Open({.pages = {engine::PageDescription::TextLines({"alpha beta", "gamma alpha"}),
+                        engine::PageDescription::TextLines({"beta"})}});
+    ui::DocumentView* view = ShownView(document);
+    ASSERT_NE(view, nullptr);
+    const auto alpha = engine::testing_support::WordRects(document.Engine(), 0, "alpha");
+    const auto beta = engine::testing_support::WordRects(document.Engine(), 1, "beta");
+    ASSERT_EQ(alpha.size(), 2u);
+    ASSERT_EQ(beta.size(), 1u);
+    EXPECT_EQ(view->RedactSelection(), 0) << "nothing selected";
+
+    // A rectangle selection is covered as it stands.
+    const NdxRectArray rects = CallHost<Op::NDXRectArrayNew>();
+    for (const engine::Rect& r : alpha)
+        CallHost<Op::NDXRectArrayAdd>(rects, r.left, r.bottom, r.right, r.top);
+    CallHost<Op::HostTextSelectToolSelectRects>(
+        CallHost<Op::HostDocGetTextSelectTool>(document.Handle()),
+        CallHost<Op::HostDocGetPageView>(document.Handle(), 0), rects);
+    CallHost<Op::NDXRectArrayDestroy>(rects);
+    EXPECT_EQ(view->RedactSelection(), 1);
+    std::vector<RedactMark> marks = RedactMarks(document);
+    ASSERT_EQ(marks.size(), 1u);
+    ExpectQuads(marks[0].quads, alpha, 0.01f);
+    EXPECT_NEAR(marks[0].rect.top, alpha[0].top, 0.01);
+    EXPECT_NEAR(marks[0].rect.bottom, alpha[1].bottom, 0.01);
+    ASSERT_TRUE(AnnotationEditor(app_).UndoLast(document));
+
+    // Found text on two pages: one mark per page, over the found characters' line boxes.
+    document.View()->SelectRanges({{0, 0, 4}, {1, 0, 3}});
+    EXPECT_EQ(view->RedactSelection(), 2);
+    marks = RedactMarks(document);
+    ASSERT_EQ(marks.size(), 2u);
+    ExpectQuads(marks[0].quads, {alpha[0]}, 1.5f);
+    ExpectQuads(marks[1].quads, {beta[0]}, 1.5f);
+    EXPECT_TRUE(AnnotationEditor(app_).UndoLast(document));
+    EXPECT_TRUE(AnnotationEditor(app_).UndoLast(document));
+    EXPECT_TRUE(RedactMarks(document).empty());
+}
+
+// ---- The ribbon: an entry of a test "plug-in".
+
+struct PressLog {
+    int enabled = 1;
+    int presses = 0;
+    QString statusAtPress;
+    bool busyAtPress = false;
+    QMainWindow* window = nullptr;
+};
+PressLog g_press;
+
+int Execute(void*) {
+    ++g_press.presses;
+    g_press.statusAtPress = g_press.window->statusBar()->currentMessage();
+    const QCursor* cursor = QApplication::overrideCursor();
+    g_press.busyAtPress = cursor != nullptr && cursor->shape() == Qt::BusyCursor;
+    return 1;
+}
+int Enabled(void*) {
+    return g_press.enabled;
+}
+
+class RibbonFeedbackTest : public DesktopToolsTest {
+  protected:
+    RibbonFeedbackTest() {
+        g_press = PressLog{};
+        g_press.window = &window_;
+        const HostFrame frame = HostApp::FrameHandle(window_);
+        const HostRibbonPanel panel = CallHost<Op::HostRibbonFindPanel>(
+            CallHost<Op::HostRibbonFindCategory>(CallHost<Op::HostRibbonGetBar>(frame),
+                                                 L"Ribbon_Category_Protect"),
+            L"Protect_Panel_Redaction");
+        const HostRibbonElement element =
+            CallHost<Op::HostRibbonAddElement>(panel, 8, L"Marks", L"Marks", 0);
+        const HostRibbonItem entry =
+            CallHost<Op::HostRibbonAddSubItem>(element, 0, L"Batch", L"Batch Work", 0, 0, 0, 0);
+        CallHost<Op::HostRibbonSetTooltip>(entry, L"Runs over files");
+        CallHost<Op::HostRibbonSetExecuteProc>(entry, &Execute);
+        CallHost<Op::HostRibbonSetEnableProc>(entry, &Enabled);
+    }
+
+    QAction* Entry() { return window_.findChild<QAction*>(QStringLiteral("Batch")); }
+};
+
+TEST_F(RibbonFeedbackTest, ADisabledEntrysTooltipSaysWhy) {
+    const struct {
+        bool documentOpen;
+        int enabled;
+        const char* tooltip;
+    } cases[] = {
+        {false, 1, "Runs over files"},
+        {false, 0, "Runs over files\nUnavailable without an open document: open a PDF file first."},
+        {true, 0,
+         "Runs over files\nUnavailable while a document is open: close the open documents first."},
+        {true, 1, "Runs over files"},
+    };
+    HostDocument* open = nullptr;
+    for (const auto& c : cases) {
+        g_press.enabled = c.enabled;
+        if (c.documentOpen && open == nullptr)
+            open = &Open({.pages = {engine::PageDescription::Blank()}});
+        app_.Ribbons().StatesChanged();
+        QAction* entry = Entry();
+        ASSERT_NE(entry, nullptr);
+        EXPECT_EQ(entry->isEnabled(), c.enabled == 1);
+        EXPECT_EQ(entry->toolTip().toStdString(), c.tooltip) << c.documentOpen << c.enabled;
+    }
+}
+
+TEST_F(RibbonFeedbackTest, APressShowsAtOnceInTheStatusBarAndTheCursor) {
+    window_.show();
+    Entry()->trigger();
+    EXPECT_EQ(g_press.presses, 1);
+    EXPECT_EQ(g_press.statusAtPress, QStringLiteral("Opening Batch Work…"));
+    EXPECT_TRUE(g_press.busyAtPress);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+}  // namespace
+}  // namespace pdfhost

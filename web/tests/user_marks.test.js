@@ -1,0 +1,101 @@
+'use strict';
+const test = require('node:test');
+const assert = require('node:assert/strict');
+const { Bridge, parseEvent } = require('../js/bridge.js');
+const { Workflow } = require('../js/workflow.js');
+const { UserMarks } = require('../js/user_marks.js');
+const { FakePlugin } = require('./fake_plugin.js');
+
+const DOCS = [
+  { id: '{DOC-1}', filePath: '/data/report.pdf', pages: ['E-mail: ana@example.com', 'Notes only'] },
+  { id: '{DOC-2}', filePath: '/data/other.pdf', pages: ['nothing'] },
+];
+
+// A scanned document, with the page's user marks wired in as the page does it.
+async function scanned() {
+  const plugin = new FakePlugin({ docs: DOCS });
+  const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 't' });
+  workflow.userMarks = new UserMarks({ workflow });
+  workflow.onChange(() => workflow.userMarks.follow());
+  plugin.onEvent = (event) => {
+    workflow.handleEvent(parseEvent(event));
+    workflow.userMarks.handleEvent(parseEvent(event));
+  };
+  await workflow.scan();
+  await settled();
+  plugin.calls.length = 0;
+  return { plugin, workflow, marks: workflow.userMarks };
+}
+
+const settled = () => new Promise((resolve) => setImmediate(resolve)).then(() => new Promise((r) => setImmediate(r)));
+
+test('the page asks about the user\'s own marks after a scan and when its document changes', async () => {
+  const { plugin, workflow, marks } = await scanned();
+  assert.equal(marks.stateOf('{DOC-1}').present, false, 'asked once the scan was over');
+
+  // The user draws a mark in the editor.
+  plugin.otherRedact = true;
+  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
+  await settled();
+  assert.deepEqual(plugin.commands(), ['hasOtherRedact']);
+  assert.equal(marks.stateOf('{DOC-1}').present, true);
+  assert.equal(marks.included(workflow.current), true);
+
+  // Another document's change, or one while the page's own command runs, asks nothing.
+  const cases = [
+    () => plugin.emit('ev-doc-modified', { id: '{DOC-2}' }),
+    () => { workflow.bridge.call('getUser'); plugin.emit('ev-doc-modified', { id: '{DOC-1}' }); },
+  ];
+  for (const raise of cases) {
+    plugin.calls.length = 0;
+    raise();
+    await settled();
+    assert.ok(!plugin.commands().includes('hasOtherRedact'), plugin.commands().join());
+  }
+});
+
+test('Apply takes the user\'s marks with the kept findings while they are ticked', async () => {
+  const { plugin, workflow, marks } = await scanned();
+  plugin.otherRedact = true;
+  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
+  await settled();
+  const kept = workflow.current.findings.flatMap((f) => f.matches.map((m) => m.name)).filter(Boolean);
+  assert.ok(kept.length > 0);
+
+  plugin.calls.length = 0;
+  await workflow.apply();
+  assert.deepEqual(plugin.paramsOf('redactApply'), [''], 'every mark of the document');
+  assert.equal(plugin.otherRedact, false);
+  assert.deepEqual(plugin.applied.sort(), kept.sort());
+  assert.ok(workflow.current.findings.every((f) => f.matches.every((m) => m.applied)));
+  assert.equal(workflow.current.saved, true);
+  assert.ok(!workflow.current.notices.some((n) => /left as they are/.test(n)));
+  assert.equal(marks.stateOf('{DOC-1}').present, false);
+});
+
+test('unticked, the user\'s marks stay out of the apply and the pane says so', async () => {
+  const { plugin, workflow, marks } = await scanned();
+  plugin.otherRedact = true;
+  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
+  await settled();
+  marks.setIncluded('{DOC-1}', false);
+
+  await workflow.apply();
+  const [params] = plugin.paramsOf('redactApply');
+  assert.ok(Array.isArray(params.uniqueIDNames) && params.uniqueIDNames.length > 0);
+  assert.equal(plugin.otherRedact, true, 'the user\'s marks stand');
+  assert.ok(workflow.current.notices.some((n) => /left as they are/.test(n)));
+});
+
+test('a Cancel at the editor\'s prompt keeps the session and the user\'s marks', async () => {
+  const { plugin, workflow, marks } = await scanned();
+  plugin.otherRedact = true;
+  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
+  await settled();
+  plugin.promptAnswer = 2;
+  await workflow.apply();
+  assert.ok(workflow.current.cancelled);
+  assert.equal(workflow.current.applied, false);
+  assert.equal(marks.stateOf('{DOC-1}').present, true);
+  assert.equal(plugin.otherRedact, true);
+});
