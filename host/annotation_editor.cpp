@@ -54,9 +54,10 @@ HostAnnot AnnotationEditor::Add(HostDocument& document, int page, const engine::
     if (!CanAnnotate(document))
         return nullptr;
     try {
-        const engine::AnnotationId id =
-            engine::Annotations(document.Engine()).Create(page, entries, TagOf(document), index);
+        engine::Annotations annotations(document.Engine());
+        const engine::AnnotationId id = annotations.Create(page, entries, TagOf(document), index);
         const HostAnnot handle = app_.Annotations().HandleOf(document.Handle(), id);
+        Remember(annotations, handle, index);
         Changed(document, page);
         return handle;
     } catch (const engine::Error&) {
@@ -71,9 +72,11 @@ bool AnnotationEditor::Place(HostDocument& document, HostAnnot pending, int page
     if (record->document != nullptr && record->document != document.Handle())
         return false;
     try {
-        const engine::AnnotationId id = engine::Annotations(document.Engine())
-                                            .Create(page, *record->pending, TagOf(document), index);
+        engine::Annotations annotations(document.Engine());
+        const engine::AnnotationId id =
+            annotations.Create(page, *record->pending, TagOf(document), index);
         app_.Annotations().Place(pending, document.Handle(), id);
+        Remember(annotations, pending, index);
         Changed(document, page);
         return true;
     } catch (const engine::Error&) {
@@ -98,13 +101,28 @@ bool AnnotationEditor::Delete(HostDocument& document, HostAnnot annot) {
 }
 
 bool AnnotationEditor::IsAlive(HostDocument& document, HostAnnot annot) const {
-    const AnnotationRecord* record = PlacedOf(document, annot);
+    AnnotationRecord* record = PlacedOf(document, annot);
     if (record == nullptr)
         return false;
     try {
-        return engine::Annotations(document.Engine()).IsOnPage(record->id);
+        record->slot = engine::Annotations(document.Engine()).IndexOf(record->id, record->slot);
+        return record->slot >= 0;
     } catch (const engine::Error&) {
         return false;
+    }
+}
+
+void AnnotationEditor::Remember(const engine::Annotations& annotations, HostAnnot annot,
+                                int index) {
+    AnnotationRecord* record = app_.Annotations().Find(annot);
+    if (record == nullptr)
+        return;
+    try {
+        const int last = annotations.Count(record->id.page) - 1;
+        const int hint = index < 0 || index > last ? last : index;
+        record->slot = annotations.IndexOf(record->id, hint);
+    } catch (const engine::Error&) {
+        record->slot = -1;  // a hint only: the next check looks everywhere
     }
 }
 

@@ -59,6 +59,8 @@ class AnnotationEditor {
 
   private:
     void Changed(HostDocument& document, int page);
+    // Notes where a new annotation, asked for at `index`, stands in its page's /Annots.
+    void Remember(const engine::Annotations& annotations, HostAnnot annot, int index);
 
     HostApp& app_;
 };

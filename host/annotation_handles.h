@@ -23,6 +23,8 @@ struct AnnotationRecord {
     std::optional<engine::PdfValue> pending;
     // How the annotation last left its page, so that undo can put it back.
     std::optional<engine::RemovedAnnotation> removal;
+    // Where its page's /Annots held it when last seen: where a check of it looks first.
+    int slot = -1;
 
     bool IsPending() const { return pending.has_value(); }
 };

@@ -1,6 +1,8 @@
 #include "engine/annotations.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 #include "engine/error.h"
 #include "engine/mupdf_call.h"
@@ -61,6 +63,72 @@ void KeepOnlyEntriesOf(fz_context* ctx, pdf_obj* annot, pdf_obj* source) {
     }
 }
 
+// MuPDF builds an appearance in a buffer of 1 KB and keeps that buffer as the stream's content
+// until the document is saved, though the content is mostly a few dozen bytes: trimmed, each new
+// annotation holds what its appearance needs.
+void TrimAppearance(fz_context* ctx, pdf_document* pdf, pdf_obj* annot) {
+    pdf_obj* normal = pdf_dict_getp(ctx, annot, "AP/N");
+    if (!pdf_is_indirect(ctx, normal) || !pdf_is_stream(ctx, normal))
+        return;
+    const int number = pdf_to_num(ctx, normal);
+    if (number <= 0 || number >= pdf_xref_len(ctx, pdf))
+        return;
+    if (fz_buffer* content = pdf_get_xref_entry_no_null(ctx, pdf, number)->stm_buf)
+        fz_trim_buffer(ctx, content);
+}
+
+// Sets a page's /Annots array aside for its lifetime in favour of an empty one, so that the page
+// can be loaded to make one annotation without loading every annotation it already holds (which
+// made adding annotations to one page quadratic). Finish appends what the empty array gathered
+// to the page's own array and puts that back; ending without Finish puts it back unchanged.
+class AnnotsSetAside {
+  public:
+    AnnotsSetAside(fz_context* ctx, pdf_obj* page, std::string_view what) : ctx_(ctx), page_(page) {
+        own_ = CallMupdf(ctx_, what, [&]() -> pdf_obj* {
+            pdf_obj* annots = pdf_dict_get(ctx_, page_, PDF_NAME(Annots));
+            if (!pdf_is_array(ctx_, annots))
+                return nullptr;
+            pdf_keep_obj(ctx_, annots);
+            pdf_dict_put_array(ctx_, page_, PDF_NAME(Annots), 1);
+            return annots;
+        });
+    }
+    AnnotsSetAside(const AnnotsSetAside&) = delete;
+    AnnotsSetAside& operator=(const AnnotsSetAside&) = delete;
+    ~AnnotsSetAside() {
+        if (own_ == nullptr)
+            return;
+        try {
+            CallMupdf(ctx_, "", [&] { pdf_dict_put(ctx_, page_, PDF_NAME(Annots), own_); });
+        } catch (const Error&) {
+            // Out of memory while putting an entry back: nothing more can be done here.
+        }
+        pdf_drop_obj(ctx_, own_);
+    }
+
+    // The page's /Annots array (resolved), holding the new entries at its end.
+    pdf_obj* Finish(std::string_view what) {
+        return CallMupdf(ctx_, what, [&]() -> pdf_obj* {
+            pdf_obj* made = pdf_dict_get(ctx_, page_, PDF_NAME(Annots));
+            if (own_ == nullptr)
+                return made;
+            pdf_obj* annots = pdf_resolve_indirect(ctx_, own_);
+            const int count = pdf_array_len(ctx_, made);
+            for (int i = 0; i < count; ++i)
+                pdf_array_push(ctx_, annots, pdf_array_get(ctx_, made, i));
+            pdf_dict_put(ctx_, page_, PDF_NAME(Annots), own_);
+            pdf_drop_obj(ctx_, own_);
+            own_ = nullptr;
+            return annots;
+        });
+    }
+
+  private:
+    fz_context* ctx_;
+    pdf_obj* page_;
+    pdf_obj* own_ = nullptr;  // the page's own array (maybe a reference), while set aside
+};
+
 }  // namespace
 
 void Annotations::CheckPage(int page) const {
@@ -94,13 +162,26 @@ std::vector<int> Annotations::OnPage(int page) const {
     return objects;
 }
 
-bool Annotations::IsOnPage(const AnnotationId& id) const {
+int Annotations::IndexOf(const AnnotationId& id, int hint) const {
     if (id.object <= 0 || id.page < 0 || id.page >= document_.PageCount())
-        return false;
+        return -1;
     const ObjPtr page_obj = PageObject(id.page);
     fz_context* ctx = document_.fz();
     return CallMupdf(ctx, "cannot read the annotations", [&] {
-        return IndexIn(ctx, pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)), id.object) >= 0;
+        pdf_obj* annots = pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots));
+        if (hint >= 0 && hint < pdf_array_len(ctx, annots) &&
+            AnnotationObject(ctx, pdf_array_get(ctx, annots, hint)) == id.object) {
+            return hint;
+        }
+        return IndexIn(ctx, annots, id.object);
+    });
+}
+
+int Annotations::Count(int page) const {
+    const ObjPtr page_obj = PageObject(page);
+    fz_context* ctx = document_.fz();
+    return CallMupdf(ctx, "cannot read the annotations", [&] {
+        return pdf_array_len(ctx, pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)));
     });
 }
 
@@ -116,6 +197,8 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
     pdf_document* pdf = document_.pdf();
     const std::string what = "cannot add an annotation to page " + std::to_string(page);
     ObjPtr source(ctx, NewPdfObject(ctx, pdf, documentTag, entries));
+    const ObjPtr page_obj = PageObject(page);
+    AnnotsSetAside setAside(ctx, page_obj.get(), what);
     const PagePtr loaded = document_.LoadPage(page, what);
 
     struct Made {
@@ -133,10 +216,11 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
             pdf_dict_put(ctx, obj, pdf_dict_get_key(ctx, source.get(), i),
                          pdf_dict_get_val(ctx, source.get(), i));
         }
-        MoveLastTo(ctx, pdf_dict_get(ctx, loaded.get()->obj, PDF_NAME(Annots)), index);
         return Made{annot, pdf_to_num(ctx, obj), known};
     });
     const AnnotPtr owned(ctx, made.annot);
+    pdf_obj* annots = setAside.Finish(what);
+    CallMupdf(ctx, what, [&] { MoveLastTo(ctx, annots, index); });
     document_.MarkChanged();
 
     // An appearance that cannot be built leaves the annotation without one; it still stands.
@@ -149,6 +233,7 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
             CallMupdf(ctx, what, [&] {
                 pdf_dirty_annot(ctx, made.annot);
                 pdf_update_annot(ctx, made.annot);
+                TrimAppearance(ctx, pdf, pdf_annot_obj(ctx, made.annot));
             });
         } catch (const Error&) {
         }
@@ -197,6 +282,67 @@ std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id) {
         CallMupdf(ctx, what, [&] { pdf_array_delete(ctx, annots, it->index); });
     document_.MarkChanged();
     return removed;
+}
+
+void Annotations::RemoveAll(int page, const std::vector<int>& objects) {
+    const ObjPtr page_obj = PageObject(page);
+    fz_context* ctx = document_.fz();
+    const std::unordered_set<int> targets(objects.begin(), objects.end());
+    const char* what = "cannot remove an annotation";
+    pdf_obj* annots =
+        CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)); });
+    const int count = CallMupdf(ctx, what, [&] { return pdf_array_len(ctx, annots); });
+    // The popups that go with the targets: those the targets name, and those naming a target.
+    std::unordered_set<int> popups;
+    std::vector<char> goes(static_cast<std::size_t>(count), 0);
+    for (int i = 0; i < count; ++i) {
+        const int named = CallMupdf(ctx, what, [&] {
+            pdf_obj* entry = pdf_array_get(ctx, annots, i);
+            const int number = AnnotationObject(ctx, entry);
+            if (number == 0 || !targets.contains(number))
+                return 0;
+            pdf_obj* popup = pdf_dict_get(ctx, entry, PDF_NAME(Popup));
+            return pdf_is_indirect(ctx, popup) ? pdf_to_num(ctx, popup) : 0;
+        });
+        if (named > 0)
+            popups.insert(named);
+    }
+    int kept = 0;
+    for (int i = 0; i < count; ++i) {
+        const int number = CallMupdf(
+            ctx, what, [&] { return AnnotationObject(ctx, pdf_array_get(ctx, annots, i)); });
+        bool remove = number > 0 && (targets.contains(number) || popups.contains(number));
+        if (!remove && number > 0) {
+            remove = CallMupdf(ctx, what, [&] {
+                pdf_obj* entry = pdf_array_get(ctx, annots, i);
+                if (pdf_dict_get(ctx, entry, PDF_NAME(Subtype)) != PDF_NAME(Popup))
+                    return false;
+                pdf_obj* parent = pdf_dict_get(ctx, entry, PDF_NAME(Parent));
+                if (parent == nullptr)
+                    parent = pdf_dict_get(ctx, entry, PDF_NAME(P));
+                return pdf_is_indirect(ctx, parent) && targets.contains(pdf_to_num(ctx, parent));
+            });
+        }
+        goes[static_cast<std::size_t>(i)] = remove ? 1 : 0;
+        kept += remove ? 0 : 1;
+    }
+    if (kept == count)
+        return;
+    // The kept entries move forward in place and the tail goes from the end, so the walk stays
+    // linear however many entries go.
+    CallMupdf(ctx, what, [&] {
+        int to = 0;
+        for (int i = 0; i < count; ++i) {
+            if (goes[static_cast<std::size_t>(i)] != 0)
+                continue;
+            if (to != i)
+                pdf_array_put(ctx, annots, to, pdf_array_get(ctx, annots, i));
+            ++to;
+        }
+        for (int i = count - 1; i >= kept; --i)
+            pdf_array_delete(ctx, annots, i);
+    });
+    document_.MarkChanged();
 }
 
 bool Annotations::Discard(const RemovedAnnotation& removed) {

@@ -42,7 +42,12 @@ class Annotations {
     // Object numbers of the page's annotations, in /Annots order.
     std::vector<int> OnPage(int page) const;
     // Whether the page's /Annots holds the annotation.
-    bool IsOnPage(const AnnotationId& id) const;
+    bool IsOnPage(const AnnotationId& id) const { return IndexOf(id) >= 0; }
+    // Where the page's /Annots holds the annotation, or -1. The entry at `hint` is looked at
+    // first, so a caller that remembers where an annotation stood finds it in one step.
+    int IndexOf(const AnnotationId& id, int hint = -1) const;
+    // The number of entries in the page's /Annots.
+    int Count(int page) const;
 
     // Makes an annotation on `page` whose dictionary holds exactly `entries` (which must have
     // a /Subtype name) plus a generated appearance (/AP) so that it shows; /Rect keeps the value
@@ -54,6 +59,9 @@ class Annotations {
     // annotation and the one its /Popup names; nothing when it is not on the page. The objects
     // stay in the document, so Restore can put them back.
     std::optional<RemovedAnnotation> Remove(const AnnotationId& id);
+    // Takes each of `objects` off page `page` as Remove does, in one walk of /Annots whatever
+    // their number; those not on the page are skipped. Nothing is kept to put them back.
+    void RemoveAll(int page, const std::vector<int>& objects);
     // Puts a removed annotation (and its popups) back where it stood; false when it is on the
     // page already.
     bool Restore(const RemovedAnnotation& removed);

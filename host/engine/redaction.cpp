@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "engine/covered_annotations.h"
 #include "engine/document_transaction.h"
@@ -86,14 +88,26 @@ RedactionReport Redactor::Apply(const std::vector<AnnotationId>& targets,
                                 const RedactionOptions& options) {
     std::map<int, std::vector<int>> byPage;
     Annotations annotations(document_);
+    // Each page's annotations are read once, and each target is looked up in them.
+    std::unordered_map<int, std::unordered_set<int>> onPage;
+    std::unordered_map<int, std::unordered_set<int>> taken;
+    const int pages = document_.PageCount();
     for (const AnnotationId& target : targets) {
-        if (!annotations.IsOnPage(target) || annotations.Subtype(target.object) != "Redact") {
+        bool standing = target.object > 0 && target.page >= 0 && target.page < pages;
+        if (standing) {
+            auto [page, added] = onPage.try_emplace(target.page);
+            if (added) {
+                const std::vector<int> objects = annotations.OnPage(target.page);
+                page->second.insert(objects.begin(), objects.end());
+            }
+            standing = page->second.contains(target.object);
+        }
+        if (!standing || annotations.Subtype(target.object) != "Redact") {
             throw Error("object " + std::to_string(target.object) +
                         " is no Redact annotation of page " + std::to_string(target.page));
         }
-        std::vector<int>& objects = byPage[target.page];
-        if (std::find(objects.begin(), objects.end(), target.object) == objects.end())
-            objects.push_back(target.object);
+        if (taken[target.page].insert(target.object).second)
+            byPage[target.page].push_back(target.object);
     }
     RedactionReport report;
     for (const auto& [page, objects] : byPage) {
@@ -137,9 +151,7 @@ bool Redactor::ApplyOnPage(int page, const std::vector<int>& objects, const Reda
         RebuildAppearances(document_, page,
                            RemoveCoveredAnnotations(ctx, pdf, page_obj.get(), areas));
     }
-    Annotations annotations(document_);
-    for (const int object : objects)
-        annotations.Remove(AnnotationId{page, object});
+    Annotations(document_).RemoveAll(page, objects);
     return true;
 }
 
