@@ -12,6 +12,7 @@
   const labelled = req('./labelled_numbers.js', 'labelledNumbers');
   const addresses = req('./addresses.js', 'addresses');
   const people = req('./people_names.js', 'peopleNames');
+  const breaks = req('./page_breaks.js', 'pageBreaks');
 
   // The kinds, in the order of precedence used where two findings overlap.
   const KINDS = ['email', 'iban', 'card', 'ssn', 'nino', 'nationalId', 'dob', 'phone', 'passport',
@@ -338,12 +339,18 @@
   // Findings of a document, one per kind, text and page: {kind, text, page, occurrences,
   // confidence}, the confidence the highest of its occurrences. A
   // term found in several spellings on one page is one finding, with the term as its text to
-  // search for and the first spelling as what the page shows.
+  // search for and the first spelling as what the page shows. A value that a page break parts
+  // is found in the end of its page read on into the start of the next, and each page's part is
+  // a finding on that page.
   function detectDocument(pages, options = {}) {
+    const perPage = pages.map((text) => detectText(text, options));
+    for (const f of breaks.acrossBreaks(pages, perPage, (text) => detectText(text, options))) {
+      perPage[f.page].push(f);
+    }
     const findings = [];
     const byKey = new Map();
-    pages.forEach((text, page) => {
-      for (const f of detectText(text, options)) {
+    perPage.forEach((found, page) => {
+      for (const f of found) {
         const key = `${page}\u0000${f.kind}\u0000${f.kind === TERM ? f.term.toLowerCase() : f.text}`;
         const known = byKey.get(key);
         if (known) {
