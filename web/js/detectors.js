@@ -182,7 +182,10 @@
   const COLUMN_REACH = 6000;
 
   function findBirthDates(text, latestYear, joined = false) {
-    const all = dates.findDates(text, latestYear);
+    // A date may run over the lines of a narrow cell ("November" / "26," / "1964"): dates are
+    // looked for with line breaks read as blanks, which keeps every offset.
+    const all = dates.findDates(text.replace(/[\r\n]/g, ' '), latestYear)
+      .map((d) => ({ ...d, text: text.slice(d.start, d.end) }));
     const found = new Map();
     for (const cue of matches(text, BIRTH_CUE)) {
       const cueEnd = cue.index + cue[0].length;

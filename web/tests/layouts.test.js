@@ -46,6 +46,10 @@ test('a table column under its heading', () => {
     'Avenida de la Constitución 13, 41004 Sevilla\r\nCarmen Navarro\r\nCalle Mayor 160, 28013 Madrid';
   assert.deepEqual(found(cells, 'name'), ['Javier García', 'Lucía Fernández', 'Carmen Navarro']);
   assert.equal(found(cells, 'address').length, 3);
+  // a date that a narrow cell breaks over three lines is found, each line its own part
+  const narrow = register(['Name', 'Date of birth', 'IBAN'], [['Laura Foster', 'November\r\n26,\r\n1964'],
+    ['Hannah Graham', 'August 3, 1996'], ['Megan Mitchell', 'May 2, 2001']]);
+  assert.deepEqual(found(narrow, 'dob'), ['November', '26', '1964', 'August 3, 1996', 'May 2, 2001']);
   // two rows are no column: only the value right under the heading is taken
   const two = register(['Employee ID', 'Passport No.'], [['EMP-20417', '533401172'], ['EMP-20931', '146209562']]);
   assert.deepEqual(found(two, 'recordNumber'), []);
