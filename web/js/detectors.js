@@ -291,6 +291,7 @@
     };
     const least = options.minConfidence ?? DEFAULT_MIN_CONFIDENCE;
     const joined = joinLines(text);
+    const tight = joinLines(text, '');
     const candidates = [];
     for (const kind of KINDS) {
       if (!kinds.includes(kind)) continue;
@@ -303,6 +304,17 @@
           const start = joined.source[f.start];
           const end = joined.source[f.end - 1] + 1;
           found.push({ ...f, start, end, text: text.slice(start, end), joined: true });
+        }
+      }
+      // An e-mail address that a justified column broke without a hyphen is read with its
+      // lines run together; where a line shows an address whole, that finding goes first.
+      if (kind === 'email' && tight.text !== text) {
+        for (const f of findEmails(tight.text)) {
+          const start = tight.source[f.start];
+          const end = tight.source[f.end - 1] + 1;
+          if (/[\r\n]/.test(text.slice(start, end))) {
+            found.push({ ...f, start, end, text: text.slice(start, end), joined: true, confidence: 0.9 });
+          }
         }
       }
       for (const f of found) if (f.confidence >= least) candidates.push(f);
@@ -322,16 +334,16 @@
     return lines.sort((a, b) => a.start - b.start || rank(a) - rank(b));
   }
 
-  // The text with each run of blanks that holds a line break made one blank, and for each of its
-  // characters the offset it comes from.
-  function joinLines(text) {
+  // The text with each run of blanks that holds a line break made one blank (or `blank`), and for
+  // each of its characters the offset it comes from.
+  function joinLines(text, blank = ' ') {
     const source = [];
     let joinedText = '';
     let at = 0;
     for (const m of text.matchAll(/[ \t]*\r?\n[ \t\r\n]*/g)) {
       for (let i = at; i < m.index; i++) source.push(i);
-      joinedText += text.slice(at, m.index) + ' ';
-      source.push(m.index);
+      joinedText += text.slice(at, m.index) + blank;
+      if (blank) source.push(m.index);
       at = m.index + m[0].length;
     }
     for (let i = at; i < text.length; i++) source.push(i);

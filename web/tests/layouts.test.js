@@ -14,6 +14,9 @@ test('a value broken over two lines is found, each line its own part', () => {
     ['The card number on file is 5159 1937 9227\n2552. Please', 'card', ['5159 1937 9227', '2552']],
     ['the ni number: PJ 63\n81 88 D. The', 'nino', ['PJ 63', '81 88 D']],
     ['call +1 646 555\n0199 now', 'phone', ['+1 646 555', '0199']],
+    // a justified column breaks an e-mail address without a hyphen
+    ['E-Mail matthias.hoffmann@m\nail.example.org vermerkt\nor ana@example.com\nThen', 'email',
+      ['matthias.hoffmann@m', 'ail.example.org', 'ana@example.com']],
     ['The file went to Michael\nHarrison, who will review it.', 'name', ['Michael', 'Harrison']],
     ['Address: 106 rue des\nLilas, 33000 Bordeaux', 'address', ['106 rue des', 'Lilas, 33000 Bordeaux']],
   ];
