@@ -34,10 +34,11 @@ function within(finding, labels) {
   return labels.some((l) => l.includes(finding) || finding.includes(l));
 }
 
-// Our detectors over each page: [{kind, text}].
+// Our detectors over the document's pages, as the page runs them (values parted by a page
+// break included): [{kind, text}].
 function ourFindings(pages, minConfidence) {
-  return pages.flatMap((text) =>
-    detectors.detectText(text, { minConfidence, latestYear: 2026 }).map((f) => ({ kind: f.kind, text: f.text })));
+  return detectors.detectDocument(pages, { minConfidence, latestYear: 2026 })
+    .map((f) => ({ kind: f.kind, text: f.text }));
 }
 
 // The peer replaces what it finds by the name of its kind; the replaced spans are found again by

@@ -51,6 +51,44 @@ LineDirections DirectionsOf(const std::vector<TextChar>& chars, const TextLine& 
     return {forward > backward, rightToLeft > leftToRight};
 }
 
+// The characters of a line drawn left to right in the order they stand on it. A writer may store
+// such a line as runs that each go left to right but follow each other in logical order (a
+// number or a bracket within right-to-left text, for one); a run starts where the next character
+// stands before the previous glyph. Runs are put in the order of their first character's place;
+// within a run the stored order stays, so a mark drawn back over its letter keeps its place.
+std::vector<int> PlacedOrder(const std::vector<TextChar>& chars, const TextLine& line) {
+    struct Run {
+        float at = 0;
+        int first = 0;
+        int count = 0;
+    };
+    std::vector<Run> runs;
+    for (int i = line.first; i < line.first + line.count; ++i) {
+        const TextChar& ch = chars[static_cast<std::size_t>(i)];
+        const float at = Along(ch.origin, line.direction);
+        if (!runs.empty()) {
+            const TextChar& previous = chars[static_cast<std::size_t>(i - 1)];
+            const float previousStart =
+                std::min(Along(PdfPoint{previous.box.left, previous.box.bottom}, line.direction),
+                         Along(PdfPoint{previous.box.right, previous.box.top}, line.direction));
+            if (at >= previousStart - 0.1F * std::max(previous.size, 0.0F)) {
+                ++runs.back().count;
+                continue;
+            }
+        }
+        runs.push_back(Run{at, i, 1});
+    }
+    std::stable_sort(runs.begin(), runs.end(),
+                     [](const Run& a, const Run& b) { return a.at < b.at; });
+    std::vector<int> order;
+    order.reserve(static_cast<std::size_t>(std::max(line.count, 0)));
+    for (const Run& run : runs) {
+        for (int i = run.first; i < run.first + run.count; ++i)
+            order.push_back(i);
+    }
+    return order;
+}
+
 }  // namespace
 
 std::vector<int> ReadingOrderOf(const PageText& text, const TextLine& line) {
@@ -59,6 +97,7 @@ std::vector<int> ReadingOrderOf(const PageText& text, const TextLine& line) {
     const LineDirections directions = DirectionsOf(text.Chars(), line);
     if (!directions.visual)
         return order;
+    order = PlacedOrder(text.Chars(), line);
 
     // The line as UTF-16 with the character each unit comes from; values that are no scalar
     // value stand as U+FFFD, which is neutral like them.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 #include "engine/reading_order.h"
 
@@ -36,9 +37,11 @@ bool IsStoredSpace(const PageText& text, const TextLine& line, int at) {
     const TextChar& after = chars[static_cast<std::size_t>(at + 1)];
     if (IsSpaceChar(before.code) || IsSpaceChar(after.code) || before.size <= 0)
         return false;
-    const float end = Extent(before.box, line.direction).second;
-    const float start = Extent(after.box, line.direction).first;
-    return start - end < kStoredSpaceGap * before.size;
+    // The glyphs may be drawn either way along the line (right-to-left text stored as read).
+    const auto [beforeLow, beforeHigh] = Extent(before.box, line.direction);
+    const auto [afterLow, afterHigh] = Extent(after.box, line.direction);
+    const float gap = std::max(afterLow - beforeHigh, beforeLow - afterHigh);
+    return gap < kStoredSpaceGap * before.size;
 }
 
 // Appends the units of one line in reading order; returns whether it ends in a hyphen unit
@@ -85,6 +88,72 @@ bool AppendLine(const PageText& text, const TextLine& line, Folding folding,
     return false;
 }
 
+// A hyphen that joins a line to the next, and the first unit of the next line.
+struct Join {
+    std::size_t hyphen = 0;
+    std::size_t next = 0;
+};
+
+bool IsWordUnit(const ReadingUnit& unit) {
+    return !unit.optional && !unit.space && IsLetterChar(unit.code);
+}
+
+// The words of the text as they stand within lines, in lower case, hyphens inside them kept.
+std::set<std::u32string> WordsOf(const std::vector<ReadingUnit>& units) {
+    std::set<std::u32string> words;
+    std::u32string word;
+    auto finish = [&] {
+        while (!word.empty() && word.back() == U'-')
+            word.pop_back();
+        if (!word.empty())
+            words.insert(word);
+        word.clear();
+    };
+    for (const ReadingUnit& unit : units) {
+        if (unit.lineStart)
+            finish();
+        if (IsWordUnit(unit)) {
+            word += FoldCase(unit.code);
+        } else if (!unit.optional && !word.empty() && IsHyphen(unit.code)) {
+            word += U'-';
+        } else {
+            finish();
+        }
+    }
+    finish();
+    return words;
+}
+
+// Shows each hard hyphen that joins two lines unless the break is plainly hyphenation: the page
+// writes the joined word whole elsewhere, and nowhere with the hyphen.
+void ShowHyphens(std::vector<ReadingUnit>& units, const std::vector<Join>& joins) {
+    std::set<std::u32string> words;
+    bool read = false;
+    for (const Join& join : joins) {
+        if (units[join.hyphen].code == 0xAD)
+            continue;
+        if (!read) {
+            words = WordsOf(units);
+            read = true;
+        }
+        std::u32string before;
+        for (std::size_t at = join.hyphen; at > 0 && IsWordUnit(units[at - 1]); --at) {
+            before.insert(before.begin(), FoldCase(units[at - 1].code));
+            if (units[at - 1].lineStart)
+                break;
+        }
+        std::u32string after;
+        for (std::size_t at = join.next; at < units.size() && IsWordUnit(units[at]); ++at) {
+            if (at > join.next && units[at].lineStart)
+                break;
+            after += FoldCase(units[at].code);
+        }
+        const bool hyphenation =
+            words.contains(before + after) && !words.contains(before + U'-' + after);
+        units[join.hyphen].shown = !hyphenation;
+    }
+}
+
 }  // namespace
 
 ReadingText ReadingText::Of(const PageText& text, Folding folding) {
@@ -92,6 +161,7 @@ ReadingText ReadingText::Of(const PageText& text, Folding folding) {
     units.reserve(static_cast<std::size_t>(text.CharCount()));
     bool joinable = false;
     std::size_t hyphen = 0;
+    std::vector<Join> joins;
     for (const TextLine& line : text.Lines()) {
         const std::size_t begin = units.size();
         const bool wasJoinable = joinable;
@@ -104,7 +174,9 @@ ReadingText ReadingText::Of(const PageText& text, Folding folding) {
         units[begin].lineStart = false;
         for (std::size_t at = previousHyphen; at < begin; ++at)
             units[at].optional = true;
+        joins.push_back(Join{previousHyphen, begin});
     }
+    ShowHyphens(units, joins);
     return ReadingText(std::move(units));
 }
 
@@ -113,7 +185,7 @@ std::vector<std::u32string> ReadingText::Lines() const {
     for (const ReadingUnit& unit : units_) {
         if (unit.lineStart || lines.empty())
             lines.emplace_back();
-        if (!unit.optional)
+        if (!unit.optional || unit.shown)
             lines.back() += unit.code;
     }
     return lines;

@@ -16,6 +16,7 @@ struct ReadingUnit {
     bool space = false;      // the character is whitespace
     bool lineStart = false;  // the first unit of a line that does not continue the one before
     bool optional = false;   // read past when it does not match: see ReadingText
+    bool shown = false;      // an optional line-end hyphen that the lines keep: see Lines()
 };
 
 // A page's characters as a sequence of folded code points, each keeping the index of the
@@ -29,7 +30,8 @@ struct ReadingUnit {
 // - A word hyphenated at a line end is joined: when a line ends in a hyphen (or soft hyphen)
 //   after a letter and the next line begins with a letter, the hyphen is optional and the next
 //   line continues this one, so "confiden-" / "tiality" reads as "confidentiality" and still
-//   as "confiden-tiality".
+//   as "confiden-tiality". Whether the hyphen belongs to the word ("e-" / "mail") is not told
+//   by the break itself: Lines() drops it only where the break is plainly hyphenation.
 // - A space that stands between two characters of a line with no visible gap between their
 //   glyphs (less than a tenth of the font size, narrower than any word gap the text extraction
 //   inserts a space for) is stored inside a word, as in "Erfi nder" written with a ligature
@@ -40,7 +42,10 @@ class ReadingText {
 
     const std::vector<ReadingUnit>& Units() const { return units_; }
 
-    // The lines as a reader reads them: optional units left out, joined lines one line.
+    // The lines as a reader reads them: optional units left out, joined lines one line. A hyphen
+    // that joins two lines is left out when it is a soft hyphen, or when the page writes the
+    // joined word elsewhere whole and nowhere with a hyphen; otherwise it is kept ("e-mail"), as
+    // the word may be written with it. Matching takes both spellings either way.
     std::vector<std::u32string> Lines() const;
 
   private:

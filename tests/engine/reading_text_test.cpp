@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/annotation_text_finder.h"
 #include "engine/reading_text.h"
 #include "engine/text_finder.h"
 #include "engine_test_support.h"
@@ -207,13 +208,22 @@ TEST_P(ReadingLinesTest, FindsWordsAcrossLineEnds) {
 INSTANTIATE_TEST_SUITE_P(Table, ReadingLinesTest, ::testing::ValuesIn(kLinesCases),
                          [](const auto& info) { return CaseName(info.param.description); });
 
-TEST_F(ReadingLinesTest, ReaderLinesJoinHyphenatedWords) {
-    const Document document = factory_.Build(
-        PdfDescription{.pages = {PageDescription::TextLines(
-                           {"The confiden-", "tiality clause", "pages 12-", "14"})}});
-    const ReadingText reading = ReadingText::Of(PageText::OfPage(document, 0), Folding::kReading);
-    EXPECT_EQ(reading.Lines(),
-              (std::vector<std::u32string>{U"The confidentiality clause", U"pages 12-", U"14"}));
+// The lines a reader reads: a hyphen at a line end stays unless the break is plainly hyphenation
+// (the page writes the word whole elsewhere, and nowhere with the hyphen).
+TEST_F(ReadingLinesTest, ReaderLinesKeepAHyphenThatMayBelongToTheWord) {
+    const std::vector<std::pair<std::vector<std::string>, std::vector<std::u32string>>> cases = {
+        {{"The confiden-", "tiality clause", "pages 12-", "14"},
+         {U"The confiden-tiality clause", U"pages 12-", U"14"}},
+        {{"Write an e-", "mail to us"}, {U"Write an e-mail to us"}},
+        {{"Keep it confiden-", "tial, all confidential"},
+         {U"Keep it confidential, all confidential"}},
+        {{"An e-", "mail, or e-mail and email"}, {U"An e-mail, or e-mail and email"}},
+    };
+    for (const auto& [lines, read] : cases) {
+        const Document document =
+            factory_.Build(PdfDescription{.pages = {PageDescription::TextLines(lines)}});
+        EXPECT_EQ(ReadingText::Of(PageText::OfPage(document, 0), Folding::kReading).Lines(), read);
+    }
 }
 
 TEST_F(ReadingLinesTest, APageOfOneHundredThousandLetters) {
@@ -274,6 +284,17 @@ TEST_F(MappedTextTest, AWordGapIsNoStoredSpace) {
     EXPECT_EQ(Found(text, U"er nder").size(), 1u);
 }
 
+// "Q" is drawn for a full-width space: moved back over its own width it stands inside a word.
+TEST_F(MappedTextTest, AFullWidthSpaceBetweenTouchingGlyphsIsReadPast) {
+    const PageText text =
+        PageWith("<51> <3000>\n", 1, "BT /F1 12 Tf 72 720 Td [(ErQ) 778 (nder)] TJ ET");
+    EXPECT_EQ(Found(text, U"Ernder", {.wholeWord = true}).size(), 1u);
+    EXPECT_EQ(ReadingText::Of(text, Folding::kReading).Lines(),
+              (std::vector<std::u32string>{U"Ernder"}));
+    const PageText apart = PageWith("<51> <3000>\n", 1, "BT /F1 12 Tf 72 720 Td (ErQnder) Tj ET");
+    EXPECT_TRUE(Found(apart, U"Ernder").empty());
+}
+
 TEST_F(MappedTextTest, ASoftHyphenAtALineEndJoinsTheWord) {
     const PageText text = PageWith("<2D> <00AD>\n", 1,
                                    "BT /F1 12 Tf 72 720 Td (confiden-) Tj 0 -18 Td (tiality) Tj "
@@ -311,20 +332,68 @@ TEST_F(MappedTextTest, RightToLeftTextStoredAsReadKeepsItsOrder) {
               (std::vector<std::u32string>{U"\u05d0\u05d1\u05d2"}));
 }
 
-// A public file whose Hebrew name is stored in visual order: found by the name as it is typed.
-TEST_F(MappedTextTest, AHebrewNameInVisualOrderInARealFile) {
-    Document document =
-        Document::Open(context_, std::string(PDFHOST_TEST_DATA) + "/real/hebrew_mirrored.pdf");
-    const PageText text = PageText::OfPage(document, 0);
-    const std::u32string name = U"\u05d1\u05e0\u05d9\u05de\u05d9\u05df";
-    const Matches matches = Find(text, name, {.wholeWord = true});
-    ASSERT_EQ(matches.size(), 1u);
-    EXPECT_EQ(matches[0].count, 6);
-    EXPECT_EQ(text.LineBoxes(matches[0].first, matches[0].count).size(), 1u);
-    const std::vector<std::u32string> lines = ReadingText::Of(text, Folding::kReading).Lines();
-    ASSERT_FALSE(lines.empty());
-    EXPECT_EQ(lines[0], name);
+// Public files with right-to-left text (tests/data/real, see its README), stored in visual or in
+// logical order: each word is found once or more as it is typed, in logical order, whole, on one
+// line, and the page's reading lines hold it as typed.
+struct RightToLeftFile {
+    const char* file;
+    std::vector<std::u32string> words;
+};
+
+void PrintTo(const RightToLeftFile& file, std::ostream* out) {
+    *out << file.file;
 }
+
+const RightToLeftFile kRightToLeftFiles[] = {
+    // A name drawn in visual order, and a line mirrored.
+    {"hebrew_mirrored.pdf", {U"\u05d1\u05e0\u05d9\u05de\u05d9\u05df"}},
+    // Hebrew sentences in visual order; a line whose runs (words, a number, brackets) are stored
+    // in logical order, each drawn left to right.
+    {"issue11656.pdf",
+     {U"\u05e9\u05dc\u05d5\u05dd \u05e2\u05d5\u05dc\u05dd",
+      U"\u05dc\u05e4\u05d9 \u05e1\u05e2\u05d9\u05e3 15",
+      U"\u05dc\u05d7\u05d5\u05e7 \u05de\u05d1\u05e7\u05e8 \u05d4\u05de\u05d3\u05d9\u05e0\u05d4"}},
+    // Arabic in presentation forms among four other scripts, drawn by free-text annotations.
+    {"issue20504.pdf",
+     {U"\u0645\u0631\u062d\u0628\u0627 \u0628\u0627\u0644\u0639\u0627\u0644\u0645",
+      U"\u4f60\u597d\u4e16\u754c"}},
+    // Arabic with marks (shadda) on its letters.
+    {"issue5677.pdf",
+     {U"\u0645\u0627\u0630\u0627", U"\u0627\u0644\u0633\u0651\u064a\u0651\u062f\u0629"}},
+    // Hebrew labels in a Type 3 font.
+    {"issue12705.pdf", {U"\u05de\u05d7\u05dc\u05e7\u05d4", U"\u05e2\u05d5\u05d1\u05d3"}},
+};
+
+class RightToLeftFileTest : public EngineTest,
+                            public ::testing::WithParamInterface<RightToLeftFile> {};
+
+TEST_P(RightToLeftFileTest, WordsAreFoundAsTyped) {
+    const RightToLeftFile& file = GetParam();
+    Document document =
+        Document::Open(context_, std::string(PDFHOST_TEST_DATA) + "/real/" + file.file);
+    std::vector<PageText> texts{PageText::OfPage(document, 0)};
+    for (AnnotationText& drawn : AnnotationTextsOf(document, 0))
+        texts.push_back(std::move(drawn.text));
+    std::string shown;
+    for (const PageText& text : texts) {
+        for (const std::u32string& line : ReadingText::Of(text, Folding::kReading).Lines())
+            shown += EncodeUtf8(line) + "\n";
+    }
+    for (const std::u32string& word : file.words) {
+        std::size_t found = 0;
+        for (const PageText& text : texts) {
+            for (const TextMatch& match : Find(text, word, {.wholeWord = true})) {
+                EXPECT_EQ(text.LineBoxes(match.first, match.count).size(), 1u);
+                ++found;
+            }
+        }
+        EXPECT_GT(found, 0u) << EncodeUtf8(word) << " in\n" << shown;
+        EXPECT_NE(shown.find(EncodeUtf8(word)), std::string::npos) << EncodeUtf8(word);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Public, RightToLeftFileTest, ::testing::ValuesIn(kRightToLeftFiles),
+                         [](const auto& info) { return CaseName(info.param.file); });
 
 }  // namespace
 }  // namespace pdfhost::engine

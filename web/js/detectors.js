@@ -12,6 +12,7 @@
   const labelled = req('./labelled_numbers.js', 'labelledNumbers');
   const addresses = req('./addresses.js', 'addresses');
   const people = req('./people_names.js', 'peopleNames');
+  const breaks = req('./page_breaks.js', 'pageBreaks');
 
   // The kinds, in the order of precedence used where two findings overlap.
   const KINDS = ['email', 'iban', 'card', 'ssn', 'nino', 'nationalId', 'dob', 'phone', 'passport',
@@ -181,7 +182,10 @@
   const COLUMN_REACH = 6000;
 
   function findBirthDates(text, latestYear, joined = false) {
-    const all = dates.findDates(text, latestYear);
+    // A date may run over the lines of a narrow cell ("November" / "26," / "1964"): dates are
+    // looked for with line breaks read as blanks, which keeps every offset.
+    const all = dates.findDates(text.replace(/[\r\n]/g, ' '), latestYear)
+      .map((d) => ({ ...d, text: text.slice(d.start, d.end) }));
     const found = new Map();
     for (const cue of matches(text, BIRTH_CUE)) {
       const cueEnd = cue.index + cue[0].length;
@@ -287,6 +291,7 @@
     };
     const least = options.minConfidence ?? DEFAULT_MIN_CONFIDENCE;
     const joined = joinLines(text);
+    const tight = joinLines(text, '');
     const candidates = [];
     for (const kind of KINDS) {
       if (!kinds.includes(kind)) continue;
@@ -299,6 +304,17 @@
           const start = joined.source[f.start];
           const end = joined.source[f.end - 1] + 1;
           found.push({ ...f, start, end, text: text.slice(start, end), joined: true });
+        }
+      }
+      // An e-mail address that a justified column broke without a hyphen is read with its
+      // lines run together; where a line shows an address whole, that finding goes first.
+      if (kind === 'email' && tight.text !== text) {
+        for (const f of findEmails(tight.text)) {
+          const start = tight.source[f.start];
+          const end = tight.source[f.end - 1] + 1;
+          if (/[\r\n]/.test(text.slice(start, end))) {
+            found.push({ ...f, start, end, text: text.slice(start, end), joined: true, confidence: 0.9 });
+          }
         }
       }
       for (const f of found) if (f.confidence >= least) candidates.push(f);
@@ -318,16 +334,16 @@
     return lines.sort((a, b) => a.start - b.start || rank(a) - rank(b));
   }
 
-  // The text with each run of blanks that holds a line break made one blank, and for each of its
-  // characters the offset it comes from.
-  function joinLines(text) {
+  // The text with each run of blanks that holds a line break made one blank (or `blank`), and for
+  // each of its characters the offset it comes from.
+  function joinLines(text, blank = ' ') {
     const source = [];
     let joinedText = '';
     let at = 0;
     for (const m of text.matchAll(/[ \t]*\r?\n[ \t\r\n]*/g)) {
       for (let i = at; i < m.index; i++) source.push(i);
-      joinedText += text.slice(at, m.index) + ' ';
-      source.push(m.index);
+      joinedText += text.slice(at, m.index) + blank;
+      if (blank) source.push(m.index);
       at = m.index + m[0].length;
     }
     for (let i = at; i < text.length; i++) source.push(i);
@@ -338,12 +354,18 @@
   // Findings of a document, one per kind, text and page: {kind, text, page, occurrences,
   // confidence}, the confidence the highest of its occurrences. A
   // term found in several spellings on one page is one finding, with the term as its text to
-  // search for and the first spelling as what the page shows.
+  // search for and the first spelling as what the page shows. A value that a page break parts
+  // is found in the end of its page read on into the start of the next, and each page's part is
+  // a finding on that page.
   function detectDocument(pages, options = {}) {
+    const perPage = pages.map((text) => detectText(text, options));
+    for (const f of breaks.acrossBreaks(pages, perPage, (text) => detectText(text, options))) {
+      perPage[f.page].push(f);
+    }
     const findings = [];
     const byKey = new Map();
-    pages.forEach((text, page) => {
-      for (const f of detectText(text, options)) {
+    perPage.forEach((found, page) => {
+      for (const f of found) {
         const key = `${page}\u0000${f.kind}\u0000${f.kind === TERM ? f.term.toLowerCase() : f.text}`;
         const known = byKey.get(key);
         if (known) {

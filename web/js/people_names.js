@@ -33,6 +33,9 @@
     'Herren', 'Damen', 'Monsieur', 'Madame', 'Señor', 'Señora', 'The', 'Of', 'And', 'Date', 'No',
     'Number', 'Address', 'Phone', 'Email', 'Signature', 'Page', 'Ref', 'Reference', 'Employee',
     'Customer', 'Account', 'Passport', 'Birth', 'Name', 'Mr', 'Mrs', 'Ms', 'Dr', 'Hiring', 'Manager',
+    // closings of letters, which stand right above the signer's name
+    'Regards', 'Sincerely', 'Grüßen', 'Grüße', 'Gruß', 'Cordialement', 'Salutations', 'Saludos',
+    'Atentamente', 'Groeten',
   ]);
 
   // The name within `text` without the headings, titles and greetings at its ends, as it stands

@@ -130,6 +130,8 @@ test("people's names: by the recogniser in running text, after titles and labels
     ['Sehr geehrte Frau Anna-Lena Schmidt, Herr Jan van der Berg kommt. Mme Élise Fournier', 'name',
       ['Anna-Lena Schmidt', 'Jan van der Berg', 'Élise Fournier']],
     ['Dear Sir or Madam, Name: see below. The Board of Directors met in London on Monday.', 'name', []],
+    // a letter's closing above the signer is no part of the name
+    ['Wir haben es vermerkt.\nMit freundlichen Grüßen\nLukas Schneider', 'name', ['Lukas Schneider']],
   ]);
 });
 

@@ -14,6 +14,9 @@ test('a value broken over two lines is found, each line its own part', () => {
     ['The card number on file is 5159 1937 9227\n2552. Please', 'card', ['5159 1937 9227', '2552']],
     ['the ni number: PJ 63\n81 88 D. The', 'nino', ['PJ 63', '81 88 D']],
     ['call +1 646 555\n0199 now', 'phone', ['+1 646 555', '0199']],
+    // a justified column breaks an e-mail address without a hyphen
+    ['E-Mail matthias.hoffmann@m\nail.example.org vermerkt\nor ana@example.com\nThen', 'email',
+      ['matthias.hoffmann@m', 'ail.example.org', 'ana@example.com']],
     ['The file went to Michael\nHarrison, who will review it.', 'name', ['Michael', 'Harrison']],
     ['Address: 106 rue des\nLilas, 33000 Bordeaux', 'address', ['106 rue des', 'Lilas, 33000 Bordeaux']],
   ];
@@ -46,6 +49,10 @@ test('a table column under its heading', () => {
     'Avenida de la Constitución 13, 41004 Sevilla\r\nCarmen Navarro\r\nCalle Mayor 160, 28013 Madrid';
   assert.deepEqual(found(cells, 'name'), ['Javier García', 'Lucía Fernández', 'Carmen Navarro']);
   assert.equal(found(cells, 'address').length, 3);
+  // a date that a narrow cell breaks over three lines is found, each line its own part
+  const narrow = register(['Name', 'Date of birth', 'IBAN'], [['Laura Foster', 'November\r\n26,\r\n1964'],
+    ['Hannah Graham', 'August 3, 1996'], ['Megan Mitchell', 'May 2, 2001']]);
+  assert.deepEqual(found(narrow, 'dob'), ['November', '26', '1964', 'August 3, 1996', 'May 2, 2001']);
   // two rows are no column: only the value right under the heading is taken
   const two = register(['Employee ID', 'Passport No.'], [['EMP-20417', '533401172'], ['EMP-20931', '146209562']]);
   assert.deepEqual(found(two, 'recordNumber'), []);
