@@ -18,7 +18,7 @@
 #include "bridge/command_table.h"
 #include "bridge/page_event_sink.h"
 #include "config/plugin_sections.h"
-#include "document/channel_file_stream.h"
+#include "bridge/channel_file_stream.h"
 #include "document/document_access.h"
 #include "document/document_services.h"
 #include "document/temporary_save.h"

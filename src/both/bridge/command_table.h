@@ -11,7 +11,7 @@
 #include <unordered_map>
 
 #include "bridge/base_dispatcher.h"
-#include "document/channel_file_stream.h"
+#include "bridge/channel_file_stream.h"
 
 // What a command may take from its request besides the application's parts. The dispatcher keeps
 // the parameters by reference, so they must outlive it: a temporary is refused.

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "bridge/page_endpoint.h"
-#include "document/channel_file_stream.h"
+#include "bridge/channel_file_stream.h"
 
 class CommandTable;
 

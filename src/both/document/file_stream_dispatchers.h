@@ -4,7 +4,7 @@
 #pragma once
 
 #include "bridge/base_dispatcher.h"
-#include "document/channel_file_stream.h"
+#include "bridge/channel_file_stream.h"
 
 struct DocumentServices;
 class HostBytes;
