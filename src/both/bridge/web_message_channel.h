@@ -5,8 +5,8 @@
 
 #include <string_view>
 
-#include "bridge/page_endpoint.h"
 #include "bridge/channel_file_stream.h"
+#include "bridge/page_endpoint.h"
 
 class CommandTable;
 
