@@ -11,6 +11,7 @@
 #include "engine/error.h"
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
+#include "engine/private_page_data.h"
 #include "engine/redaction_areas.h"
 #include "engine/redaction_filter.h"
 #include "engine/unreadable_inline_images.h"
@@ -133,6 +134,7 @@ RedactionReport Redactor::Apply(const std::vector<AnnotationId>& targets,
         }
     }
     if (report.applied > 0) {
+        DropPrivateDocumentData(document_.fz(), document_.pdf());
         document_.pdf()->redacted = 1;
         document_.MarkChanged();
     }
@@ -148,6 +150,7 @@ bool Redactor::ApplyOnPage(int page, const std::vector<int>& objects, const Reda
         return false;
     if (!areas.Empty()) {
         RewriteWithout(ctx, pdf, page_obj.get(), areas, options.fillAreas);
+        DropPrivatePageData(ctx, page_obj.get());
         RebuildAppearances(document_, page,
                            RemoveCoveredAnnotations(ctx, pdf, page_obj.get(), areas));
     }

@@ -38,7 +38,9 @@ struct RedactionReport {
 //     area are cut to what lies outside it (clipping paths too), those wholly inside go (see
 //     CoveredPathFilter); curves that meet an area are cut as short straight segments;
 //   - annotations and form fields under an area lose what they hold (see
-//     RemoveCoveredAnnotations), and the applied annotations go with their popups.
+//     RemoveCoveredAnnotations), and the applied annotations go with their popups;
+//   - the page's thumbnail and the private application data of the page, its forms and the
+//     document (see DropPrivatePageData).
 // Each page is done on its own: a page whose content cannot be rewritten is left as it was
 // (the report names it with its boxes) while the other pages are done. Afterwards the document must
 // be saved in full with garbage collection (Document::SaveFull), never incrementally.

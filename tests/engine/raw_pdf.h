@@ -61,10 +61,12 @@ struct RawPage {
         "<< /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica "
         ">> >> >>";
     std::string annots{};
+    std::string extra{};  // more entries of the page dictionary
 };
 
 inline std::string RawDocument(RawPdf& pdf, const std::vector<RawPage>& pages,
-                               const std::string& acroForm = {}) {
+                               const std::string& acroForm = {},
+                               const std::string& catalogExtra = {}) {
     const int pagesObject = pdf.Add("");
     std::string kids;
     for (const RawPage& page : pages) {
@@ -74,14 +76,14 @@ inline std::string RawDocument(RawPdf& pdf, const std::vector<RawPage>& pages,
                            page.resources;
         if (!page.annots.empty())
             dict += " /Annots " + page.annots;
-        kids += Ref(pdf.Add(dict + " >>")) + " ";
+        kids += Ref(pdf.Add(dict + page.extra + " >>")) + " ";
     }
     pdf.Set(pagesObject,
             "<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(pages.size()) + " >>");
     std::string catalog = "<< /Type /Catalog /Pages " + Ref(pagesObject);
     if (!acroForm.empty())
         catalog += " /AcroForm " + acroForm;
-    return pdf.Bytes(pdf.Add(catalog + " >>"));
+    return pdf.Bytes(pdf.Add(catalog + catalogExtra + " >>"));
 }
 
 }  // namespace pdfhost::engine::testing_support

@@ -199,6 +199,25 @@ const Place kPlaces[] = {
                                    RawPage{}.resources, "[" + Ref(link) + "]"}});
      },
      Rect{60, 680, 300, 730}, "linksecret", "linkkept"},
+    {"private data and thumbnail",
+     [](RawPdf& pdf) {
+         // Copies of the page as applications keep them: private data of the page, of a form
+         // it draws and of the document, and a thumbnail whose pixels spell the secret.
+         const auto piece = [&pdf] {
+             return " /PieceInfo << /Editor << /LastModified (D:20200101) /Private " +
+                    Ref(pdf.AddStream("", "artwork: piecesecret")) + " >> >>";
+         };
+         const int form = pdf.AddStream("/Type /XObject /Subtype /Form /BBox [0 0 10 10]" + piece(),
+                                        "0 0 1 1 re f");
+         const int thumb = pdf.AddStream(
+             "/Width 11 /Height 1 /ColorSpace /DeviceGray /BitsPerComponent 8", "piecesecret");
+         RawPage page{Show(72, 700, "piecesecret") + Show(72, 600, "piecekept") + "/X1 Do\n"};
+         page.resources = "<< /Font << /F1 " + Ref(pdf.Add(kHelvetica)) + " >> /XObject << /X1 " +
+                          Ref(form) + " >> >>";
+         page.extra = piece() + " /Thumb " + Ref(thumb);
+         return RawDocument(pdf, {page}, {}, piece());
+     },
+     Rect{60, 690, 200, 715}, "piecesecret", "piecekept"},
 };
 
 void PrintTo(const Place& place, std::ostream* out) {
