@@ -40,6 +40,33 @@ Rect ToRect(const fz_rect& rect) {
     return Rect{rect.x0, rect.y0, rect.x1, rect.y1};
 }
 
+// Every optional content group of the document is shown while it lives, as it was afterwards: a
+// layer that the file hides is still in it, so its text is read, found and redacted like any
+// other.
+class AllLayersShown {
+  public:
+    AllLayersShown(fz_context* ctx, pdf_document* pdf) : ctx_(ctx), pdf_(pdf) {
+        const int count = pdf_count_layers(ctx, pdf);
+        for (int layer = 0; layer < count; ++layer) {
+            if (pdf_layer_is_enabled(ctx, pdf, layer) == 0) {
+                pdf_enable_layer(ctx, pdf, layer, 1);
+                hidden_.push_back(layer);
+            }
+        }
+    }
+    AllLayersShown(const AllLayersShown&) = delete;
+    AllLayersShown& operator=(const AllLayersShown&) = delete;
+    ~AllLayersShown() {
+        for (const int layer : hidden_)
+            pdf_enable_layer(ctx_, pdf_, layer, 0);
+    }
+
+  private:
+    fz_context* ctx_;
+    pdf_document* pdf_;
+    std::vector<int> hidden_;
+};
+
 // The characters of a structured-text page (MuPDF space), moved to PDF page space by `toPdf`.
 Collected Collect(fz_context* ctx, const fz_stext_page* page, fz_matrix toPdf) {
     Collected out;
@@ -110,6 +137,7 @@ PageText PageText::OfPage(const Document& document, int page) {
     });
     Collected collected =
         Extract(ctx, what, frame.bounds, fz_invert_matrix(frame.ctm), [&](fz_device* device) {
+            const AllLayersShown shown(ctx, document.pdf());
             fz_run_page_contents(ctx, &loaded.get()->super, device, fz_identity, nullptr);
         });
     return PageText(std::move(collected.chars), std::move(collected.lines));
@@ -128,9 +156,11 @@ PageText PageText::OfAnnotation(fz_context* ctx, pdf_annot* annot) {
         f.bounds = pdf_bound_annot(ctx, annot);
         return f;
     });
-    Collected collected = Extract(
-        ctx, what, frame.bounds, fz_invert_matrix(frame.ctm),
-        [&](fz_device* device) { pdf_run_annot(ctx, annot, device, fz_identity, nullptr); });
+    Collected collected =
+        Extract(ctx, what, frame.bounds, fz_invert_matrix(frame.ctm), [&](fz_device* device) {
+            const AllLayersShown shown(ctx, pdf_annot_page(ctx, annot)->doc);
+            pdf_run_annot(ctx, annot, device, fz_identity, nullptr);
+        });
     return PageText(std::move(collected.chars), std::move(collected.lines));
 }
 
