@@ -165,6 +165,7 @@ TEST_F(RibbonTest, WithoutTheSignInTableTheCommandsStopAtSignIn) {
     ASSERT_NE(entry, nullptr);
     entry->execute(entry);
     EXPECT_EQ(platform2.welcomeDialogs.size(), 1u);
+    EXPECT_TRUE(bare.account.signInTexts.empty());  // no sign-in window without the table
     EXPECT_FALSE(app2.pane.shown());
     EXPECT_TRUE(bare.paneCalls.empty());
     app2.Unload();
