@@ -103,18 +103,6 @@ TEST_F(PageEventsTest, EveryEventGoesOutInItsExactText) {
     EXPECT_EQ(PaneEvents(), expected);
 }
 
-TEST_F(PageEventsTest, ChangePageNamesTheAccountPageOnlyWhenAskedFor) {
-    AddPane();
-    app.accountPage = true;
-    ChangePageEvent(app).Send();
-    app.accountPage = false;
-    ChangePageEvent(app).Send();
-    EXPECT_EQ(PaneEvents(),
-              (std::vector<std::string>{
-                  "{\"data\":{\"page\":\"my-plan\"},\"name\":\"ev-user-change-page\"}\n",
-                  "{\"data\":{\"page\":\"home\"},\"name\":\"ev-user-change-page\"}\n"}));
-}
-
 TEST_F(PageEventsTest, FileIdComesFromTheHandleThenFromThePathAndIsNeverMade) {
     const HostDoc known = host.Open(FileDoc(L"/docs/known.pdf"));
     const HostDoc byPath = host.Open(FileDoc(L"/docs/by-path.pdf"));
