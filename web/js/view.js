@@ -205,7 +205,10 @@
       return [
         el(doc, 'h2', { text: 'Done' }),
         el(doc, 'p', {
-          text: `${summary.total} finding(s) redacted on ${summary.pagesWithFindings} of ${summary.pages} page(s).`,
+          text: !summary.total && summary.userMarks
+            ? 'The marks you drew in the editor were redacted.'
+            : `${summary.total} finding(s) redacted on ${summary.pagesWithFindings} of ${summary.pages} page(s).` +
+              (summary.userMarks ? ' The marks you drew in the editor were redacted too.' : ''),
         }),
         el(doc, 'ul', {}, rows),
         el(doc, 'p', { className: 'output', text: `Saved as ${summary.output}` }),
@@ -247,7 +250,7 @@
 
       $('scan').disabled = workflow.busy;
       $('scan').textContent = session && !session.applied ? 'Scan again' : 'Scan';
-      $('apply').disabled = workflow.busy || !session || session.applied || workflow.keptCount() === 0;
+      $('apply').disabled = workflow.busy || !workflow.canApply();
       const unmarked = workflow.unmarkedFindings().length > 0;
       $('save').hidden = !session || !session.applied || session.saved;
       $('save').disabled = workflow.busy;
