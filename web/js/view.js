@@ -4,6 +4,7 @@
   'use strict';
 
   const { KIND_ORDER, verificationLine } = root.Sablemark.workflow;
+  const { usageLine } = root.Sablemark.accountUsage;
 
   const KIND_LABELS = {
     email: 'E-mail addresses',
@@ -237,6 +238,10 @@
         ? `Signed in as ${fullName || account.username || account.email || 'this user'}.`
         : workflow.accountError ? `Not signed in: ${workflow.accountError}` : 'Reading the account…';
       $('account-email').textContent = account && account.email ? account.email : '';
+      const usage = workflow.usage;
+      $('account-service').textContent = usage && usage.address ? `Service: ${usage.address}` : '';
+      $('account-usage').hidden = !account || !usage;
+      if (account && usage) $('account-usage').textContent = usageLine(usage.usage, usage.error);
       $('account-state').textContent = account
         ? 'To sign out or change the account, use the editor\'s Account menu.'
         : 'Sign in to use the redaction service.';

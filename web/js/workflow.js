@@ -202,6 +202,7 @@
           const data = await this._call('getUser');
           this.account = (data && data.info) || null;
           this.accountError = null;
+          if (this.account && this.page === 'account' && this.usage) await this.usage.load();
         } catch (error) {
           this.account = null;
           this.accountError = error.message;
@@ -681,6 +682,7 @@
         session.cancelled = null;
         session.applied = true;
         session.userMarksApplied = withOwn;
+        if (this.usage) await this.usage.reportRedaction(session);
         if (session.unmarked.length) {
           this.status = 'Not saved yet: some ticked findings are no longer marked in the document.';
           return session;
