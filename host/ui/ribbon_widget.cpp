@@ -2,8 +2,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QEvent>
 #include <QFile>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -45,29 +43,6 @@ QString DisabledReason(bool documentOpen) {
 constexpr const char* kHandleProperty = "ribbonHandle";
 // How long the press's status message stays once the entry's work is done.
 constexpr int kPressMessageMs = 2000;
-// How long a press waits at most for the status bar to paint its message.
-constexpr int kPaintWaitMs = 60;
-
-// Notes whether a widget has painted since it was made.
-class PaintWatch : public QObject {
-  public:
-    explicit PaintWatch(QWidget* widget) : widget_(widget) { widget_->installEventFilter(this); }
-    ~PaintWatch() override { widget_->removeEventFilter(this); }
-    PaintWatch(const PaintWatch&) = delete;
-    PaintWatch& operator=(const PaintWatch&) = delete;
-
-    bool painted = false;
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint)
-            painted = true;
-        return QObject::eventFilter(watched, event);
-    }
-
-  private:
-    QWidget* widget_;
-};
 
 }  // namespace
 
@@ -191,21 +166,13 @@ void RibbonWidget::PressWithFeedback(uintptr_t handle, const QString& title) {
     auto* window = qobject_cast<QMainWindow*>(this->window());
     QStatusBar* status = window != nullptr ? window->statusBar() : nullptr;
     const QString message = tr("Opening %1…").arg(title);
-    QApplication::setOverrideCursor(Qt::BusyCursor);
     if (status != nullptr) {
-        // A window that holds web views composes its frames later, so a repaint alone may not
-        // reach the screen before the work starts: the paint is waited for, briefly, without
-        // taking the user's input.
-        PaintWatch watch(status);
         status->showMessage(message);
         status->repaint();
-        QElapsedTimer waited;
-        waited.start();
-        while (!watch.painted && status->isVisible() && waited.elapsed() < kPaintWaitMs)
-            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 5);
     }
     // Busy until the event loop runs again: at the end of the work, or as soon as it shows a
     // dialog of its own.
+    QApplication::setOverrideCursor(Qt::BusyCursor);
     QTimer::singleShot(0, qApp, [] { QApplication::restoreOverrideCursor(); });
     app_.Ribbons().Press(handle);
     if (status != nullptr && status->currentMessage() == message)
