@@ -20,9 +20,9 @@ def main():
     args = parser.parse_args()
 
     profile = pathlib.Path(args.profile).resolve()
-    write_profile(profile, page_address(pathlib.Path(args.web), False))
-    server = AccountServer()
+    server = AccountServer(profile / "account_server_usage.json")
     try:
+        write_profile(profile, page_address(pathlib.Path(args.web), False, service=server.address))
         return subprocess.call([args.pdfhost, "--profile", str(profile), "--plugins", args.plugins,
                                 "--account-server", server.address] + args.files)
     finally:

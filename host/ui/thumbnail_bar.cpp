@@ -2,6 +2,7 @@
 
 #include <QItemSelectionModel>
 
+#include "ui/current_page_frame.h"
 #include "ui/thumbnail_model.h"
 
 namespace pdfhost::ui {
@@ -10,6 +11,7 @@ ThumbnailBar::ThumbnailBar(HostDocument& document, QWidget* parent)
     : QListView(parent), pages_(new ThumbnailModel(document, this)) {
     setObjectName(QStringLiteral("Thumbnails"));
     setModel(pages_);
+    setItemDelegate(new CurrentPageFrame(this));
     setViewMode(QListView::IconMode);
     setFlow(QListView::TopToBottom);
     setWrapping(false);

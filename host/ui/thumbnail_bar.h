@@ -1,5 +1,5 @@
 // The page thumbnails beside a document's view: one entry per page, its picture drawn when it
-// comes into sight, the current page selected; a click goes to its page.
+// comes into sight, the current page selected and framed; a click goes to its page.
 #pragma once
 
 #include <QListView>

@@ -112,6 +112,8 @@ void CWebBrowser::OnEngineReady() {
 
     QWebEngineSettings* settings = page_->settings();
     settings->setAttribute(QWebEngineSettings::JavascriptEnabled, true);
+    // A page opened from a file (the developers' custom_url) still asks the service's API.
+    settings->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
     page_->EnableScriptDialogs();
 
     channel_ = new QWebChannel(this);

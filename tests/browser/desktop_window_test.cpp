@@ -30,28 +30,57 @@
 
 namespace {
 
-// The account server's service document: the page itself comes from the developers' file, the
-// account domain is this server.
-HttpAnswer ServiceDocument(const HttpRequestSeen& request, unsigned short port) {
-    HttpAnswer answer;
-    if (!request.target.ends_with("/txdfApi.json")) {
-        answer.status = 404;
-        answer.reason = "Not Found";
+// The account server: its service document (the page itself comes from the developers' file,
+// the account domain is this server), the token request of getUserJWT, and the usage API, which
+// counts the redactions the page reports.
+class AccountService {
+  public:
+    HttpAnswer Answer(const HttpRequestSeen& request, unsigned short port) {
+        HttpAnswer answer;
+        answer.headers = {{"Access-Control-Allow-Origin", "*"}};
+        const std::string address = "http://127.0.0.1:" + std::to_string(port);
+        if (request.method == "OPTIONS") {
+            answer.status = 204;
+            answer.headers.emplace_back("Access-Control-Allow-Headers",
+                                        "Authorization, Content-Type");
+            answer.headers.emplace_back("Access-Control-Allow-Methods", "GET, POST");
+        } else if (request.target.ends_with("/txdfApi.json")) {
+            answer.body = R"({"url":{"qvd_brevan_plugin_domain":"http://127.0.0.1/p?platform=%s",)"
+                          R"("qvd_domain":")" +
+                          address + R"(","qvd_brevan_user_jwt":")" + address +
+                          R"(/jwt?token=%s%s"},"size":3,"dsvConfig":{}})";
+        } else if (request.target.starts_with("/jwt?token=")) {
+            answer.body = R"({"ret":0,"data":{"jwtResult":"service-token"}})";
+        } else if (request.target.starts_with("/api/v1/usage")) {
+            const auto authorization = request.headers.find("authorization");
+            if (authorization == request.headers.end() ||
+                authorization->second != "Bearer service-token") {
+                answer.status = 401;
+                return answer;
+            }
+            if (request.method == "POST")
+                ++documents_;
+            answer.body = R"({"ret":0,"data":{"month":"2026-11","documentsRedacted":)" +
+                          std::to_string(documents_.load()) + R"(,"findingsRedacted":0}})";
+        } else {
+            answer.status = 404;
+            answer.reason = "Not Found";
+        }
         return answer;
     }
-    answer.body = R"({"url":{"qvd_brevan_plugin_domain":"http://127.0.0.1/p?platform=%s",)"
-                  R"("qvd_domain":"http://127.0.0.1:)" +
-                  std::to_string(port) + R"("},"size":2,"dsvConfig":{}})";
-    return answer;
-}
 
-void WriteDevelopersFile(const QString& profile) {
+  private:
+    std::atomic<int> documents_ = 2;
+};
+
+void WriteDevelopersFile(const QString& profile, unsigned short port) {
     const QString folder = profile + QStringLiteral("/userdata/sblm.io");
     ASSERT_TRUE(QDir().mkpath(folder));
     QFile file(folder + QStringLiteral("/brevan.config"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     const QString page =
-        QUrl::fromLocalFile(QStringLiteral(BREVAN_WEB_DIR "/index.html")).toString();
+        QUrl::fromLocalFile(QStringLiteral(BREVAN_WEB_DIR "/index.html")).toString() +
+        QStringLiteral("?ai_domain=http://127.0.0.1:%1").arg(port);
     file.write(
         QStringLiteral(R"({"custom_url": "%1", "internet_connection": true})").arg(page).toUtf8());
 }
@@ -79,11 +108,11 @@ class DesktopWindowTest : public ::testing::Test {
   protected:
     void SetUp() override {
         server_.emplace([this](const HttpRequestSeen& request) {
-            return ServiceDocument(request, port_.load());
+            return service_.Answer(request, port_.load());
         });
         port_ = server_->port();
         ASSERT_TRUE(QFile::copy(QStringLiteral(BREVAN_SAMPLE_PDF), SamplePath()));
-        WriteDevelopersFile(profile_.path());
+        WriteDevelopersFile(profile_.path(), port_);
         pdfhost::HostOptions options;
         options.profile = profile_.path().toStdString();
         options.plugins = BREVAN_PLUGIN_DIR;
@@ -151,6 +180,7 @@ class DesktopWindowTest : public ::testing::Test {
     }
 
     std::atomic<unsigned short> port_ = 0;
+    AccountService service_;
     std::optional<LocalHttpServer> server_;
     QTemporaryDir profile_;
     QTemporaryDir files_;
@@ -186,7 +216,7 @@ TEST_F(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocumen
 }
 
 // Pictures of the pane as the user goes through it: mid-scan, after dropping a finding in the
-// review, and the account page that Profile opens.
+// review, and the account page that Profile opens after the apply, with the service's usage.
 TEST_F(DesktopWindowTest, PicturesOfTheScanTheReviewAndTheAccountPage) {
     ASSERT_NO_FATAL_FAILURE(OpenThePane());
     Click("scan");
@@ -209,6 +239,16 @@ TEST_F(DesktopWindowTest, PicturesOfTheScanTheReviewAndTheAccountPage) {
     Spin(500);
     SavePicture("desktop_review");
 
+    // Apply & save: the page reports the redaction to the service, and the account page shows
+    // the service's count.
+    host_->Answers().Queue("messageBox", 1);
+    host_->Answers().Queue("fileSave",
+                           files_.filePath(QStringLiteral("sample_redacted.pdf")).toStdString());
+    Click("apply");
+    ASSERT_TRUE(WaitFor([&] {
+        return Status() == QStringLiteral("Redaction applied, the copy saved and checked.");
+    })) << Status().toStdString();
+
     QAction* profile = RibbonEntry(*window_, QStringLiteral("Profile"));
     ASSERT_NE(profile, nullptr);
     profile->trigger();
@@ -216,8 +256,13 @@ TEST_F(DesktopWindowTest, PicturesOfTheScanTheReviewAndTheAccountPage) {
         return !Page("document.getElementById('account-view').hidden").toBool() &&
                Page("document.getElementById('account-who').textContent")
                    .toString()
-                   .startsWith(QStringLiteral("Signed in as"));
-    }));
+                   .startsWith(QStringLiteral("Signed in as")) &&
+               Page("document.getElementById('account-usage').textContent")
+                   .toString()
+                   .contains(QStringLiteral("November 2026: 3 document(s) redacted"));
+    })) << Page("document.getElementById('account-usage').textContent").toString().toStdString();
+    EXPECT_EQ(Page("document.getElementById('account-service').textContent").toString(),
+              QStringLiteral("Service: http://127.0.0.1:%1").arg(port_.load()));
     Spin(500);
     SavePicture("desktop_profile");
 }

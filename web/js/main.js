@@ -9,6 +9,9 @@
   const workflow = new S.workflow.Workflow({ bridge });
   if (options.accountPage) workflow.page = 'account';
   workflow.userMarks = new S.userMarks.UserMarks({ workflow });
+  workflow.usage = new S.accountUsage.AccountUsage({
+    workflow, address: options.service, fetch: (...args) => root.fetch(...args),
+  });
   workflow.onChange(() => workflow.userMarks.follow());
   const scanOptions = {
     terms: options.terms, wholeWord: options.wholeWord, kinds: options.kinds,

@@ -21,6 +21,14 @@
       .split(',')
       .map((r) => r.trim().toUpperCase())
       .filter((r) => /^[A-Z]{2}$/.test(r));
+    // The service's address, which the editor puts in as ai_domain: http or https only.
+    let service = null;
+    try {
+      const url = new URL(params.get('ai_domain') || '');
+      if (url.protocol === 'http:' || url.protocol === 'https:') service = url.origin + url.pathname.replace(/\/+$/, '');
+    } catch (error) {
+      service = null;
+    }
     const theme = /^[0-9a-f]{6}$/i.test(params.get('ThemeColor') || '') ? `#${params.get('ThemeColor')}` : null;
     return {
       auto: flag('auto'),
@@ -32,6 +40,7 @@
       minConfidence: params.has('minConfidence') && least >= 0 && least <= 1 ? least : detectors.DEFAULT_MIN_CONFIDENCE,
       regions: regions.length ? regions : null,
       accent: theme,
+      service,
     };
   }
 

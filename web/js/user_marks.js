@@ -25,6 +25,18 @@
       return state.present !== false && state.included;
     }
 
+    // Whether the pane lists the user's marks, ticked, for the session: Apply can take them
+    // even when no finding is kept.
+    listed(session) {
+      const state = this.stateOf(session.doc.id);
+      return state.present === true && state.included && !session.applied;
+    }
+
+    // The marks went away in the editor (undone or deleted): the pane stops listing them.
+    forgetPresence(session) {
+      this._docs.set(session.doc.id, { ...this.stateOf(session.doc.id), present: false });
+    }
+
     setIncluded(id, included) {
       this._docs.set(id, { ...this.stateOf(id), included });
       this.workflow._notify();

@@ -4,6 +4,7 @@
   'use strict';
 
   const { KIND_ORDER, verificationLine } = root.Sablemark.workflow;
+  const { usageLine } = root.Sablemark.accountUsage;
 
   const KIND_LABELS = {
     email: 'E-mail addresses',
@@ -205,7 +206,10 @@
       return [
         el(doc, 'h2', { text: 'Done' }),
         el(doc, 'p', {
-          text: `${summary.total} finding(s) redacted on ${summary.pagesWithFindings} of ${summary.pages} page(s).`,
+          text: !summary.total && summary.userMarks
+            ? 'The marks you drew in the editor were redacted.'
+            : `${summary.total} finding(s) redacted on ${summary.pagesWithFindings} of ${summary.pages} page(s).` +
+              (summary.userMarks ? ' The marks you drew in the editor were redacted too.' : ''),
         }),
         el(doc, 'ul', {}, rows),
         el(doc, 'p', { className: 'output', text: `Saved as ${summary.output}` }),
@@ -234,6 +238,10 @@
         ? `Signed in as ${fullName || account.username || account.email || 'this user'}.`
         : workflow.accountError ? `Not signed in: ${workflow.accountError}` : 'Reading the account…';
       $('account-email').textContent = account && account.email ? account.email : '';
+      const usage = workflow.usage;
+      $('account-service').textContent = usage && usage.address ? `Service: ${usage.address}` : '';
+      $('account-usage').hidden = !account || !usage;
+      if (account && usage) $('account-usage').textContent = usageLine(usage.usage, usage.error);
       $('account-state').textContent = account
         ? 'To sign out or change the account, use the editor\'s Account menu.'
         : 'Sign in to use the redaction service.';
@@ -247,7 +255,7 @@
 
       $('scan').disabled = workflow.busy;
       $('scan').textContent = session && !session.applied ? 'Scan again' : 'Scan';
-      $('apply').disabled = workflow.busy || !session || session.applied || workflow.keptCount() === 0;
+      $('apply').disabled = workflow.busy || !workflow.canApply();
       const unmarked = workflow.unmarkedFindings().length > 0;
       $('save').hidden = !session || !session.applied || session.saved;
       $('save').disabled = workflow.busy;

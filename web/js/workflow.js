@@ -202,6 +202,7 @@
           const data = await this._call('getUser');
           this.account = (data && data.info) || null;
           this.accountError = null;
+          if (this.account && this.page === 'account' && this.usage) await this.usage.load();
         } catch (error) {
           this.account = null;
           this.accountError = error.message;
@@ -636,6 +637,13 @@
       return this.current ? this._keptNames(this.current).length : 0;
     }
 
+    // Whether Apply has anything to burn in: kept findings, or the user's own ticked marks.
+    canApply() {
+      const session = this.current;
+      if (!session || session.applied) return false;
+      return this.keptCount() > 0 || Boolean(this.userMarks && this.userMarks.listed(session));
+    }
+
     // Burns the kept marks in (the editor asks the user first), then saves the copy; a No at the
     // prompt ends it without a failure, the session left as it was (`cancelled` says so). In a batch
     // the editor applies without asking and names the copy itself; the check for other marks is
@@ -645,13 +653,18 @@
         const session = this.current;
         if (!session || session.applied) throw new WorkflowError('There is nothing to apply: scan a document first.');
         const names = this._keptNames(session);
-        if (!names.length) throw new WorkflowError('No finding is marked for redaction.');
+        const ownListed = Boolean(this.userMarks && this.userMarks.listed(session));
+        if (!names.length && !ownListed) throw new WorkflowError('No finding is marked for redaction.');
         if (session.marked) {
           await this._call('clearMarkTexts');
           session.marked = false;
         }
         const others = !session.batch && (await this._call('hasOtherRedact')) === true;
         const withOwn = others && Boolean(this.userMarks && this.userMarks.included(session));
+        if (!names.length && !withOwn) {
+          if (this.userMarks) this.userMarks.forgetPresence(session);
+          throw new WorkflowError('Nothing is marked for redaction: your marks are no longer in the document.');
+        }
         if (others && !withOwn) {
           session.notices.push('The document holds redaction marks that this page did not make; ' +
             'they are left as they are.');
@@ -668,11 +681,13 @@
         }
         session.cancelled = null;
         session.applied = true;
+        session.userMarksApplied = withOwn;
+        if (this.usage) await this.usage.reportRedaction(session);
         if (session.unmarked.length) {
           this.status = 'Not saved yet: some ticked findings are no longer marked in the document.';
           return session;
         }
-        this.status = 'Redaction applied.';
+        this.status = withOwn && !names.length ? 'Your marks were redacted.' : 'Redaction applied.';
         this._notify();
         await this._save(session);
         return session;
@@ -953,6 +968,7 @@
       total,
       pagesWithFindings: pages.size,
       pagesWithoutText: session.textless || [],
+      ...(session.userMarksApplied ? { userMarks: true } : {}),
       verified: session.verification,
     };
   }

@@ -28,11 +28,14 @@ const summaryOf = (line) => JSON.parse(line.replace(/^SABLEMARK-SUMMARY /, ''));
 
 test('the page address switches on the automatic mode and carries terms and kinds', () => {
   assert.deepEqual(parsePageOptions('?platform=linux&auto=1&terms=Ana,Bo&terms=ana&kinds=email,iban,bogus&ThemeColor=1a73e8' +
-    '&minConfidence=0.8&regions=gb,FR,x1'),
+    '&minConfidence=0.8&regions=gb,FR,x1&ai_domain=http://127.0.0.1:8123/'),
   { auto: true, accountPage: false, batch: false, terms: ['Ana', 'Bo'], wholeWord: false, kinds: ['email', 'iban'],
-    accent: '#1a73e8', minConfidence: 0.8, regions: ['GB', 'FR'] });
+    accent: '#1a73e8', minConfidence: 0.8, regions: ['GB', 'FR'], service: 'http://127.0.0.1:8123' });
   assert.deepEqual(parsePageOptions(''), { auto: false, accountPage: false, batch: false, terms: [], wholeWord: false,
-    kinds: null, accent: null, minConfidence: 0.5, regions: null });
+    kinds: null, accent: null, minConfidence: 0.5, regions: null, service: null });
+  for (const address of ['javascript:alert(1)', 'file:///etc/passwd', 'not an address']) {
+    assert.equal(parsePageOptions(`?ai_domain=${encodeURIComponent(address)}`).service, null, address);
+  }
   assert.equal(parsePageOptions('?defaultPage=MyPlan').accountPage, true);
   // a threshold outside 0..1 or not a number is the default one
   assert.equal(parsePageOptions('?minConfidence=2').minConfidence, 0.5);
