@@ -354,9 +354,9 @@
   // Findings of a document, one per kind, text and page: {kind, text, page, occurrences,
   // confidence}, the confidence the highest of its occurrences. A
   // term found in several spellings on one page is one finding, with the term as its text to
-  // search for and the first spelling as what the page shows. A value that a page break parts
-  // is found in the end of its page read on into the start of the next, and each page's part is
-  // a finding on that page.
+  // search for and the first spelling as what the page shows. A value or a term that a page break
+  // parts is found in the end of its page read on into the start of the next, and each page's
+  // part is a finding on that page (a term's part with `wholeWord` when it stands as whole words).
   function detectDocument(pages, options = {}) {
     const perPage = pages.map((text) => detectText(text, options));
     for (const f of breaks.acrossBreaks(pages, perPage, (text) => detectText(text, options))) {
@@ -366,7 +366,7 @@
     const byKey = new Map();
     perPage.forEach((found, page) => {
       for (const f of found) {
-        const key = `${page}\u0000${f.kind}\u0000${f.kind === TERM ? f.term.toLowerCase() : f.text}`;
+        const key = `${page}\u0000${f.kind}\u0000${f.kind === TERM ? f.term.toLowerCase() : f.text}\u0000${Boolean(f.wholeWord)}`;
         const known = byKey.get(key);
         if (known) {
           known.occurrences++;
@@ -375,6 +375,7 @@
         }
         const finding = { kind: f.kind, text: f.text, page, occurrences: 1, confidence: f.confidence };
         if (f.kind === TERM) finding.term = f.term;
+        if (f.wholeWord) finding.wholeWord = true;
         byKey.set(key, finding);
         findings.push(finding);
       }

@@ -57,25 +57,50 @@
     return { text, source, boundary };
   }
 
+  const WORD_CHAR = /[\p{L}\p{M}\p{N}]/u;
+
+  // The parts of a finding of the joined text, one per page it stands on: {page, start, end}
+  // (offsets in that page's text), blanks at their edges left out.
+  function partsOf(f, joined, pages) {
+    const parts = [];
+    for (let i = f.start; i < f.end; i++) {
+      const at = joined.source[i];
+      if (!at || /\s/u.test(pages[at.page][at.at])) continue;
+      const part = parts.at(-1);
+      if (part && part.page === at.page) part.end = at.at + 1;
+      else parts.push({ page: at.page, start: at.at, end: at.at + 1 });
+    }
+    return parts;
+  }
+
   // Findings that only the two pages read together hold: each as found in the joined text,
   // mapped to the one page its text stands on ({...finding, page, start, end}, offsets in that
   // page's text), and left out where that page's own findings (`known[page]`) cover any of its
-  // characters. `detect(text)` gives the findings of a text, each on one line.
+  // characters. `detect(text)` gives the findings of a text, each on one line, and the user's
+  // terms whole: a term whose words end one page and start the next is a finding on each page,
+  // whose `term` is the part its page shows, `wholeWord` when no letter or digit touches it there.
   function acrossBreaks(pages, known, detect) {
     const found = [];
+    const add = (f, { page, start, end }) => {
+      const overlaps = (k) => k.start < end && start < k.end;
+      if ((known[page] || []).some(overlaps) || found.some((k) => k.page === page && overlaps(k))) return;
+      found.push({ ...f, page, start, end, text: pages[page].slice(start, end) });
+    };
     for (let p = 0; p + 1 < pages.length; p++) {
       const joined = breakText(pages, p);
       if (!joined) continue;
       for (const f of detect(joined.text)) {
-        const first = joined.source[f.start];
-        const last = joined.source[f.end - 1];
-        if (!first || !last || first.page !== last.page) continue;
-        const { page } = first;
-        const start = first.at;
-        const end = last.at + 1;
-        const overlaps = (k) => k.start < end && start < k.end;
-        if ((known[page] || []).some(overlaps) || found.some((k) => k.page === page && overlaps(k))) continue;
-        found.push({ ...f, page, start, end, text: pages[page].slice(start, end) });
+        const parts = partsOf(f, joined, pages);
+        if (parts.length === 1) {
+          add(f, parts[0]);
+        } else if (f.term !== undefined && parts.length === 2) {
+          for (const part of parts) {
+            const text = pages[part.page];
+            const term = text.slice(part.start, part.end);
+            const wholeWord = !WORD_CHAR.test(text[part.start - 1] || '') && !WORD_CHAR.test(text[part.end] || '');
+            add({ ...f, term, wholeWord }, part);
+          }
+        }
       }
     }
     return found;
