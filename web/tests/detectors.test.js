@@ -132,6 +132,12 @@ test("people's names: by the recogniser in running text, after titles and labels
     ['Dear Sir or Madam, Name: see below. The Board of Directors met in London on Monday.', 'name', []],
     // a letter's closing above the signer is no part of the name
     ['Wir haben es vermerkt.\nMit freundlichen Grüßen\nLukas Schneider', 'name', ['Lukas Schneider']],
+    // German, French and Spanish first names of the lists, with no title or label before them
+    ['Laut Wiebke Kühnel kam es zu spät. Selon Gwenaëlle Duchêne, oui. El martes Begoña\nEtxeberria envió',
+      'name', ['Wiebke Kühnel', 'Gwenaëlle Duchêne', 'Begoña', 'Etxeberria']],
+    // words of the lists that are other words, places and institutions named after people
+    ['The General Assembly met in Paris on May Day, avenue Victor Hugo, near Florence Street, ' +
+      'by the San Martín Ltd building.', 'name', []],
   ]);
 });
 
