@@ -223,13 +223,21 @@
     return wholeWord ? pattern(body, WORD_BEFORE, WORD_AFTER) : new RegExp(body, 'gu');
   }
 
+  // A term is looked for as typed and in its composed and decomposed forms, so that "café"
+  // typed with a combining accent finds the page's "café" and the other way round (the editor's
+  // search takes them as the same).
   function findTerms(text, terms, wholeWord) {
     const found = [];
     for (const term of terms) {
-      const re = termRegExp(term, wholeWord);
-      const folded = new RegExp(re.source, 'giu');
-      for (const m of matches(text, folded)) {
-        if (m[0].length) found.push({ ...hit(TERM, m, 1), term });
+      const taken = new Set();
+      for (const form of new Set([term, term.normalize('NFC'), term.normalize('NFD')])) {
+        const re = termRegExp(form, wholeWord);
+        const folded = new RegExp(re.source, 'giu');
+        for (const m of matches(text, folded)) {
+          if (!m[0].length || taken.has(m.index)) continue;
+          taken.add(m.index);
+          found.push({ ...hit(TERM, m, 1), term });
+        }
       }
     }
     return found;
