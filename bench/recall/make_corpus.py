@@ -4,9 +4,10 @@ known places, and beside each a labels file (NAME.json) that lists every planted
 
 The documents vary what makes detection hard: layout (letters, forms, tables, two columns,
 running prose), font (standard and embedded TrueType, serif, sans, monospaced), size, alignment
-(justified, ragged, spaced-out letters), language (English, German, French, Spanish), and
-distractors that look like personal data and are not (invalid check digits, unissued ranges,
-order numbers, amounts, plain dates, street names without numbers, organisations).
+(justified, ragged, spaced-out letters), language (English, German, French, Spanish; people from
+Dutch speaking countries named too), and distractors that look like personal data and are not
+(invalid check digits, unissued ranges, order numbers, amounts, plain dates, street names without
+numbers, organisations).
 
 Usage: make_corpus.py OUT_DIR [--seed N] [--documents N]
 Needs ReportLab (Debian: python3-reportlab). The same seed writes the same values."""
@@ -316,6 +317,30 @@ PROSE = {
     "es": ["Ayer {title} {name} llamó a nuestra oficina.",
            "El expediente se entregó a {title} {name} para su revisión."],
 }
+# Names of people from German, French, Spanish and Dutch speaking countries, less common in English
+# text, written in running text of any language without a title or a label before them.
+FOREIGN_FIRST = {
+    "de": ["Wiebke", "Jörg", "Heike", "Uwe", "Dörte", "Gudrun", "Ingo", "Frauke", "Torsten"],
+    "fr": ["Gwenaëlle", "Benoît", "Solène", "Aurélien", "Maëlys", "Thibault", "Ségolène", "Loïc"],
+    "es": ["Begoña", "Iñaki", "Montserrat", "Nuria", "Ainhoa", "Joaquín", "Maite", "Rocío"],
+    "nl": ["Joost", "Femke", "Sanne", "Thijs", "Maartje", "Wouter", "Lieke", "Sjoerd"],
+}
+FOREIGN_LAST = {
+    "de": ["Brandstätter", "Kühnel", "Oberdorfer", "Wendtland", "Pöschl", "Hülsmann", "Vogelsang"],
+    "fr": ["Lemaître", "Duchêne", "Vasseur", "Chevallier", "Tessier", "Perrin", "Goujon"],
+    "es": ["Etxeberria", "Villanueva", "Santamaría", "Ibáñez", "Quintana", "Arrieta", "Cifuentes"],
+    "nl": ["van den Berg", "de Vries", "Verhoeven", "Kuipers", "Dijkstra", "Hendriks", "Smit"],
+}
+PLAIN_PROSE = {
+    "en": ["The draft was read by {name} before the meeting.",
+           "On Tuesday {name} sent the revised figures to the team."],
+    "de": ["Laut {name} kamen die Unterlagen zu spät.",
+           "Am Dienstag schickte {name} die neuen Zahlen."],
+    "fr": ["Selon {name}, les documents sont arrivés en retard.",
+           "Mardi, {name} a envoyé les nouveaux chiffres."],
+    "es": ["Según {name}, los documentos llegaron tarde.",
+           "El martes {name} envió las nuevas cifras."],
+}
 LINKS = {
     "en": ["The {label} on file is {value}.", "Please note the {label}: {value}.",
            "We recorded the {label} {value} in our system."],
@@ -336,6 +361,10 @@ def prose_of(doc, person):
         if doc.lang == "en" and label not in ("IBAN", "SSN", "DOB"):
             label = label.lower()
         parts.append(link.format(label=label, value=doc.plant(kind, value)))
+    # Someone from abroad, named in plain running text.
+    origin = rng.choice(sorted(FOREIGN_FIRST))
+    visitor = "%s %s" % (rng.choice(FOREIGN_FIRST[origin]), rng.choice(FOREIGN_LAST[origin]))
+    parts.append(rng.choice(PLAIN_PROSE[doc.lang]).format(name=doc.plant("name", visitor)))
     return " ".join(parts)
 
 

@@ -10,22 +10,30 @@
 
 namespace pdfhost::engine {
 
-// A match in the value of a text field.
+// A match in the value of a form field, or in what a choice field's control shows.
 struct FieldMatch {
-    ObjPtr control;           // the widget that shows the value
-    ObjPtr field;             // the field that holds it
-    std::u32string value;     // the value searched
-    TextMatch match;          // characters of `value`
+    ObjPtr control;  // the widget that shows the value
+    ObjPtr field;    // the field that holds it
+    // The value searched, `match` counting its characters. Empty for a match in a text the
+    // control shows that is not the value (an option of a list, an option's shown text), which
+    // cannot be written back.
+    std::u32string value;
+    TextMatch match;
     std::vector<Rect> rects;  // PDF page space
 };
 
-// Finds `pattern` in the values of the text fields (plain, rich text and file name) shown on a
-// page, control by control in the page's order, each value from its start; the page's own
-// text is not looked at. A field shown by two controls of the page is found under both.
+// Finds `pattern` in the form fields shown on a page, control by control in the page's order;
+// the page's own text is not looked at. A field shown by two controls of the page is found
+// under both.
+//   - Text fields (plain, rich text and file name): the value, from its start.
+//   - Combo and list boxes: the value (the selected options' export values, several joined with
+//     ", "), then the shown text of a selected option that the appearance does not draw, then
+//     the options the appearance draws, less the selected ones already found in the value.
 //
-// Rectangles: when the control's appearance shows the value's characters (whitespace aside),
-// the boxes of the matched characters as drawn, one per line of the appearance; otherwise (a
-// password field, a comb of dots, a missing appearance) the control's rectangle.
+// Rectangles: when the control's appearance shows the value's characters (whitespace aside;
+// for a choice, a selected option on a line of its own), the boxes of the matched characters
+// as drawn, one per line of the appearance; otherwise (a password field, a comb of dots, a
+// missing appearance, an export value that is not shown) the control's rectangle.
 std::vector<FieldMatch> FindInFieldValues(Document& document, int page, const TextPattern& pattern);
 
 }  // namespace pdfhost::engine

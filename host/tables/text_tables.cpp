@@ -248,8 +248,10 @@ int FieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
         for (engine::FieldMatch& match : found) {
             document->Terms().Record(record->page, *needle.text, match.rects);
             record->matches.push_back(std::move(match.rects));
-            hits.push_back(FieldHit{FieldHandle(*document, match.field.get()),
-                                    std::move(match.value), match.match});
+            // A match outside the value (a list's option) names no field: it cannot be replaced.
+            const NdxFormField field =
+                match.value.empty() ? nullptr : FieldHandle(*document, match.field.get());
+            hits.push_back(FieldHit{field, std::move(match.value), match.match});
         }
         // Then the text drawn by the page's other annotations: its matches cannot be replaced
         // (they name no field), the redaction takes their annotations.

@@ -85,6 +85,44 @@ TEST_F(FormTest, FieldValuesAreSearchedWithTheDrawnPositionOfTheMatch) {
     EXPECT_TRUE(FindInFieldValues(document, 0, *TextPattern::Compile(U"Application", {})).empty());
 }
 
+TEST_F(FormTest, ChoiceFieldsAreSearchedInTheirValuesAndTheOptionsTheyShow) {
+    Document document = Sample();
+    struct Case {
+        int page;
+        const char32_t* needle;
+        std::u32string value;  // empty: the match is in an option the control shows
+        Rect control;
+    };
+    // The combo box "city" (Oslo of Oslo, Bergen) shows its value; the list box "pets" (cat of
+    // cat, dog) shows every option, one per line.
+    const Case cases[] = {
+        {0, U"oslo", U"Oslo", {72, 580, 200, 596}},
+        {1, U"cat", U"cat", {72, 640, 200, 690}},
+        {1, U"DOG", U"", {72, 640, 200, 690}},
+    };
+    for (const Case& c : cases) {
+        const std::vector<FieldMatch> found =
+            FindInFieldValues(document, c.page, *TextPattern::Compile(c.needle, FindOptions{}));
+        ASSERT_EQ(found.size(), 1u) << EncodeUtf8(c.needle);
+        EXPECT_EQ(found[0].value, c.value);
+        EXPECT_EQ(found[0].match.count, 3 + static_cast<int>(c.value == U"Oslo"));
+        ASSERT_EQ(found[0].rects.size(), 1u);
+        // The drawn word: inside the control and well narrower than it.
+        const Rect& box = found[0].rects[0];
+        EXPECT_GE(box.left, c.control.left);
+        EXPECT_LE(box.right, c.control.left + (c.control.right - c.control.left) / 2);
+        EXPECT_GE(box.bottom, c.control.bottom - 1);
+        EXPECT_LE(box.top, c.control.top + 1);
+    }
+    // The list's lines stand one under the other: "cat" above "dog".
+    const auto boxOf = [&](const char32_t* needle) {
+        return FindInFieldValues(document, 1, *TextPattern::Compile(needle, {}))[0].rects[0];
+    };
+    EXPECT_GT(boxOf(U"cat").bottom, boxOf(U"dog").bottom + 5);
+    // An option that the combo box does not show is no text of the page.
+    EXPECT_TRUE(FindInFieldValues(document, 0, *TextPattern::Compile(U"Bergen", {})).empty());
+}
+
 TEST_F(FormTest, ADocumentThatForbidsFillingInTakesNoValue) {
     const std::string path = PathOf("locked.pdf");
     {

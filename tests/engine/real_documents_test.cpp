@@ -42,6 +42,8 @@ struct RealDocument {
 const RealDocument kRealDocuments[] = {
     // A filled form (text fields with values and appearances).
     {"annotation-text-widget.pdf", U"Lorem", "Lorem", "Single line", true},
+    // Combo and list boxes: the selected value of one, an option the others show and list.
+    {"annotation-choice-widget.pdf", U"Dolor", "Dolor", "List box, single selection", true},
     // A 300 dpi scan with its recognised text.
     {"scan-bad.pdf", U"pdf.js", "pdf.js", "", false},
     // Arabic in a CID TrueType font, stored in visual order in presentation forms: found by the

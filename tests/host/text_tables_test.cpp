@@ -242,5 +242,39 @@ TEST_F(TextTables, FieldMatchesFollowThePageMatchesAndCanBeReplaced) {
     EXPECT_TRUE(document.IsModified());
 }
 
+TEST_F(TextTables, AChoiceFieldsValueCanBeReplacedByAnotherOptionAndItsShownOptionsNot) {
+    const std::vector<engine::FieldDescription> fields{{.kind = engine::FieldKind::kComboBox,
+                                                        .name = "city",
+                                                        .controls = {{0, {72, 580, 200, 596}}},
+                                                        .value = "Oslo",
+                                                        .options = {"Oslo", "Bergen"}},
+                                                       {.kind = engine::FieldKind::kListBox,
+                                                        .name = "pets",
+                                                        .controls = {{0, {72, 500, 200, 560}}},
+                                                        .value = "cat",
+                                                        .options = {"cat", "dog", "owl"}}};
+    HostDocument& document = OpenLines({{"Pets and places"}}, fields);
+    const auto valueOf = [&](const wchar_t* name) {
+        const NdxInterForm form = CallHost<Op::NDXInterFormFromEnvironment>(
+            CallHost<Op::HostDocGetInterForm>(document.Handle()));
+        const HostWideString value = CallHost<Op::HostWideStringNew>();
+        CallHost<Op::NDXFormFieldGetValue>(CallHost<Op::NDXInterFormGetField>(form, 0, name),
+                                           value);
+        std::wstring text = testing::WideText(value);
+        CallHost<Op::HostWideStringDelete>(value);
+        return text;
+    };
+
+    ASSERT_EQ(SearchFields(document, 0, L"Oslo").size(), 1u);
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 0, L"Tromsø"), 0);
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 0, L"Bergen"), 1);
+    EXPECT_EQ(valueOf(L"city"), L"Bergen");
+
+    // "dog" is an option the list shows, not its value: found, and not written back.
+    ASSERT_EQ(SearchFields(document, 0, L"dog").size(), 1u);
+    EXPECT_EQ(CallHost<Op::HostDocReplaceText>(document.Handle(), 0, 0, L"cat"), 0);
+    EXPECT_EQ(valueOf(L"pets"), L"cat");
+}
+
 }  // namespace
 }  // namespace pdfhost

@@ -223,13 +223,21 @@
     return wholeWord ? pattern(body, WORD_BEFORE, WORD_AFTER) : new RegExp(body, 'gu');
   }
 
+  // A term is looked for as typed and in its composed and decomposed forms, so that "café"
+  // typed with a combining accent finds the page's "café" and the other way round (the editor's
+  // search takes them as the same).
   function findTerms(text, terms, wholeWord) {
     const found = [];
     for (const term of terms) {
-      const re = termRegExp(term, wholeWord);
-      const folded = new RegExp(re.source, 'giu');
-      for (const m of matches(text, folded)) {
-        if (m[0].length) found.push({ ...hit(TERM, m, 1), term });
+      const taken = new Set();
+      for (const form of new Set([term, term.normalize('NFC'), term.normalize('NFD')])) {
+        const re = termRegExp(form, wholeWord);
+        const folded = new RegExp(re.source, 'giu');
+        for (const m of matches(text, folded)) {
+          if (!m[0].length || taken.has(m.index)) continue;
+          taken.add(m.index);
+          found.push({ ...hit(TERM, m, 1), term });
+        }
       }
     }
     return found;
@@ -354,9 +362,9 @@
   // Findings of a document, one per kind, text and page: {kind, text, page, occurrences,
   // confidence}, the confidence the highest of its occurrences. A
   // term found in several spellings on one page is one finding, with the term as its text to
-  // search for and the first spelling as what the page shows. A value that a page break parts
-  // is found in the end of its page read on into the start of the next, and each page's part is
-  // a finding on that page.
+  // search for and the first spelling as what the page shows. A value or a term that a page break
+  // parts is found in the end of its page read on into the start of the next, and each page's
+  // part is a finding on that page (a term's part with `wholeWord` when it stands as whole words).
   function detectDocument(pages, options = {}) {
     const perPage = pages.map((text) => detectText(text, options));
     for (const f of breaks.acrossBreaks(pages, perPage, (text) => detectText(text, options))) {
@@ -366,7 +374,7 @@
     const byKey = new Map();
     perPage.forEach((found, page) => {
       for (const f of found) {
-        const key = `${page}\u0000${f.kind}\u0000${f.kind === TERM ? f.term.toLowerCase() : f.text}`;
+        const key = `${page}\u0000${f.kind}\u0000${f.kind === TERM ? f.term.toLowerCase() : f.text}\u0000${Boolean(f.wholeWord)}`;
         const known = byKey.get(key);
         if (known) {
           known.occurrences++;
@@ -375,6 +383,7 @@
         }
         const finding = { kind: f.kind, text: f.text, page, occurrences: 1, confidence: f.confidence };
         if (f.kind === TERM) finding.term = f.term;
+        if (f.wholeWord) finding.wholeWord = true;
         byKey.set(key, finding);
         findings.push(finding);
       }

@@ -46,14 +46,18 @@
 
   // A heading alone on its line may head a table's column: values of one shape (letters as A,
   // digits as 9) that come back three times or more below it are that column's. A value
-  // joined to other digit groups is part of some other number.
+  // joined to other digit groups, or to a prefix by a dash or slash ("KD-814855"), is part of
+  // some other number.
   function column(text, from, valueShape, accept, kind) {
     const window = text.slice(from, from + COLUMN_REACH).split('\n').slice(0, COLUMN_LINES).join('\n');
     const byShape = new Map();
     valueShape.lastIndex = 0;
     for (const m of window.matchAll(valueShape)) {
       const start = from + m.index;
-      if (!accept(m[0]) || m[0].length < 5 || !edges.standsAlone(text, start, start + m[0].length)) continue;
+      const end = start + m[0].length;
+      const prefixed = /[\p{L}\p{N}][-–\/]$/u.test(text.slice(Math.max(0, start - 2), start)) ||
+        /^[-–\/][\p{L}\p{N}]/u.test(text.slice(end, end + 2));
+      if (!accept(m[0]) || m[0].length < 5 || prefixed || !edges.standsAlone(text, start, end)) continue;
       // letters and digits mixed at random (as in passport numbers) count by length alone
       const mixed = /^[A-Z0-9]+$/.test(m[0]) && /[A-Z]/.test(m[0]) && /\d/.test(m[0]);
       const shape = mixed ? `mixed ${m[0].length}` : m[0].replace(/\p{L}/gu, 'A').replace(/\d/g, '9');

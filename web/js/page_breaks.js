@@ -7,6 +7,9 @@
   // Lines of each side of a break that are read together: enough for a value over three lines
   // of a table or an address block.
   const EDGE_LINES = 4;
+  // Characters of each side at most: a page of one long line is read near its edge only, so that
+  // a break costs the same whatever the page holds.
+  const EDGE_CHARS = 2000;
   // Lines of furniture passed over at a page's end or start.
   const MAX_FURNITURE = 3;
   const PAGE_NUMBER = /^[\s\-–—]*(?:(?:page|seite|p[áa]gina|pagina|pag\.|p\.|s\.)\s*)?\d{1,5}(?:\s*(?:of|\/|von|de|sur|di|van)\s*\d{1,5})?[\s\-–—]*$/iu;
@@ -25,6 +28,45 @@
     return PAGE_NUMBER.test(line.text) || others.some((o) => o !== null && o === shape(line));
   }
 
+  // The lines nearest a break, nearest first, up to EDGE_CHARS characters: the last one kept cut
+  // to its part nearest the break (`atEnd`: the lines end a page), at a blank where there is one.
+  function edge(lines, atEnd) {
+    const kept = [];
+    let left = EDGE_CHARS;
+    for (const line of lines) {
+      if (left <= 0) break;
+      if (line.text.length <= left) {
+        kept.push(line);
+        left -= line.text.length;
+        continue;
+      }
+      let cut = atEnd ? line.text.length - left : left;
+      const blank = atEnd ? line.text.indexOf(' ', cut) : line.text.lastIndexOf(' ', cut);
+      if (blank > 0 && blank < line.text.length - 1) cut = blank + (atEnd ? 1 : 0);
+      const text = atEnd ? line.text.slice(cut) : line.text.slice(0, cut);
+      kept.push({ text, start: atEnd ? line.start + cut : line.start, end: atEnd ? line.end : line.start + cut });
+      break;
+    }
+    return kept;
+  }
+
+  // Findings by page, sorted, to tell at once whether a range overlaps any of them.
+  function overlapIndex(findings) {
+    const sorted = [...(findings || [])].sort((a, b) => a.start - b.start);
+    const reach = [];
+    for (const f of sorted) reach.push(Math.max(f.end, reach.length ? reach[reach.length - 1] : -Infinity));
+    return (start, end) => {
+      let lo = 0;
+      let hi = sorted.length; // the first finding that starts at `end` or later
+      while (lo < hi) {
+        const mid = (lo + hi) >> 1;
+        if (sorted[mid].start < end) lo = mid + 1;
+        else hi = mid;
+      }
+      return lo > 0 && reach[lo - 1] > start;
+    };
+  }
+
   // The end of page `p` and the start of page `p + 1` as one text, each character mapped back to
   // its page and offset; null when either side has no text.
   function breakText(pages, p) {
@@ -37,8 +79,8 @@
     for (let n = 0; n < MAX_FURNITURE && before.length && isFurniture(before.at(-1), feet); n++) before.pop();
     for (let n = 0; n < MAX_FURNITURE && after.length && isFurniture(after[0], heads); n++) after.shift();
     if (!before.length || !after.length) return null;
-    const tail = before.slice(-EDGE_LINES);
-    const head = after.slice(0, EDGE_LINES);
+    const tail = edge(before.slice(-EDGE_LINES).reverse(), true).reverse();
+    const head = edge(after.slice(0, EDGE_LINES), false);
     let text = '';
     const source = [];
     const add = (page, lines) => {
@@ -57,25 +99,56 @@
     return { text, source, boundary };
   }
 
+  const WORD_CHAR = /[\p{L}\p{M}\p{N}]/u;
+
+  // The parts of a finding of the joined text, one per page it stands on: {page, start, end}
+  // (offsets in that page's text), blanks at their edges left out.
+  function partsOf(f, joined, pages) {
+    const parts = [];
+    for (let i = f.start; i < f.end; i++) {
+      const at = joined.source[i];
+      if (!at || /\s/u.test(pages[at.page][at.at])) continue;
+      const part = parts.at(-1);
+      if (part && part.page === at.page) part.end = at.at + 1;
+      else parts.push({ page: at.page, start: at.at, end: at.at + 1 });
+    }
+    return parts;
+  }
+
   // Findings that only the two pages read together hold: each as found in the joined text,
   // mapped to the one page its text stands on ({...finding, page, start, end}, offsets in that
   // page's text), and left out where that page's own findings (`known[page]`) cover any of its
-  // characters. `detect(text)` gives the findings of a text, each on one line.
+  // characters. `detect(text)` gives the findings of a text, each on one line, and the user's
+  // terms whole: a term whose words end one page and start the next is a finding on each page,
+  // whose `term` is the part its page shows, `wholeWord` when no letter or digit touches it there.
   function acrossBreaks(pages, known, detect) {
     const found = [];
+    const knownOverlaps = new Map();
+    const added = new Map(); // page -> findings added on it, few
+    const add = (f, { page, start, end }) => {
+      if (!knownOverlaps.has(page)) knownOverlaps.set(page, overlapIndex(known[page]));
+      const overlaps = (k) => k.start < end && start < k.end;
+      if (knownOverlaps.get(page)(start, end) || (added.get(page) || []).some(overlaps)) return;
+      const finding = { ...f, page, start, end, text: pages[page].slice(start, end) };
+      found.push(finding);
+      if (!added.has(page)) added.set(page, []);
+      added.get(page).push(finding);
+    };
     for (let p = 0; p + 1 < pages.length; p++) {
       const joined = breakText(pages, p);
       if (!joined) continue;
       for (const f of detect(joined.text)) {
-        const first = joined.source[f.start];
-        const last = joined.source[f.end - 1];
-        if (!first || !last || first.page !== last.page) continue;
-        const { page } = first;
-        const start = first.at;
-        const end = last.at + 1;
-        const overlaps = (k) => k.start < end && start < k.end;
-        if ((known[page] || []).some(overlaps) || found.some((k) => k.page === page && overlaps(k))) continue;
-        found.push({ ...f, page, start, end, text: pages[page].slice(start, end) });
+        const parts = partsOf(f, joined, pages);
+        if (parts.length === 1) {
+          add(f, parts[0]);
+        } else if (f.term !== undefined && parts.length === 2) {
+          for (const part of parts) {
+            const text = pages[part.page];
+            const term = text.slice(part.start, part.end);
+            const wholeWord = !WORD_CHAR.test(text[part.start - 1] || '') && !WORD_CHAR.test(text[part.end] || '');
+            add({ ...f, term, wholeWord }, part);
+          }
+        }
       }
     }
     return found;

@@ -6,6 +6,16 @@
 
   const node = typeof require === 'function';
   const nlp = node ? require('compromise') : root.nlp;
+  // First names of German, French, Spanish and Italian speakers, lower case. The page loads the
+  // lists as classic scripts under a stand-in `module` (js/commonjs_shim.js): each is then a
+  // global binding of its own, and the stand-in goes.
+  /* global deNames, frNames, esNames, itNames */
+  const FIRST_NAME_LISTS = node
+    ? ['de', 'fr', 'es', 'it'].map((lang) => require(`gender-detection-from-name/names/${lang}.js`))
+    : [typeof deNames === 'object' ? deNames : null, typeof frNames === 'object' ? frNames : null,
+      typeof esNames === 'object' ? esNames : null, typeof itNames === 'object' ? itNames : null]
+      .filter(Boolean);
+  if (!node && root.module && root.module.standIn) delete root.module;
 
   // Words that start with a capital, as names are written; particles may stand between them.
   const NAME_WORD = "\\p{Lu}[\\p{Ll}\\p{M}]*(?:['’\\-]\\p{Lu}?[\\p{Ll}\\p{M}]+)*\\.?";
@@ -165,10 +175,58 @@
     return found;
   }
 
+  // Names the English recogniser does not know: a first name of the lists followed by one or
+  // two capitalised words (particles between them), the first of them perhaps on the next line. The lists hold words that are
+  // no names in other uses ("May", "Paris", "General"), so a first name that the recogniser's
+  // lexicon knows as another kind of word is not taken, nor a word after it that it knows as one;
+  // places and organisations named after people ("San Martín", "Marie Curie Institut") neither.
+  const NON_NAME_TAGS = /^(?!.*(?:Name|Person|Honorific))/;
+  const PLACE_WORDS = new Set(['san', 'santa', 'santo', 'são', 'saint', 'sainte', 'st', 'sankt',
+    'la', 'le', 'les', 'el', 'los', 'las', 'der', 'die', 'das', 'den', 'het', 'du', 'des', 'del',
+    'mont', 'monte', 'port', 'puerto', 'fort', 'bad', 'rue', 'calle', 'avenida', 'avenue']);
+  const PLACE_AFTER = /^(?:street|road|avenue|lane|drive|court|square|place|way|stra(?:ß|ss)e|straat|weg|laan|plein|gasse|allee|platz|ring|institute?|institut|university|universit[äé]t?|universidad|stiftung|foundation|fondation|fundaci[óo]n|gmbh|ag|ltd|inc|sa|sl|bv|nv|hospital|klinik|clinic|school|schule|[ée]cole|colegio|college|church|kirche|[ée]glise|iglesia|bank|banque|banco|hotel|museum|mus[ée]e|museo|award|prize|prix|preis|premio)$/iu;
+  const CAPITALISED = new RegExp(`(?<![\\p{L}\\p{N}])${NAME_WORD}`, 'gu');
+  const LISTED_REST = new RegExp(`(?:[ \\t]+|[ \\t]*\\r?\\n[ \\t]*)(?:${PARTICLE}[ \\t]+)*${NAME_WORD}` +
+    `(?:[ \\t]+(?:${PARTICLE}[ \\t]+)*${NAME_WORD})?(?![\\p{L}\\p{N}])`, 'uy');
+  const PARTICLE_WORD = new RegExp(`^${PARTICLE}$`, 'u');
+
+  function lexiconTag(word) {
+    return nlp.world().model.one.lexicon[word.toLowerCase().replace(/[.,]$/, '')];
+  }
+
+  function listedFirstName(word) {
+    const lower = word.toLowerCase();
+    if (PLACE_WORDS.has(lower) || !FIRST_NAME_LISTS.some((list) => list.has(lower))) return false;
+    const tag = lexiconTag(word);
+    return !tag || !NON_NAME_TAGS.test(tag);
+  }
+
+  function listed(text) {
+    const found = [];
+    for (const first of text.matchAll(CAPITALISED)) {
+      const before = /(\p{L}+)[ \t]+$/u.exec(text.slice(Math.max(0, first.index - 20), first.index));
+      if (!listedFirstName(first[0]) || (before && PLACE_WORDS.has(before[1].toLowerCase()))) continue;
+      LISTED_REST.lastIndex = first.index + first[0].length;
+      const rest = LISTED_REST.exec(text);
+      if (!rest) continue;
+      const words = rest[0].trim().split(/\s+/).filter((w) => !PARTICLE_WORD.test(w));
+      const last = words[words.length - 1].replace(/\.$/, '');
+      const lastTag = lexiconTag(last);
+      if (PLACE_AFTER.test(last) || NOT_NAMES.has(last) || (lastTag && NON_NAME_TAGS.test(lastTag))) continue;
+      const whole = first[0] + rest[0];
+      const name = trimName(whole);
+      if (!name || name.split(/\s+/).length < 2) continue;
+      const start = first.index + whole.indexOf(name);
+      found.push({ kind: 'name', text: name, start, end: start + name.length, confidence: 0.7 });
+    }
+    return found;
+  }
+
   // [{kind: 'name', text, start, end, confidence}]; where findings overlap the more certain one
   // stays.
   function findNames(text) {
-    const all = [...cued(text, TITLE_CUE, 0.95), ...cued(text, LABEL_CUE, 0.9), ...recognised(text)];
+    const all = [...cued(text, TITLE_CUE, 0.95), ...cued(text, LABEL_CUE, 0.9), ...recognised(text),
+      ...listed(text)];
     all.sort((a, b) => b.confidence - a.confidence || b.end - b.start - (a.end - a.start));
     const kept = [];
     for (const f of all) if (f.text && !kept.some((k) => f.start < k.end && k.start < f.end)) kept.push(f);

@@ -402,7 +402,7 @@
       for (const d of detected) {
         const isTerm = d.kind === detectors.TERM;
         const searchText = isTerm ? d.term : d.text;
-        const flags = isTerm ? (wholeWord ? WHOLE_WORD : 0) : MATCH_CASE | WHOLE_WORD;
+        const flags = isTerm ? (wholeWord || d.wholeWord ? WHOLE_WORD : 0) : MATCH_CASE | WHOLE_WORD;
         const key = `${d.page}\u0000${flags}\u0000${isTerm ? searchText.toLowerCase() : searchText}`;
         if (seen.has(key)) continue;
         seen.add(key);

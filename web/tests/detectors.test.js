@@ -97,6 +97,9 @@ test('passport and record numbers are taken after their labels only', () => {
     ['Passport No.: 533401172, Reisepass C01X00T47', 'passport', ['533401172', 'C01X00T47']],
     ['Passport number\r\nP7349120', 'passport', ['P7349120']],
     ['533401172 alone; passport photos 2; passport ABCDEFGH', 'passport', []],
+    // under a heading "Passnummer", the digits of other labelled numbers are no passport column
+    ['Passnummer\r\nGF795Z8L9\r\nKunde: KD-814855.\r\nKunde: KD-028983.\r\nKunde: KD-025890.', 'passport',
+      ['GF795Z8L9']],
     ['Employee ID: EMP-20417; Customer number CU/2023/00981. Case Ref: 2024-CV-00123', 'recordNumber',
       ['EMP-20417', 'CU/2023/00981', '2024-CV-00123']],
     ['Account No. 31926819; Kundennummer: 4711-0815', 'recordNumber', ['31926819', '4711-0815']],
@@ -132,6 +135,12 @@ test("people's names: by the recogniser in running text, after titles and labels
     ['Dear Sir or Madam, Name: see below. The Board of Directors met in London on Monday.', 'name', []],
     // a letter's closing above the signer is no part of the name
     ['Wir haben es vermerkt.\nMit freundlichen Grüßen\nLukas Schneider', 'name', ['Lukas Schneider']],
+    // German, French and Spanish first names of the lists, with no title or label before them
+    ['Laut Wiebke Kühnel kam es zu spät. Selon Gwenaëlle Duchêne, oui. El martes Begoña\nEtxeberria envió',
+      'name', ['Wiebke Kühnel', 'Gwenaëlle Duchêne', 'Begoña', 'Etxeberria']],
+    // words of the lists that are other words, places and institutions named after people
+    ['The General Assembly met in Paris on May Day, avenue Victor Hugo, near Florence Street, ' +
+      'by the San Martín Ltd building.', 'name', []],
   ]);
 });
 

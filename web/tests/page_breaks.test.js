@@ -37,3 +37,24 @@ test('pages without text and running heads do not join what they part', () => {
   const pages = [`${head}\r\nThe IBAN is NL47 DBRO`, `${head}\r\n0634 4611 89`, '', 'DBRO 0634'];
   assert.deepEqual(found(pages, ['iban']), [['iban', 'NL47 DBRO', 0], ['iban', '0634 4611 89', 1]]);
 });
+
+test('a term whose words a page break parts is found on each page, each page its part', () => {
+  const terms = (pages, options = {}) =>
+    detectDocument(pages, { terms: ['Jane Doe'], kinds: [], ...options })
+      .map((f) => [f.term, f.page, Boolean(f.wholeWord)]);
+  const rows = [
+    // the page number at the head of the second page left out
+    [['Signed by Jane', 'Page 2\r\nDoe and others'], {}, [['Jane', 0, true], ['Doe', 1, true]]],
+    // the whole term on one page is found as it is, beside the parted one
+    [['Jane Doe met Jane', 'Doe'], {}, [['Jane Doe', 0, false], ['Jane', 0, true], ['Doe', 1, true]]],
+    // parts inside longer words are searched as they stand, not as whole words
+    [['Signed by MaryJane', 'Doel'], {}, [['Jane', 0, false], ['Doe', 1, false]]],
+    // a term asked as whole words is not found inside longer ones
+    [['Signed by MaryJane', 'Doel'], { wholeWord: true }, []],
+    // words of the term that are not at the pages' edges are no term
+    [['Jane wrote', 'to Doe'], {}, []],
+  ];
+  for (const [pages, options, expected] of rows) {
+    assert.deepEqual(terms(pages, options), expected, JSON.stringify(pages));
+  }
+});
