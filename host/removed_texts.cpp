@@ -21,14 +21,20 @@ std::vector<std::u32string> RemovedTextsOf(HostDocument& document,
         if (seen.insert(text).second)
             texts.push_back(std::move(text));
     };
-    for (const engine::AnnotationId& target : byPage) {
-        const engine::RedactionAreas areas =
-            engine::AreasOfRedaction(document.Engine(), target.object);
-        const auto pageText = document.TextCache().Get(document.Engine(), target.page);
-        for (std::u32string& text : engine::TextsUnder(*pageText, areas))
-            keep(std::move(text));
-        for (std::u32string& term : document.Terms().Under(target.page, areas))
-            keep(std::move(term));
+    for (std::size_t at = 0; at < byPage.size();) {
+        // A page's text and the centres of its glyphs serve all of the page's targets.
+        const int page = byPage[at].page;
+        const auto pageText = document.TextCache().Get(document.Engine(), page);
+        const engine::GlyphCentres centres(*pageText);
+        for (; at < byPage.size() && byPage[at].page == page; ++at) {
+            const engine::AnnotationId& target = byPage[at];
+            const engine::RedactionAreas areas =
+                engine::AreasOfRedaction(document.Engine(), target.object);
+            for (std::u32string& text : engine::TextsUnder(*pageText, areas, centres))
+                keep(std::move(text));
+            for (std::u32string& term : document.Terms().Under(target.page, areas))
+                keep(std::move(term));
+        }
     }
     return texts;
 }

@@ -6,6 +6,8 @@ resident memory, and fails when an answer is not the one the protocol gives.
   blank     a document of 10,000 pages without text, searched for the twenty terms: answered
             400005 (no find result)
   dense     one page that holds the word "ab" 100,000 times, searched for it: 100,000 matches
+  crowded   that page with a Redact annotation on every match, 1,000 of them removed again
+            (removeAnnots) and the other 99,000 applied by name: every answer 0, none failed
   terms     findTextList of 1,000 terms (the twenty and 980 that occur nowhere) on 200 pages:
             the twenty find what they find alone
   requests  200,000 addAnnot requests in a row on 1,000 pages, cycling over the matches: every
@@ -73,6 +75,34 @@ def dense(args, work, profile):
     return "one page: %d matches of one term" % matches, matches == 100000, session
 
 
+def crowded(args, work, profile):
+    session = Session(args, corpus(args, work, 1, "dense"), profile)
+    entry = session.find(["ab"])[0]
+    key, count = entry["searchKey"], entry["count"]
+    removed = 1000
+
+    def run(lines):
+        session.host.send(lines)
+        answers = {}
+        for reply in session.host.read("reply", len(lines)):
+            ret = json.loads(reply)["ret"]
+            answers[ret] = answers.get(ret, 0) + 1
+        return answers
+
+    marks = {"searchKey": key, "type": "redact"}
+    added = run([post("addAnnot", dict(marks, index=i, uniqueIDName="ai_plugin_%d" % i), str(i))
+                 for i in range(count)])
+    gone = run([post("removeAnnots", dict(marks, index=i, uniqueIDPrefix="ai_plugin_"), str(i))
+                for i in range(removed)])
+    names = ["ai_plugin_%d" % i for i in range(removed, count)]
+    session.host.send([{"host": "answer", "dialog": "messageBox", "value": 1},
+                       post("redactApply", {"uniqueIDNames": names}, "apply")])
+    applied = json.loads(session.host.read("reply")[0])
+    ok = list(added) == [0] and list(gone) == [0] and applied["ret"] == 0 and not applied["data"]
+    return ("%d marks on one page, %d removed, %d applied: answers %s / %s / %s"
+            % (count, removed, len(names), added, gone, applied["ret"]), ok, session)
+
+
 def terms(args, work, profile):
     session = Session(args, corpus(args, work, 200, "text"), profile)
     alone = [entry["count"] for entry in session.find(args.terms)]
@@ -102,7 +132,7 @@ def requests(args, work, profile):
             list(answers) == [0], session)
 
 
-CASES = {"blank": blank, "dense": dense, "terms": terms, "requests": requests}
+CASES = {"blank": blank, "dense": dense, "crowded": crowded, "terms": terms, "requests": requests}
 
 
 def main():

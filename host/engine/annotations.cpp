@@ -20,12 +20,35 @@ int AnnotationObject(fz_context* ctx, pdf_obj* entry) {
     return pdf_to_num(ctx, entry);
 }
 
+// Whether the /Annots entry refers to `object` (a number > 0): the number is compared first, so
+// that a walk over many entries resolves only the one that matches.
+bool RefersTo(fz_context* ctx, pdf_obj* entry, int object) {
+    return pdf_is_indirect(ctx, entry) && pdf_to_num(ctx, entry) == object &&
+           AnnotationObject(ctx, entry) == object;
+}
+
 // The index of `object` in `annots`, or -1.
 int IndexIn(fz_context* ctx, pdf_obj* annots, int object) {
     const int count = pdf_array_len(ctx, annots);
     for (int i = 0; i < count; ++i) {
-        if (AnnotationObject(ctx, pdf_array_get(ctx, annots, i)) == object)
+        if (object > 0 && RefersTo(ctx, pdf_array_get(ctx, annots, i), object))
             return i;
+    }
+    return -1;
+}
+
+// The index of `object` in `annots` nearest to `hint` (an index of the array), or -1. Entries
+// taken off before an annotation move it down by as many places, so it is found in as many
+// steps.
+int IndexNear(fz_context* ctx, pdf_obj* annots, int object, int hint) {
+    const int count = pdf_array_len(ctx, annots);
+    if (RefersTo(ctx, pdf_array_get(ctx, annots, hint), object))
+        return hint;
+    for (int distance = 1; hint - distance >= 0 || hint + distance < count; ++distance) {
+        for (const int at : {hint - distance, hint + distance}) {
+            if (at >= 0 && at < count && RefersTo(ctx, pdf_array_get(ctx, annots, at), object))
+                return at;
+        }
     }
     return -1;
 }
@@ -169,10 +192,8 @@ int Annotations::IndexOf(const AnnotationId& id, int hint) const {
     fz_context* ctx = document_.fz();
     return CallMupdf(ctx, "cannot read the annotations", [&] {
         pdf_obj* annots = pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots));
-        if (hint >= 0 && hint < pdf_array_len(ctx, annots) &&
-            AnnotationObject(ctx, pdf_array_get(ctx, annots, hint)) == id.object) {
-            return hint;
-        }
+        if (hint >= 0 && hint < pdf_array_len(ctx, annots))
+            return IndexNear(ctx, annots, id.object, hint);
         return IndexIn(ctx, annots, id.object);
     });
 }

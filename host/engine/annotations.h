@@ -43,8 +43,8 @@ class Annotations {
     std::vector<int> OnPage(int page) const;
     // Whether the page's /Annots holds the annotation.
     bool IsOnPage(const AnnotationId& id) const { return IndexOf(id) >= 0; }
-    // Where the page's /Annots holds the annotation, or -1. The entry at `hint` is looked at
-    // first, so a caller that remembers where an annotation stood finds it in one step.
+    // Where the page's /Annots holds the annotation, or -1; from `hint` the search goes outwards
+    // (the nearest place when it stands twice), so a remembered place finds it in a few steps.
     int IndexOf(const AnnotationId& id, int hint = -1) const;
     // The number of entries in the page's /Annots.
     int Count(int page) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "engine/geometry.h"
@@ -38,7 +39,18 @@ class RedactionAreas {
     bool Touches(const Rect& bounds) const;
 
   private:
+    // Whether `test` holds for an area whose bottom edge lies between `from` less the tallest
+    // area's height and `to` (both widened for rounding): those are all the areas that can
+    // reach from `from` up to `to`. Beyond a few areas (a page crowded with redactions) only
+    // those are looked at, through the areas kept in order of their bottom edge; all of them
+    // when a bound is not a number.
+    template <typename Test>
+    bool AnyReaching(float from, float to, const Test& test) const;
+
     std::vector<Area> areas_;
+    // Indexes into `areas_` by bottom edge, and the greatest height; made when first needed.
+    mutable std::vector<std::size_t> byBottom_;
+    mutable float tallest_ = 0;
 };
 
 }  // namespace pdfhost::engine

@@ -1,5 +1,8 @@
 #include "engine/redaction_text.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
 
@@ -33,12 +36,17 @@ RedactionAreas AreasOfRedaction(const Document& document, int object) {
     return areas;
 }
 
-std::vector<std::u32string> TextsUnder(const PageText& text, const RedactionAreas& areas) {
+namespace {
+
+// One text per run of consecutive covered characters among `candidates` (ascending numbers).
+template <typename Candidates>
+std::vector<std::u32string> CoveredRuns(const PageText& text, const RedactionAreas& areas,
+                                        const Candidates& candidates) {
     std::vector<std::u32string> texts;
     std::u32string run;
     int last = -2;
     const std::vector<TextChar>& chars = text.Chars();
-    for (int i = 0; i < static_cast<int>(chars.size()); ++i) {
+    for (const int i : candidates) {
         if (!areas.CoversGlyph(chars[static_cast<std::size_t>(i)].box))
             continue;
         if (i != last + 1 && !run.empty())
@@ -52,6 +60,42 @@ std::vector<std::u32string> TextsUnder(const PageText& text, const RedactionArea
     if (!run.empty())
         texts.push_back(std::move(run));
     return texts;
+}
+
+// Every character number of a page text, in order.
+struct AllChars {
+    int count;
+    struct Iterator {
+        int at;
+        int operator*() const { return at; }
+        Iterator& operator++() {
+            ++at;
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return at != other.at; }
+    };
+    Iterator begin() const { return {0}; }
+    Iterator end() const { return {count}; }
+};
+
+}  // namespace
+
+std::vector<std::u32string> TextsUnder(const PageText& text, const RedactionAreas& areas) {
+    return CoveredRuns(text, areas, AllChars{text.CharCount()});
+}
+
+std::vector<std::u32string> TextsUnder(const PageText& text, const RedactionAreas& areas,
+                                       const GlyphCentres& centres) {
+    if (areas.Empty())
+        return {};
+    Rect bounds = areas.Areas().front().rect;
+    for (const RedactionAreas::Area& area : areas.Areas()) {
+        bounds.left = std::min(bounds.left, area.rect.left);
+        bounds.bottom = std::min(bounds.bottom, area.rect.bottom);
+        bounds.right = std::max(bounds.right, area.rect.right);
+        bounds.top = std::max(bounds.top, area.rect.top);
+    }
+    return CoveredRuns(text, areas, centres.Within(bounds));
 }
 
 }  // namespace pdfhost::engine

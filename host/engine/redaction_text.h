@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "engine/document.h"
+#include "engine/glyph_centres.h"
 #include "engine/redaction_areas.h"
 #include "engine/text_page.h"
 
@@ -16,5 +17,9 @@ RedactionAreas AreasOfRedaction(const Document& document, int object);
 // The text that applying `areas` removes from a page whose text is `text`: the characters whose
 // glyphs the areas cover, one text per run of consecutive characters, in numbering order.
 std::vector<std::u32string> TextsUnder(const PageText& text, const RedactionAreas& areas);
+// The same, looking only at the characters `centres` (made from `text`) places in the areas'
+// bounds.
+std::vector<std::u32string> TextsUnder(const PageText& text, const RedactionAreas& areas,
+                                       const GlyphCentres& centres);
 
 }  // namespace pdfhost::engine

@@ -113,12 +113,10 @@ Json::Value RedactApplyDispatcher::Run() {
     // A name that could not be applied loses its record as well.
     for (int i = 0; i < collected; ++i) {
         const auto annot = static_cast<HostAnnot>(host.HostPtrArrayGetAt(annots.get(), i));
-        const SearchRecord record = store->FindRecordByAnnot(annot);
-        store->EraseAnnot(record);
+        store->EraseAnnot(store->FindRecordByAnnot(annot));
     }
     for (const std::wstring& name : failedNames) {
-        const SearchRecord record = store->FindRecordByUniqueID(name);
-        store->EraseAnnot(record);
+        store->EraseAnnot(store->FindRecordByUniqueID(name));
     }
     return MakeResult(err::kOk, failed);
 }

@@ -1,9 +1,15 @@
 #include "search_result_store.h"
 
 #include <algorithm>
+#include <functional>
 
 const SearchRecord& SearchResultStore::EmptyRecord() {
     static const SearchRecord kEmpty;
+    return kEmpty;
+}
+
+const AnnotKey& SearchResultStore::EmptyKey() {
+    static const AnnotKey kEmpty;
     return kEmpty;
 }
 
@@ -18,29 +24,37 @@ bool SamePiece(const SearchPiece& a, const SearchPiece& b) {
            a.index == b.index && a.searchKey == b.searchKey;
 }
 
-bool SameRecord(const SearchRecord& a, const SearchRecord& b) {
-    return a.file == b.file && a.page == b.page && a.start == b.start && a.end == b.end &&
-           a.index == b.index && a.searchKey == b.searchKey &&
-           std::equal(a.pieces.begin(), a.pieces.end(), b.pieces.begin(), b.pieces.end(),
-                      SamePiece) &&
-           std::equal(a.rects.begin(), a.rects.end(), b.rects.begin(), b.rects.end(), SameRect);
-}
-
 }  // namespace
 
 SearchResultStore::StoredRecord SearchResultStore::Stored(const std::wstring& fileId,
                                                           const std::wstring& searchKey,
                                                           SearchRecord record) {
-    StoredRecord stored;
-    stored.named = record.file == fileId && record.searchKey == searchKey;
-    if (stored.named) {
-        record.file = std::wstring();
-        record.searchKey = std::wstring();
+    StoredRecord stored{
+        record.page, record.start, record.end, record.index, std::move(record.rects), nullptr};
+    stored.rects.shrink_to_fit();
+    if (record.file != fileId || record.searchKey != searchKey || !record.pieces.empty()) {
+        stored.rest = std::make_shared<const RecordRest>(RecordRest{
+            std::move(record.file), std::move(record.searchKey), std::move(record.pieces)});
     }
-    record.rects.shrink_to_fit();
-    stored.record = std::move(record);
     return stored;
 }
+
+namespace {
+
+template <typename Stored>
+bool SameStored(const Stored& a, const Stored& b) {
+    if (a.page != b.page || a.start != b.start || a.end != b.end || a.index != b.index ||
+        !std::equal(a.rects.begin(), a.rects.end(), b.rects.begin(), b.rects.end(), SameRect)) {
+        return false;
+    }
+    if (a.rest == nullptr || b.rest == nullptr)
+        return a.rest == b.rest;
+    return a.rest->file == b.rest->file && a.rest->searchKey == b.rest->searchKey &&
+           std::equal(a.rest->pieces.begin(), a.rest->pieces.end(), b.rest->pieces.begin(),
+                      b.rest->pieces.end(), SamePiece);
+}
+
+}  // namespace
 
 void SearchResultStore::SetResults(const std::wstring& fileId, const std::wstring& searchKey,
                                    std::vector<SearchRecord> records) {
@@ -51,9 +65,7 @@ void SearchResultStore::SetResults(const std::wstring& fileId, const std::wstrin
     FileResults& file = results_[fileId];
     const auto same = [&](const RecordList& other) {
         return std::equal(list.begin(), list.end(), other.begin(), other.end(),
-                          [](const StoredRecord& a, const StoredRecord& b) {
-                              return a.named == b.named && SameRecord(a.record, b.record);
-                          });
+                          SameStored<StoredRecord>);
     };
     for (const std::weak_ptr<RecordList>& recent : file.recent) {
         if (std::shared_ptr<RecordList> shared = recent.lock(); shared && same(*shared)) {
@@ -94,8 +106,17 @@ SearchRecord SearchResultStore::GetResult(const std::wstring& fileId, const std:
         return EmptyRecord();
     }
     const StoredRecord& stored = (*list->second)[static_cast<std::size_t>(index)];
-    SearchRecord record = stored.record;
-    if (stored.named) {
+    SearchRecord record;
+    record.page = stored.page;
+    record.start = stored.start;
+    record.end = stored.end;
+    record.index = stored.index;
+    record.rects = stored.rects;
+    if (stored.rest != nullptr) {
+        record.file = stored.rest->file;
+        record.searchKey = stored.rest->searchKey;
+        record.pieces = stored.rest->pieces;
+    } else {
         record.file = fileId;
         record.searchKey = searchKey;
     }
@@ -117,74 +138,108 @@ void SearchResultStore::EraseAnnotsOfFile(const std::wstring& fileId) {
     }
 }
 
+// ---- Annotation entries
+
+bool SearchResultStore::NameOrder::operator()(Entry a, Entry b) const {
+    if (const int c = a->second.uniqueIDName.compare(b->second.uniqueIDName); c != 0)
+        return c < 0;
+    return a->first < b->first;
+}
+
+bool SearchResultStore::NameOrder::operator()(Entry a, std::wstring_view name) const {
+    return std::wstring_view(a->second.uniqueIDName) < name;
+}
+
+bool SearchResultStore::NameOrder::operator()(std::wstring_view name, Entry b) const {
+    return name < std::wstring_view(b->second.uniqueIDName);
+}
+
+bool SearchResultStore::HandleOrder::operator()(Entry a, Entry b) const {
+    if (a->second.annot != b->second.annot)
+        return std::less<HostAnnot>()(a->second.annot, b->second.annot);
+    return a->first < b->first;
+}
+
+bool SearchResultStore::HandleOrder::operator()(Entry a, HostAnnot annot) const {
+    return std::less<HostAnnot>()(a->second.annot, annot);
+}
+
+bool SearchResultStore::HandleOrder::operator()(HostAnnot annot, Entry b) const {
+    return std::less<HostAnnot>()(annot, b->second.annot);
+}
+
 void SearchResultStore::SetAnnot(const SearchRecord& record, const std::wstring& name,
                                  HostAnnot annot) {
-    auto [entry, added] = annots_.try_emplace(record);
-    if (!added)
+    const AnnotKey key = AnnotKey::Of(record);
+    auto entry = annots_.find(key);
+    if (entry == annots_.end()) {
+        AnnotKey own = key;
+        own.file = texts_.Hold(key.file);
+        own.searchKey = texts_.Hold(key.searchKey);
+        entry = annots_.emplace(own, AnnotRecord{}).first;
+    } else {
         Unindex(entry);
+    }
     entry->second.uniqueIDName = name;
     if (annot != nullptr)
         entry->second.annot = annot;
-    byName_[name].insert(entry);
-    byHandle_[entry->second.annot].insert(entry);
+    Index(entry);
 }
 
 const AnnotRecord& SearchResultStore::FindAnnot(const SearchRecord& record) const {
     static const AnnotRecord kNone;
-    const auto found = annots_.find(record);
+    const auto found = annots_.find(AnnotKey::Of(record));
     return found != annots_.end() ? found->second : kNone;
 }
 
 bool SearchResultStore::IsAnnotated(const SearchRecord& record) const {
-    const auto found = annots_.find(record);
-    if (found == annots_.end() || found->second.annot == nullptr)
-        return false;
-    const SearchRecord& key = found->first;
-    return key.page == record.page && key.index == record.index && key.start == record.start &&
-           key.end == record.end;
+    const auto found = annots_.find(AnnotKey::Of(record));
+    return found != annots_.end() && found->second.annot != nullptr;
 }
 
 void SearchResultStore::ClearAnnotHandle(const SearchRecord& record) {
-    const auto found = annots_.find(record);
+    const auto found = annots_.find(AnnotKey::Of(record));
     if (found == annots_.end())
         return;
     Unindex(found);
     found->second.annot = nullptr;
-    byName_[found->second.uniqueIDName].insert(found);
-    byHandle_[nullptr].insert(found);
+    Index(found);
 }
 
 void SearchResultStore::EraseAnnot(const SearchRecord& record) {
-    const auto found = annots_.find(record);
+    EraseAnnot(AnnotKey::Of(record));
+}
+
+void SearchResultStore::EraseAnnot(const AnnotKey& key) {
+    const auto found = annots_.find(key);
     if (found == annots_.end())
         return;
+    const std::wstring_view file = found->first.file;
+    const std::wstring_view searchKey = found->first.searchKey;
     Unindex(found);
     annots_.erase(found);
+    texts_.Release(file);
+    texts_.Release(searchKey);
 }
 
-void SearchResultStore::Unindex(AnnotMap::const_iterator entry) {
-    const auto drop = [&](auto& index, const auto& key) {
-        const auto set = index.find(key);
-        if (set == index.end())
-            return;
-        set->second.erase(entry);
-        if (set->second.empty())
-            index.erase(set);
-    };
-    drop(byName_, entry->second.uniqueIDName);
-    drop(byHandle_, entry->second.annot);
+void SearchResultStore::Index(Entry entry) {
+    byName_.insert(entry);
+    byHandle_.insert(entry);
 }
 
-SearchResultStore::AnnotMap::const_iterator SearchResultStore::FirstNamed(
-    const std::wstring& name) const {
-    const auto set = byName_.find(name);
-    return set != byName_.end() ? *set->second.begin() : annots_.end();
+void SearchResultStore::Unindex(Entry entry) {
+    byName_.erase(entry);
+    byHandle_.erase(entry);
 }
 
-SearchResultStore::AnnotMap::const_iterator SearchResultStore::FirstWithHandle(
-    HostAnnot annot) const {
-    const auto set = byHandle_.find(annot);
-    return set != byHandle_.end() ? *set->second.begin() : annots_.end();
+SearchResultStore::Entry SearchResultStore::FirstNamed(const std::wstring& name) const {
+    const auto first = byName_.lower_bound(std::wstring_view(name));
+    return first != byName_.end() && (*first)->second.uniqueIDName == name ? *first : annots_.end();
+}
+
+SearchResultStore::Entry SearchResultStore::FirstWithHandle(HostAnnot annot) const {
+    const auto first = byHandle_.lower_bound(annot);
+    return first != byHandle_.end() && (*first)->second.annot == annot ? *first : annots_.end();
 }
 
 int32_t SearchResultStore::GetPageIdxByAnnotUniqueID(const std::wstring& name) const {
@@ -197,12 +252,12 @@ HostAnnot SearchResultStore::GetRecordAnnot(const std::wstring& name) const {
     return entry != annots_.end() ? entry->second.annot : nullptr;
 }
 
-const SearchRecord& SearchResultStore::FindRecordByAnnot(HostAnnot annot) const {
+const AnnotKey& SearchResultStore::FindRecordByAnnot(HostAnnot annot) const {
     const auto entry = FirstWithHandle(annot);
-    return entry != annots_.end() ? entry->first : EmptyRecord();
+    return entry != annots_.end() ? entry->first : EmptyKey();
 }
 
-const SearchRecord& SearchResultStore::FindRecordByUniqueID(const std::wstring& name) const {
+const AnnotKey& SearchResultStore::FindRecordByUniqueID(const std::wstring& name) const {
     const auto entry = FirstNamed(name);
-    return entry != annots_.end() ? entry->first : EmptyRecord();
+    return entry != annots_.end() ? entry->first : EmptyKey();
 }
