@@ -12,8 +12,8 @@ const DOCS = [
 ];
 
 // A scanned document, with the page's user marks wired in as the page does it.
-async function scanned() {
-  const plugin = new FakePlugin({ docs: DOCS });
+async function scanned(docs = DOCS) {
+  const plugin = new FakePlugin({ docs });
   const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 't' });
   workflow.userMarks = new UserMarks({ workflow });
   workflow.onChange(() => workflow.userMarks.follow());
@@ -98,4 +98,43 @@ test('a Cancel at the editor\'s prompt keeps the session and the user\'s marks',
   assert.equal(workflow.current.applied, false);
   assert.equal(marks.stateOf('{DOC-1}').present, true);
   assert.equal(plugin.otherRedact, true);
+});
+
+// A document in which the scan finds nothing; the user then draws a mark in the editor.
+async function markedByTheUserOnly() {
+  const { plugin, workflow } = await scanned([{ id: '{DOC-1}', filePath: '/data/notes.pdf', pages: ['Notes only', 'More notes'] }]);
+  assert.equal(workflow.keptCount(), 0);
+  assert.equal(workflow.canApply(), false, 'nothing to apply before the user marks anything');
+  plugin.otherRedact = true;
+  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
+  await settled();
+  plugin.calls.length = 0;
+  return { plugin, workflow };
+}
+
+test('the user\'s own marks alone are applied and saved, and the summary says so', async () => {
+  const { plugin, workflow } = await markedByTheUserOnly();
+  assert.equal(workflow.canApply(), true);
+  const session = await workflow.apply();
+  assert.deepEqual(plugin.paramsOf('redactApply'), [''], 'the apply-all form');
+  assert.equal(plugin.otherRedact, false);
+  assert.ok(session.applied && session.saved);
+  assert.equal(session.summary.total, 0);
+  assert.equal(session.summary.userMarks, true);
+  assert.equal(workflow.canApply(), false);
+});
+
+test('without the user\'s marks Apply has nothing to do and applies nothing', async () => {
+  const cases = [
+    ['unticked', ({ workflow }) => workflow.userMarks.setIncluded('{DOC-1}', false), /No finding is marked/],
+    ['undone in the editor', ({ plugin }) => { plugin.otherRedact = false; }, /no longer in the document/],
+  ];
+  for (const [name, change, message] of cases) {
+    const context = await markedByTheUserOnly();
+    change(context);
+    await assert.rejects(context.workflow.apply(), message, name);
+    assert.deepEqual(context.plugin.paramsOf('redactApply'), [], name);
+    assert.equal(context.workflow.current.applied, false, name);
+    assert.equal(context.workflow.canApply(), false, name);
+  }
 });
