@@ -8,6 +8,7 @@
 #include <QIcon>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolButton>
@@ -43,6 +44,8 @@ QString DisabledReason(bool documentOpen) {
 constexpr const char* kHandleProperty = "ribbonHandle";
 // How long the press's status message stays once the entry's work is done.
 constexpr int kPressMessageMs = 2000;
+// One frame of a 60 Hz display: the status message is painted and flushed before the work.
+constexpr int kPressPaintMs = 16;
 
 }  // namespace
 
@@ -161,22 +164,25 @@ void RibbonWidget::RefreshStates() {
 }
 
 void RibbonWidget::PressWithFeedback(uintptr_t handle, const QString& title) {
-    // The entry's work may take a while before anything shows (a page to load, a dialog to
-    // build): the user sees at once that the press was taken.
+    // The entry's work may hold the event loop for seconds (a page to load, a dialog to build):
+    // the press shows first, and the work starts a display frame later, once the window system
+    // has the status message on screen.
     auto* window = qobject_cast<QMainWindow*>(this->window());
-    QStatusBar* status = window != nullptr ? window->statusBar() : nullptr;
+    QPointer<QStatusBar> status = window != nullptr ? window->statusBar() : nullptr;
     const QString message = tr("Opening %1…").arg(title);
-    if (status != nullptr) {
+    if (status != nullptr)
         status->showMessage(message);
-        status->repaint();
-    }
-    // Busy until the event loop runs again: at the end of the work, or as soon as it shows a
-    // dialog of its own.
     QApplication::setOverrideCursor(Qt::BusyCursor);
-    QTimer::singleShot(0, qApp, [] { QApplication::restoreOverrideCursor(); });
-    app_.Ribbons().Press(handle);
-    if (status != nullptr && status->currentMessage() == message)
-        status->showMessage(message, kPressMessageMs);
+    QTimer::singleShot(
+        kPressPaintMs, qApp, [self = QPointer<RibbonWidget>(this), handle, status, message] {
+            // Busy until the event loop runs again: at the end of the work, or as soon as it shows
+            // a dialog of its own.
+            QTimer::singleShot(0, qApp, [] { QApplication::restoreOverrideCursor(); });
+            if (self != nullptr)
+                self->app_.Ribbons().Press(handle);
+            if (status != nullptr && status->currentMessage() == message)
+                status->showMessage(message, kPressMessageMs);
+        });
 }
 
 }  // namespace pdfhost::ui

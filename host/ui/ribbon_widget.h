@@ -45,7 +45,7 @@ class RibbonWidget : public QTabWidget, public DocumentObserver {
     // Enable states and tooltips; a disabled entry's tooltip says why.
     void RefreshStates();
     // Shows at once that the entry was pressed (a status message, the busy cursor) and presses
-    // it.
+    // it once that has reached the screen.
     void PressWithFeedback(uintptr_t handle, const QString& title);
 
     HostApp& app_;

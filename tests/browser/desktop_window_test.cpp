@@ -139,9 +139,10 @@ class DesktopWindowTest : public ::testing::Test {
         QAction* entry = RibbonEntry(*window_, QStringLiteral("Auto Redaction"));
         ASSERT_NE(entry, nullptr);
         entry->trigger();
-        dock_ = window_->findChild<QDockWidget*>(QStringLiteral("BrevanTaskPane"));
-        ASSERT_NE(dock_, nullptr);
-        EXPECT_TRUE(WaitFor([&] { return dock_->isVisible(); }));
+        ASSERT_TRUE(WaitFor([&] {
+            dock_ = window_->findChild<QDockWidget*>(QStringLiteral("BrevanTaskPane"));
+            return dock_ != nullptr && dock_->isVisible();
+        }));
         ASSERT_TRUE(WaitFor([&] {
             browser_ = PluginBrowser(*window_);
             return browser_ != nullptr && browser_->url().fileName() == QLatin1String("index.html");

@@ -1,5 +1,7 @@
 #include "host_test_support.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <cstdlib>
 
 namespace pdfhost::testing {
@@ -47,6 +49,17 @@ HostOptions HostFixture::Options() const {
     HostOptions options;
     options.profile = profile_.Path();
     return options;
+}
+
+bool ProcessEventsUntil(const std::function<bool()>& done, int milliseconds) {
+    QElapsedTimer clock;
+    clock.start();
+    while (!done()) {
+        if (clock.elapsed() > milliseconds)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    return true;
 }
 
 }  // namespace pdfhost::testing

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "engine/context.h"
@@ -33,6 +34,9 @@ std::string WritePdf(const TempFolder& folder, const std::string& name,
                      const engine::PdfDescription& layout);
 // Three pages of text.
 engine::PdfDescription ThreePages();
+
+// Runs the event loop until `done` holds or `milliseconds` have passed; whether it held.
+bool ProcessEventsUntil(const std::function<bool()>& done, int milliseconds = 5000);
 
 // Calls a host operation through the ABI lookup, as plug-in `pluginId` would.
 template <hostops::Op op, typename... Args>

@@ -229,7 +229,7 @@ TEST_F(RibbonAndPanes, TheDesktopRibbonShowsEntriesWithImagesAndKeepsTheirStates
     g_entry.enabled = 1;
     action->setEnabled(true);
     action->trigger();
-    EXPECT_EQ(g_entry.executed, 1);
+    EXPECT_TRUE(testing::ProcessEventsUntil([] { return g_entry.executed == 1; }));
 }
 
 TEST_F(RibbonAndPanes, APaneShowsThePluginsWindowInADockAndReportsEveryHiding) {
