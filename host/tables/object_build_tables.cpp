@@ -53,7 +53,9 @@ void PutEntry(HostApp& app, NdxObject dict, const char* key, const PdfValue& val
         built->Set(key, value);
         return;
     }
-    const auto [document, object] = app.Documents().FindObject(dict);
+    const auto found = app.Documents().FindObject(dict);
+    HostDocument* const document = found.first;
+    pdf_obj* const object = found.second;
     if (document == nullptr || document->IsClosing())
         return;
     fz_context* ctx = document->Engine().fz();
@@ -88,7 +90,9 @@ int ArrayCount(NdxObject array) {
     return Guarded(0, [&](HostApp& app) -> int {
         if (const PdfValue* built = Built(app, array))
             return static_cast<int>(built->Items().size());
-        const auto [document, object] = app.Documents().FindObject(array);
+        const auto found = app.Documents().FindObject(array);
+        HostDocument* const document = found.first;
+        pdf_obj* const object = found.second;
         if (document == nullptr)
             return 0;
         fz_context* ctx = document->Engine().fz();
@@ -105,7 +109,9 @@ float ArrayGetNumber(NdxObject array, int index) {
                        ? items[static_cast<std::size_t>(index)].Number()
                        : 0.0f;
         }
-        const auto [document, object] = app.Documents().FindObject(array);
+        const auto found = app.Documents().FindObject(array);
+        HostDocument* const document = found.first;
+        pdf_obj* const object = found.second;
         if (document == nullptr)
             return 0.0f;
         fz_context* ctx = document->Engine().fz();
@@ -120,7 +126,9 @@ void ArrayAddNumber(NdxObject array, float value) {
             built->Push(PdfValue::Real(value));
             return;
         }
-        const auto [document, object] = app.Documents().FindObject(array);
+        const auto found = app.Documents().FindObject(array);
+        HostDocument* const document = found.first;
+        pdf_obj* const object = found.second;
         if (document == nullptr || document->IsClosing())
             return;
         fz_context* ctx = document->Engine().fz();

@@ -66,7 +66,9 @@ int ObjectGetType(NdxObject object) {
     return Guarded(0, [&](HostApp& app) {
         if (const engine::PdfValue* built = app.Values().pdfValues.Find(object))
             return BuiltType(*built);
-        const auto [document, value] = app.Documents().FindObject(object);
+        const auto found = app.Documents().FindObject(object);
+        HostDocument* const document = found.first;
+        pdf_obj* const value = found.second;
         if (value == nullptr)
             return 0;
         fz_context* ctx = document->Engine().fz();
@@ -94,7 +96,9 @@ NdxObject ObjectGetDirect(NdxObject object) {
     return Guarded<NdxObject>(nullptr, [&](HostApp& app) -> NdxObject {
         if (app.Values().pdfValues.Find(object) != nullptr)
             return object;
-        const auto [document, value] = app.Documents().FindObject(object);
+        const auto found = app.Documents().FindObject(object);
+        HostDocument* const document = found.first;
+        pdf_obj* const value = found.second;
         if (value == nullptr)
             return nullptr;
         fz_context* ctx = document->Engine().fz();
@@ -114,7 +118,9 @@ void StringGetBytes(NdxObject string, HostByteString out) {
 
 NdxObject DictGet(NdxObject dict, const char* key) {
     return Guarded<NdxObject>(nullptr, [&](HostApp& app) -> NdxObject {
-        const auto [document, value] = app.Documents().FindObject(dict);
+        const auto found = app.Documents().FindObject(dict);
+        HostDocument* const document = found.first;
+        pdf_obj* const value = found.second;
         if (value == nullptr || key == nullptr)
             return nullptr;
         fz_context* ctx = document->Engine().fz();
@@ -128,7 +134,9 @@ NdxObject DictGet(NdxObject dict, const char* key) {
 // Empties `out` when the key is absent or holds no string.
 void DictGetString(NdxObject dict, const char* key, HostByteString out) {
     Guarded([&](HostApp& app) {
-        const auto [document, value] = app.Documents().FindObject(dict);
+        const auto found = app.Documents().FindObject(dict);
+        HostDocument* const document = found.first;
+        pdf_obj* const value = found.second;
         std::string bytes;
         if (const engine::PdfValue* built = app.Values().pdfValues.Find(dict)) {
             const engine::PdfValue* entry = key != nullptr ? built->Get(key) : nullptr;

@@ -142,11 +142,12 @@ DocumentView::DocumentView(HostDocument& document, QWidget* parent)
     connect(zoomIn, &QPushButton::clicked, this, [this] { SetZoom(zoom_ * kZoomStep); });
     connect(fitWidth, &QPushButton::clicked, this, [this] { SetFit(Fit::kWidth); });
     connect(fitPage, &QPushButton::clicked, this, [this] { SetFit(Fit::kPage); });
-    for (const auto& [keys, step] : {std::pair{QKeySequence::ZoomIn, kZoomStep},
-                                     std::pair{QKeySequence::ZoomOut, 1 / kZoomStep}}) {
-        auto* shortcut = new QShortcut(keys, this);
+    for (const auto& zoom : {std::pair{QKeySequence::ZoomIn, kZoomStep},
+                             std::pair{QKeySequence::ZoomOut, 1 / kZoomStep}}) {
+        auto* shortcut = new QShortcut(zoom.first, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, this, [this, step] { SetZoom(zoom_ * step); });
+        connect(shortcut, &QShortcut::activated, this,
+                [this, step = zoom.second] { SetZoom(zoom_ * step); });
     }
     scroll_->viewport()->installEventFilter(this);
     setFocusPolicy(Qt::StrongFocus);
