@@ -3,15 +3,9 @@
 #pragma once
 
 #include <windows.h>
-#include <winhttp.h>
 
 #include <memory>
 #include <type_traits>
-
-struct WinHttpCloser {
-    void operator()(HINTERNET handle) const { WinHttpCloseHandle(handle); }
-};
-using WinHttpHandle = std::unique_ptr<void, WinHttpCloser>;
 
 struct ModuleFreer {
     void operator()(HMODULE module) const { FreeLibrary(module); }

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "win_handles.h"
+
 namespace {
 
 constexpr const wchar_t* kDefaultUserAgent = L"Tarvo Tethrix DRM Plug-in 1.0";

@@ -4,11 +4,20 @@
 // 443 or the scheme is "https"; plain requests ask proxies not to answer from their caches.
 #pragma once
 
+#include <windows.h>
+// after windows.h, which it needs
+#include <winhttp.h>
+
+#include <memory>
 #include <string>
 
 #include "account/http_client.h"
 #include "account/url_parts.h"
-#include "win_handles.h"
+
+struct WinHttpCloser {
+    void operator()(HINTERNET handle) const { WinHttpCloseHandle(handle); }
+};
+using WinHttpHandle = std::unique_ptr<void, WinHttpCloser>;
 
 class WinHttpRequest {
   public:
