@@ -7,6 +7,10 @@ HRESULT STDMETHODCALLTYPE DownloadStatus::QueryInterface(REFIID iid, void** obje
         *object = static_cast<IBindStatusCallback*>(this);
         return S_OK;
     }
+    if (IsEqualIID(iid, IID_IHttpNegotiate)) {
+        *object = static_cast<IHttpNegotiate*>(this);
+        return S_OK;
+    }
     *object = nullptr;
     return E_NOINTERFACE;
 }
@@ -22,5 +26,20 @@ HRESULT STDMETHODCALLTYPE DownloadStatus::OnProgress(ULONG progress, ULONG maxim
         default:
             break;
     }
+    return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE DownloadStatus::BeginningTransaction(LPCWSTR, LPCWSTR, DWORD,
+                                                               LPWSTR* additionalHeaders) {
+    if (additionalHeaders != nullptr)
+        *additionalHeaders = nullptr;
+    return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE DownloadStatus::OnResponse(DWORD responseCode, LPCWSTR, LPCWSTR,
+                                                     LPWSTR* additionalHeaders) {
+    if (additionalHeaders != nullptr)
+        *additionalHeaders = nullptr;
+    responseCode_ = responseCode;
     return S_OK;
 }

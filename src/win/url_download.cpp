@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr DWORD kHttpOk = 200;
+
 // The file is there and is not a folder.
 bool IsFile(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
@@ -22,7 +24,9 @@ bool DownloadUrlToFile(const std::wstring& url, const std::wstring& path,
     DeleteUrlCacheEntryW(url.c_str());
     const HRESULT result = URLDownloadToFileW(nullptr, url.c_str(), path.c_str(), 0, &status);
     DeleteUrlCacheEntryW(url.c_str());
-    if (SUCCEEDED(result) && IsFile(path))
+    // A server's error page is no download: over http(s) only the status 200 counts.
+    const DWORD code = status.ResponseCode();
+    if (SUCCEEDED(result) && (code == 0 || code == kHttpOk) && IsFile(path))
         return true;
     if (IsFile(path))
         DeleteFileW(path.c_str());
