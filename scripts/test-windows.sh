@@ -51,7 +51,8 @@ run_gtest() {
   fi
   # The program's own list: "Suite." lines, then indented test names.
   listed=$(wine "$exe" --gtest_list_tests 2> "$out/$name.list.err" | tr -d '\r' | grep -c '^  ' || true)
-  wine "$exe" --gtest_output="xml:$xml" > "$out/$name.log" 2>&1 || true
+  # A relative report path: the program takes a Unix absolute path for a relative one.
+  (cd "$out" && wine "$exe" --gtest_output="xml:$name.xml" > "$name.log" 2>&1) || true
   if [ ! -s "$xml" ]; then
     tail -n 30 "$out/$name.log" >&2
     fail "$name: no XML report ($out/$name.log)"
