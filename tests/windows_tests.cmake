@@ -1,6 +1,9 @@
 # The tests of the Windows build. Each program runs once as a whole under wine (the toolchain's
 # emulator): starting wine per test case costs far more than the cases themselves.
 add_test(NAME unit_tests COMMAND unit_tests)
+# Compiled in batches of files like the libraries: the cross build compiles everything from
+# scratch on a fresh machine.
+set_target_properties(unit_tests PROPERTIES UNITY_BUILD ${BREVAN_UNITY})
 # GCC 12 reports std::wstring's own copies as out of bounds once inlined into the tests (its bug
 # 105329, as for the integration tests on Linux); the check stays on elsewhere.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
