@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds the Windows targets (scripts/build-windows.sh) and runs their tests under wine: each test
 # program once, whole, writing its results as XML. A program fails when its XML is missing, names
-# fewer tests than the program lists, or reports a failure or an error. The 64-bit programs run
-# under wine64; the 32-bit ones under wine32 when it is installed, else they are skipped, saying
-# so. The 32-bit and 64-bit libraries must export PlugInMain and no other name.
+# fewer tests than the program lists, or reports a failure or an error; the test host runs the
+# library and reports its checks the same way. The 64-bit programs run under wine64; the 32-bit
+# ones under wine32 when it is installed, else they are skipped, saying so. The 32-bit and 64-bit
+# libraries must export PlugInMain and no other name.
 #
 #   scripts/test-windows.sh            (as root, like the build script)
 #
@@ -72,6 +73,27 @@ run_gtest() {
   fi
 }
 
+# Runs the test host (tests/test_host) on the build's plug-in library; its XML report has
+# GoogleTest's layout, one case per check, and must hold checks and no failure.
+run_test_host() {
+  local exe=$1 tpi=$2 name=$3 xml ran failed begun=$SECONDS
+  xml="$out/$name.xml"
+  rm -f "$xml"
+  (cd "$out" && wine "$exe" "$(winepath -w "$tpi")" --xml "$name.xml" > "$name.log" 2>&1) || true
+  if [ ! -s "$xml" ]; then
+    tail -n 30 "$out/$name.log" >&2
+    fail "$name: no XML report ($out/$name.log)"
+    return
+  fi
+  ran=$(sed -n 's/^<testsuites [^>]* tests="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
+  failed=$(sed -n 's/^<testsuites [^>]* failures="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
+  echo "[test-windows] $name: ${ran:-?} checks, ${failed:-?} failed ($((SECONDS - begun)) s)"
+  if [ "${ran:-0}" -eq 0 ] || [ "${failed:-1}" != 0 ] || ! grep -q '^PASSED ' "$out/$name.log"; then
+    grep -i 'fail' "$out/$name.log" | head -n 20 >&2 || true
+    fail "$name: ${failed:-?} of ${ran:-?} checks failed"
+  fi
+}
+
 # The test programs of a build folder (GoogleTest programs are named *_tests): the unit tests and
 # those of tests/win and tests/test_host.
 test_programs() {
@@ -97,6 +119,9 @@ for bits in 64 32; do
   for program in $(test_programs "$dir"); do
     run_gtest "$dir/out/bin/$program" "win$bits-${program%.exe}"
   done
+  if [ -f "$dir/out/bin/test_host.exe" ] && [ -f "$tpi" ]; then
+    run_test_host "$dir/out/bin/test_host.exe" "$tpi" "win$bits-test_host"
+  fi
   step "tests win$bits"
 done
 wineserver -k 2> /dev/null || true

@@ -31,7 +31,7 @@ gtest_version=$(dpkg-query -W -f='${Version}' googletest)
 # own package lists are neither changed nor locked.
 jsoncpp_source() {
   local found apt_opts
-  found=$(find "$cache/src" -maxdepth 1 -type d -name 'libjsoncpp-*' 2>/dev/null | sort | tail -n 1)
+  found=$(find "$cache/src" -maxdepth 1 -type d -name 'libjsoncpp-*' 2>/dev/null | sort | tail -n 1 || true)
   if [ -n "$found" ] && [ -f "$found/CMakeLists.txt" ]; then
     echo "$found"
     return
