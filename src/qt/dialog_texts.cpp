@@ -3,34 +3,11 @@
 #include <QPalette>
 #include <QWidget>
 
-#include "keyed_texts.h"
-
-namespace {
-
-constexpr KeyedText kDialogTexts[] = {
-    {"IDS_STRING_WELCOME_TITLE", "Welcome to Sable Mark"},
-    {"IDS_STRING_WELCOME_DESCRIPTION",
-     "Sable Mark finds personal and confidential content in your PDF documents, such as names, "
-     "e-mail addresses, phone, card and ID numbers, and removes it for good."},
-    {"IDS_STRING_BULB_TITLE", "Before you start"},
-    {"IDS_STRING_BULB_DESCRIPTION",
-     "Sign in to your Sable Mark account to redact your documents. New here? Signing up takes a "
-     "minute."},
-    {"IDS_STRING_BULB_DESCRIPTION_CHANNEL",
-     "Sign in with the account of your editor to redact your documents. New here? Signing up "
-     "takes a minute."},
-    {"IDS_STRING_GET_STARTED", "Get started"},
-    {"IDS_STRING_SIGN_UP", "Sign up"},
-    {"IDS_STRING_NOT_NOW", "Not now"},
-    {"IDS_STRING_DLG_INFO_DES",
-     "Sable Mark can find and remove confidential content in the document you are working on. "
-     "Open it from the Protect tab of the ribbon."},
-};
-
-}  // namespace
+#include "app/dialog_text_table.h"
 
 QString DialogText(const char* key) {
-    return TextOfKey(kDialogTexts, key);
+    const std::string_view text = DialogTextOf(key);
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 bool UsesDarkTheme(const QWidget& widget) {

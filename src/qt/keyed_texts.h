@@ -5,10 +5,7 @@
 #include <span>
 #include <string_view>
 
-struct KeyedText {
-    std::string_view key;
-    const char* text;
-};
+#include "app/dialog_text_table.h"
 
 // The text of `key` in `table`; the key itself when the table has no such key.
 QString TextOfKey(std::span<const KeyedText> table, std::string_view key);

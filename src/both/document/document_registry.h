@@ -64,5 +64,6 @@ class DocumentRegistry {
     std::map<std::wstring, DocumentRecord> records_;
 };
 
-// A fresh version-4 GUID as upper-case text in braces: {XXXXXXXX-XXXX-4XXX-YXXX-XXXXXXXXXXXX}.
+// A fresh GUID as upper-case text in braces, {XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}. The platform
+// layer defines it: a random version-4 GUID on Linux, the system's own on Windows.
 std::wstring NewGuidText();

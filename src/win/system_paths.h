@@ -1,0 +1,9 @@
+// Where this plug-in and the system's scratch files live.
+#pragma once
+
+#include <string>
+
+// The file of the library that holds this code.
+std::wstring ThisModulePath();
+// The system's temporary folder, with its trailing separator.
+std::wstring SystemTempFolder();
