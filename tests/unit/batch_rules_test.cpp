@@ -13,6 +13,7 @@
 #include "batch/output_naming.h"
 #include "batch/output_options.h"
 #include "batch/overwrite_check.h"
+#include "util/wide_path.h"
 
 namespace {
 
@@ -58,6 +59,9 @@ TEST(BatchNamingTest, EachRowOfTheRuleNamesItsTarget) {
         // A separator only at the start keeps the whole path as the file name.
         {L"/x.pdf", Options(true, false, L"", L"a", L""), {Kind::Other, L"a/x.pdf"}},
         {L"x.PDF", Options(true, false, L"", L"", L"_r"), {Kind::Other, L"x_r.PDF"}},
+        {L"C:\\in.d\\x",
+         Options(true, false, L"", L"", L"_r"),
+         {Kind::Other, L"C:\\in.d\\x_r.pdf"}},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(TargetOf(row.source, row.options), row.target)
@@ -203,8 +207,9 @@ TEST(MailAttachmentDropTest, DescriptorNamesAreReadWithinTheBlockOnly) {
 }
 
 TEST(MailAttachmentDropTest, EachAttachmentWithContentsBecomesANewMsgFile) {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() /
-                                         ("attachments-" + std::to_string(std::random_device()()));
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() /
+        PathOfUtf8("pi\u00e8ces-" + std::to_string(std::random_device()()));
     std::filesystem::create_directories(folder);
     const std::string block = Descriptor(3, {u"one.pdf", u"two.pdf", u"three.pdf"});
     const auto contents = [](std::size_t index) -> std::optional<std::string> {

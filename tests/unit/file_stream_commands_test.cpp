@@ -157,7 +157,7 @@ TEST_F(FileStreamTest, AnOpenStreamStaysOnItsFileAndEachChannelHasItsOwn) {
 }
 
 TEST_F(FileStreamTest, WrittenReplyIsTheWritersTextOfTheReply) {
-    Pick("r\u00e9sum\u00e9 \"1\".bin", std::string(5000, '\xff'));
+    Pick("r\u00e9sum\u00e9 '1'.bin", std::string(5000, '\xff'));
     const CommandParams params = CommandParams::FromText(Block(kPicked, "0", "4096"));
     ChannelFileStream first;
     ChannelFileStream second;
@@ -167,7 +167,7 @@ TEST_F(FileStreamTest, WrittenReplyIsTheWritersTextOfTheReply) {
         app.commands().Create(L"base", L"getFileStream", CommandRequest{nullptr, params, second});
     viaRun->uuid = viaDispatch->uuid = L"\u00e9-1";
     const Json::Value reply = viaRun->Run();
-    EXPECT_EQ(reply["data"]["name"].asString(), "r\u00e9sum\u00e9 \"1\".bin");
+    EXPECT_EQ(reply["data"]["name"].asString(), "r\u00e9sum\u00e9 '1'.bin");
     EXPECT_EQ(reply["data"]["content"].asString().size(), 5464u);
     // Unlogged, the reply is widened from its pieces; logged, from the joined text.
     AsyncLogger& logger = AsyncLogger::Instance();

@@ -10,6 +10,7 @@
 
 #include "logging/async_logger.h"
 #include "logging/log_file_path.h"
+#include "util/wide_path.h"
 
 namespace fs = std::filesystem;
 
@@ -61,7 +62,7 @@ class AsyncLoggerTest : public testing::Test {
         logger_.SetClockForTesting([now] { return now; });
     }
     void Start(int level = kLogInfo, int sizeMb = 30) {
-        logger_.Start(PathToUtf8(base_), 30, level, sizeMb);
+        logger_.Start(Utf8OfPath(base_), 30, level, sizeMb);
     }
     fs::path DayFile(const char* name) const { return base_ / "2026" / "03" / name; }
 
@@ -128,7 +129,7 @@ TEST_F(AsyncLoggerTest, QueuedLinesAreWrittenOnStopAndDestruction) {
     {
         AsyncLogger scoped;
         scoped.SetClockForTesting([] { return LocalTimeOf(2026, 3, 16); });
-        scoped.Start(PathToUtf8(base_), 30, kLogInfo, 30);
+        scoped.Start(Utf8OfPath(base_), 30, kLogInfo, 30);
         for (int i = 0; i < 100; ++i)
             scoped.Log(kLogInfo, "line %", i);
     }
@@ -220,12 +221,12 @@ TEST_F(AsyncLoggerTest, RotationSkipsFullFilesAndANewDayStartsAtThePlainName) {
 TEST_F(AsyncLoggerTest, UncreatableFolderCostsAStderrLineOnly) {
     FillFile(base_ / "blocker", 1);
     const fs::path blocked = base_ / "blocker" / "logs";
-    logger_.Start(PathToUtf8(blocked), 30, kLogInfo, 30);
+    logger_.Start(Utf8OfPath(blocked), 30, kLogInfo, 30);
     testing::internal::CaptureStderr();
     logger_.Log(kLogInfo, "lost");
     logger_.Stop();
     const std::string expected = "Error: Unable to open log file \"" +
-                                 PathToUtf8(blocked / "2026" / "03" / "15.txt") +
+                                 Utf8OfPath(blocked / "2026" / "03" / "15.txt") +
                                  "\" for writing.\n";
     EXPECT_EQ(testing::internal::GetCapturedStderr(), expected);
 

@@ -17,6 +17,7 @@
 #include "fake_host.h"
 #include "redaction/search_result_store.h"
 #include "util/utf.h"
+#include "util/wide_path.h"
 
 inline Json::Value JsonOf(const std::string& text) {
     Json::Value value;
@@ -40,7 +41,7 @@ class PluginFixtureOf : public testing::Test {
   protected:
     // `prepare` sets the host up before the plug-in starts; without `start` the test starts it.
     explicit PluginFixtureOf(const std::function<void(Host&)>& prepare = {}, bool start = true) {
-        platform.tempFolder = FromUtf8((host.userData / "temp").string()) + L"/";
+        platform.tempFolder = WideOfPath(host.userData / "temp" / "");
         std::filesystem::create_directories(host.userData / "temp");
         if (prepare)
             prepare(host);
@@ -84,11 +85,11 @@ class PluginFixtureOf : public testing::Test {
         return Call(command, params)["ret"].asInt();
     }
 
-    // Writes `bytes` to a file under the test's folder and returns its path.
+    // Writes `bytes` to a file of the UTF-8 `name` under the test's folder and returns its path.
     std::wstring WriteFile(const std::string& name, const std::string& bytes) {
-        const auto path = host.userData / name;
+        const auto path = host.userData / PathOfUtf8(name);
         std::ofstream(path, std::ios::binary) << bytes;
-        return FromUtf8(path.string());
+        return WideOfPath(path);
     }
 
     // The registry's id of an open document, and the "file" argument naming it.

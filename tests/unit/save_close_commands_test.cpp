@@ -129,6 +129,8 @@ TEST(SaveAsNameTest, SuffixGoesBetweenStemAndExtension) {
         {L"name.pdf:stream", L"name_r.pdf"},
         {L"..", L".._r"},
         {L"folder/a.b", L"a_r.b"},
+        {L"C:\\docs\\a.b", L"a_r.b"},
+        {L"d\\e/f\\g", L"g_r"},
         {L"x.", L"x_r."},
         {L"", L"_r"},
     };

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdlib>
 
 namespace {
 
@@ -60,11 +59,4 @@ std::string SystemLanguage(const EnvironmentReader& environment) {
             return ReportedLanguage(LanguageIdOfLocale(*value));
     }
     return kDefaultLanguage;
-}
-
-std::optional<std::string> ReadEnvironment(const char* name) {
-    const char* value = std::getenv(name);
-    if (value == nullptr)
-        return std::nullopt;
-    return std::string(value);
 }

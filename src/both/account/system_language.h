@@ -1,7 +1,7 @@
 // The language of the user's interface, as usage reports carry it: the system's language id
 // looked up in the service's table of fifteen rows, "en_US" for any language the table lacks.
-// On this platform the id comes from the locale of the environment (LC_ALL, LC_MESSAGES, LANG),
-// read through a reader that tests replace.
+// On Linux the id comes from the locale of the environment (LC_ALL, LC_MESSAGES, LANG), read
+// through a reader the platform layer gives; other systems look their own id up in the table.
 #pragma once
 
 #include <cstdint>
@@ -22,5 +22,3 @@ std::string ReportedLanguage(std::optional<uint16_t> languageId);
 
 // The reported language of the first of LC_ALL, LC_MESSAGES and LANG that is set and not empty.
 std::string SystemLanguage(const EnvironmentReader& environment);
-
-std::optional<std::string> ReadEnvironment(const char* name);

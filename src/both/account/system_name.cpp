@@ -1,7 +1,5 @@
 #include "system_name.h"
 
-#include <fstream>
-#include <iterator>
 #include <map>
 
 namespace {
@@ -79,11 +77,4 @@ std::string SystemName(const FileReader& read) {
             return SystemNameFromOsRelease(*text);
     }
     return {};
-}
-
-std::optional<std::string> ReadWholeFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }

@@ -1,6 +1,6 @@
 // The name of the running system, as usage reports carry it: the os-release file's PRETTY_NAME,
-// else its NAME and VERSION_ID, else the empty text. The file is read through a reader that tests
-// replace.
+// else its NAME and VERSION_ID, else the empty text. The file is read through a reader the Linux
+// platform layer gives.
 #pragma once
 
 #include <functional>
@@ -16,5 +16,3 @@ std::string SystemNameFromOsRelease(std::string_view text);
 
 // The name from /etc/os-release, or from /usr/lib/os-release when the first cannot be read.
 std::string SystemName(const FileReader& read);
-
-std::optional<std::string> ReadWholeFile(const std::string& path);

@@ -1,8 +1,6 @@
 #include "usage_report.h"
 
 #include "account/sign_in_table.h"
-#include "account/system_language.h"
-#include "account/system_name.h"
 #include "bridge/json_text.h"
 #include "config/plugin_sections.h"
 #include "config/service_config.h"
@@ -33,10 +31,6 @@ std::wstring SignedInUserId(const SignInTable& login, ServiceConfig* service) {
 }
 
 }  // namespace
-
-SystemFacts SystemFacts::OfThisSystem() {
-    return SystemFacts{SystemName(&ReadWholeFile), SystemLanguage(&ReadEnvironment)};
-}
 
 Json::Value LoadUsageDetails(HostApi& host, const SignInTable& login, ServiceConfig* service,
                              const SystemFacts& system) {

@@ -15,7 +15,7 @@ struct SystemFacts {
     std::string name;      // "osVersion"
     std::string language;  // "osLang"
 
-    // The facts of the system this process runs on.
+    // The facts of the system this process runs on; each platform layer defines it.
     static SystemFacts OfThisSystem();
 };
 

@@ -4,7 +4,7 @@
 #include <system_error>
 
 #include "batch/open_documents.h"
-#include "util/utf.h"
+#include "util/wide_path.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ bool SecurityRefusesChanges(HostApi& host, HostDoc doc) {
 
 int64_t SizeOf(const std::wstring& path) {
     std::error_code error;
-    const auto size = std::filesystem::file_size(ToUtf8(path), error);
+    const auto size = std::filesystem::file_size(PathOfWide(path), error);
     return error ? 0 : static_cast<int64_t>(size);
 }
 

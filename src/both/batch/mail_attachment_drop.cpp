@@ -2,10 +2,11 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <random>
 
+#include "util/new_file.h"
 #include "util/utf.h"
+#include "util/wide_path.h"
 
 namespace {
 
@@ -35,13 +36,10 @@ std::wstring ReadName(std::string_view record) {
             break;
         units.push_back(unit);
     }
-    std::wstring name = FromUtf16(units);
-    const std::size_t cut = name.find_last_of(L"/\\");
-    return cut == std::wstring::npos ? name : name.substr(cut + 1);
+    return LastPathComponent(FromUtf16(units));
 }
 
-// A file created under a fresh random name in exclusive mode ("x"), so neither an existing file
-// nor a link planted in the temp folder is written through.
+// A file created under a fresh random name, exclusively.
 class NewTempFile {
   public:
     explicit NewTempFile(const std::filesystem::path& folder) {
@@ -50,7 +48,7 @@ class NewTempFile {
             char name[32];
             std::snprintf(name, sizeof name, "MSG%08X.msg", static_cast<unsigned>(random()));
             path_ = folder / name;
-            file_.reset(std::fopen(path_.string().c_str(), "wbx"));
+            file_ = CreateNewFile(path_);
         }
     }
 
@@ -71,10 +69,7 @@ class NewTempFile {
     const std::filesystem::path& path() const { return path_; }
 
   private:
-    struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    std::unique_ptr<std::FILE, Close> file_;
+    OwnedFile file_;
     std::filesystem::path path_;
 };
 

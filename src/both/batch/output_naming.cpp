@@ -4,7 +4,6 @@
 
 namespace {
 
-constexpr wchar_t kSeparator = L'/';
 constexpr const wchar_t* kDefaultExtension = L".pdf";
 
 struct SourceParts {
@@ -16,7 +15,7 @@ struct SourceParts {
 
 SourceParts Split(const std::wstring& source) {
     SourceParts parts;
-    const std::size_t separator = source.rfind(kSeparator);
+    const std::size_t separator = source.find_last_of(L"/\\");
     // A separator only at the very start leaves the whole path as the file name.
     if (separator == std::wstring::npos || separator == 0) {
         parts.fileName = source;

@@ -1,5 +1,5 @@
 // The naming rule of a batch's results: where the result of a source file goes under the output
-// options. Paths split at their last "/".
+// options. Paths split at their last "/" or "\".
 #pragma once
 
 #include <string>

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "batch/output_naming.h"
-#include "util/utf.h"
+#include "util/wide_path.h"
 
 std::vector<std::wstring> TargetsToOverwrite(const std::vector<BatchFile>& files,
                                              const OutputOptions& options,
@@ -29,5 +29,5 @@ std::vector<std::wstring> TargetsToOverwrite(const std::vector<BatchFile>& files
 
 bool FileExistsOnDisk(const std::wstring& path) {
     std::error_code error;
-    return std::filesystem::is_regular_file(ToUtf8(path), error);
+    return std::filesystem::is_regular_file(PathOfWide(path), error);
 }

@@ -7,6 +7,7 @@
 #include "bridge/json_text.h"
 #include "host/host_string.h"
 #include "util/utf.h"
+#include "util/wide_path.h"
 
 namespace deployment {
 const wchar_t* const kProductionServer = BREVAN_SERVER_PRODUCTION;
@@ -63,13 +64,13 @@ BrevanConfig::BrevanConfig(HostApi& host, HostExtTable loginTable, const std::ws
     HostWide userData(host_);
     host_.HostAppGetUserDataFolder(userData);
     const std::filesystem::path folder =
-        std::filesystem::path(ToUtf8(userData.Text())) / ToUtf8(deployment::kServiceFolder);
+        PathOfWide(userData.Text()) / PathOfWide(deployment::kServiceFolder);
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);
-    serviceFolder_ = FromUtf8(folder.string());
+    serviceFolder_ = WideOfPath(folder);
 
     // A missing or broken file leaves `root` as the reader left it; the defaults stand.
-    ParseJson(ReadFile(folder / ToUtf8(fileName)), root);
+    ParseJson(ReadFile(folder / PathOfWide(fileName)), root);
     if (root.isObject()) {
         for (const char* key : kBooleanKeys) {
             if (HoldsWrongTypeForBool(root[key]))
@@ -152,5 +153,5 @@ std::wstring BrevanConfig::GetServerAddressFromLogin() const {
 }
 
 std::wstring BrevanConfig::DefaultLogFolder() const {
-    return FromUtf8((std::filesystem::path(ToUtf8(serviceFolder_)) / "brevanlog").string());
+    return WideOfPath(PathOfWide(serviceFolder_) / "brevanlog");
 }

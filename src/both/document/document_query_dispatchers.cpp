@@ -9,6 +9,7 @@
 #include "document/file_descriptor.h"
 #include "host/host_string.h"
 #include "util/utf.h"
+#include "util/wide_path.h"
 
 Json::Value GetCurrentDocDispatcher::Run() {
     const CheckedDocument checked = CheckCurrentDocument(services_.documents);

@@ -4,6 +4,7 @@
 
 #include "util/confined_files.h"
 #include "util/utf.h"
+#include "util/wide_path.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ DocumentRegistry::~DocumentRegistry() {
     for (const auto& [id, record] : records_) {
         if (!record.isTemp || record.path.empty())
             continue;
-        RemoveInside(ToUtf8(record.scratchRoot), ToUtf8(record.path), false);
+        RemoveInside(PathOfWide(record.scratchRoot), PathOfWide(record.path), false);
     }
 }
 

@@ -11,7 +11,7 @@
 #include "document/download_status.h"
 #include "document/progress_bar_host.h"
 #include "util/confined_files.h"
-#include "util/utf.h"
+#include "util/wide_path.h"
 
 namespace {
 
@@ -28,25 +28,21 @@ bool PrepareFolder(const fs::path& temp, const fs::path& folder) {
 
 }  // namespace
 
-std::wstring LastNameComponent(const std::wstring& fileName) {
-    const auto separator = fileName.find_last_of(L"/\\");
-    return separator == std::wstring::npos ? fileName : fileName.substr(separator + 1);
-}
-
 int32_t DownloadJob::Run(HostDoc& doc) {
     if (!IsPlainFileName(aiFileId_))
         return err::kDownloadFolderFailed;
     const std::wstring tempFolder = services_.platform.TempFolder();
-    const fs::path temp(ToUtf8(tempFolder));
-    const fs::path folder = temp / ToUtf8(aiFileId_);
+    const fs::path temp = PathOfWide(tempFolder);
+    const fs::path folder = temp / PathOfWide(aiFileId_);
     if (!PrepareFolder(temp, folder))
         return err::kDownloadFolderFailed;
 
-    const std::wstring name = LastNameComponent(fileName_);
+    // Only the last component of the page's name, so that no name leads out of the folder.
+    const std::wstring name = LastPathComponent(fileName_);
     if (!IsPlainFileName(name))
         return err::kDownloadFailed;
-    const fs::path target = folder / ToUtf8(name);
-    const std::wstring path = FromUtf8(target.string());
+    const fs::path target = folder / PathOfWide(name);
+    const std::wstring path = WideOfPath(target);
 
     HttpSettings settings;
     settings.verifyCertificates = !(services_.config && services_.config->insecureTls);

@@ -28,6 +28,3 @@ class DownloadJob {
     std::wstring fileName_;
     std::wstring aiFileId_;
 };
-
-// The part of a file name after its last "/" or "\", so that no name leads out of its folder.
-std::wstring LastNameComponent(const std::wstring& fileName);

@@ -1,8 +1,10 @@
 #include "file_descriptor.h"
 
-#include <sys/stat.h>
+#include <filesystem>
+#include <system_error>
 
 #include "util/utf.h"
+#include "util/wide_path.h"
 
 Json::Value FileDescriptor::ToJson() const {
     Json::Value object(Json::objectValue);
@@ -19,16 +21,13 @@ Json::Value FileDescriptor::ToJson() const {
     return object;
 }
 
-std::wstring LastPathComponent(const std::wstring& path) {
-    const auto slash = path.find_last_of(L'/');
-    return slash == std::wstring::npos ? path : path.substr(slash + 1);
-}
-
 uint32_t FileSizeLow32(const std::wstring& path) {
     if (path.empty())
         return 0;
-    struct stat info {};
-    if (::stat(ToUtf8(path).c_str(), &info) != 0 || !S_ISREG(info.st_mode))
+    const std::filesystem::path file = PathOfWide(path);
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error))
         return 0;
-    return static_cast<uint32_t>(static_cast<uint64_t>(info.st_size) & 0xFFFFFFFFu);
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    return error ? 0 : static_cast<uint32_t>(size & 0xFFFFFFFFu);
 }

@@ -22,8 +22,5 @@ struct FileDescriptor {
     Json::Value ToJson() const;
 };
 
-// The part of a path after its last separator.
-std::wstring LastPathComponent(const std::wstring& path);
-
 // The low 32 bits of the size of the file on disk; 0 when it cannot be read.
 uint32_t FileSizeLow32(const std::wstring& path);

@@ -12,6 +12,7 @@
 #include "document/file_descriptor.h"
 #include "document/upload_file_dialog.h"
 #include "host/extension_tables.h"
+#include "util/wide_path.h"
 
 namespace {
 

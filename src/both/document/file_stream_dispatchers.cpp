@@ -19,6 +19,7 @@
 #include "redaction/owned_handle.h"
 #include "redaction/request_fields.h"
 #include "util/utf.h"
+#include "util/wide_path.h"
 
 namespace {
 
@@ -128,7 +129,7 @@ Json::Value GetFileStreamDispatcher::Serve(HostBytes& encoded) {
     // An open stream stays bound to its file until the page releases it, whatever id comes.
     std::ifstream& in = stream_.file;
     if (!in.is_open()) {
-        in.open(ToUtf8(path), std::ios::binary);
+        in.open(PathOfWide(path), std::ios::binary);
         if (!in.is_open())
             return Fail(err::kOpenStreamFailed);
         in.clear();

@@ -5,7 +5,7 @@
 #include "document/document_services.h"
 #include "host/host_string.h"
 #include "util/confined_files.h"
-#include "util/utf.h"
+#include "util/wide_path.h"
 
 namespace fs = std::filesystem;
 
@@ -39,7 +39,7 @@ bool FlattenedCopy::CopyFile(const fs::path& from, fs::path to) {
     // A document that lives in the temporary folder itself gets a copy of another name, so the
     // clean-up never deletes the user's own file.
     if (fs::exists(to, error) && fs::equivalent(from, to, error))
-        to.replace_filename("text-of-" + to.filename().string());
+        to.replace_filename(fs::path("text-of-") += to.filename());
     if (!RemoveInside(to.parent_path(), to, false) || !fs::copy_file(from, to, error))
         return false;
     scratch_ = to;
@@ -55,11 +55,11 @@ int32_t FlattenedCopy::Make(HostDoc source, int firstPage, int endPage) {
     HostWide fileName(host);
     host.HostDocGetFileName(source, fileName);
     if (!IsPlainFileName(fileName.Text()) ||
-        !CopyFile(ToUtf8(sourcePath.Text()),
-                  ToUtf8(services_.platform.TempFolder() + fileName.Text())))
+        !CopyFile(PathOfWide(sourcePath.Text()),
+                  PathOfWide(services_.platform.TempFolder()) / PathOfWide(fileName.Text())))
         return err::kClosedDoc;
 
-    const std::wstring scratch = FromUtf8(scratch_.string());
+    const std::wstring scratch = WideOfPath(scratch_);
     const HostOpenHiddenOptions options = HiddenCopyOptions();
     copy_ = host.HostDocOpenHidden(scratch.c_str(), &options);
     if (copy_ == nullptr)
@@ -77,6 +77,6 @@ int32_t FlattenedCopy::Make(HostDoc source, int firstPage, int endPage) {
             host.NDXFlattenerAddPage(flattener, page, 1, 0);
     }
     host.NDXFlattenerDone(flattener);
-    host.NDXDocSaveToFile(pdf_, scratch_.string().c_str(), 0, 1);
+    host.NDXDocSaveToFile(pdf_, Utf8OfPath(scratch_).c_str(), 0, 1);
     return err::kOk;
 }

@@ -1,8 +1,9 @@
 #include "save_as_name.h"
 
+#include "util/wide_path.h"
+
 std::wstring SaveAsName(const std::wstring& fileName, const std::wstring& suffix) {
-    const std::size_t slash = fileName.find_last_of(L'/');
-    std::wstring component = slash == std::wstring::npos ? fileName : fileName.substr(slash + 1);
+    std::wstring component = LastPathComponent(fileName);
     component = component.substr(0, component.find(L':'));
     const std::size_t dot = component.find_last_of(L'.');
     if (dot == std::wstring::npos || dot == 0 || component == L"..")

@@ -4,7 +4,7 @@
 
 #include <string>
 
-// Stem, suffix, extension of the last component of `fileName`. The extension runs from the
-// component's last "." that is not its first character; "." and ".." have none; a ":" ends the
-// component, and what follows it is left out.
+// Stem, suffix, extension of the last component of `fileName` (after its last "/" or "\"). The
+// extension runs from the component's last "." that is not its first character; "." and ".." have
+// none; a ":" ends the component, and what follows it is left out.
 std::wstring SaveAsName(const std::wstring& fileName, const std::wstring& suffix);

@@ -7,6 +7,7 @@
 
 #include "local_time.h"
 #include "log_file_path.h"
+#include "util/wide_path.h"
 
 namespace {
 
@@ -125,7 +126,7 @@ std::filesystem::path AsyncLogger::WorkingPath(const std::filesystem::path& toda
 
 void AsyncLogger::WriteEntry(const Entry& entry) {
     const std::tm now = LocalTime(Now());
-    std::filesystem::path path = WorkingPath(DailyLogPath(PathFromUtf8(basePath_), now));
+    std::filesystem::path path = WorkingPath(DailyLogPath(PathOfUtf8(basePath_), now));
 
     // A folder that cannot be made shows as a file that cannot be opened, below.
     std::error_code ignored;
@@ -141,7 +142,7 @@ void AsyncLogger::WriteEntry(const Entry& entry) {
 
     std::ofstream file(path, std::ios::out | std::ios::app | std::ios::binary);
     if (!file) {
-        std::cerr << "Error: Unable to open log file \"" << PathToUtf8(path) << "\" for writing."
+        std::cerr << "Error: Unable to open log file \"" << Utf8OfPath(path) << "\" for writing."
                   << std::endl;
         return;
     }

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "local_time.h"
+#include "util/wide_path.h"
 
 namespace {
 
@@ -36,27 +37,19 @@ RotatedName SplitRotatedName(const std::string& fileName) {
 
 }  // namespace
 
-std::filesystem::path PathFromUtf8(std::string_view text) {
-    return std::filesystem::path(std::u8string(text.begin(), text.end()));
-}
-
-std::string PathToUtf8(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return std::string(text.begin(), text.end());
-}
-
 std::filesystem::path DailyLogPath(const std::filesystem::path& base, const std::tm& localDate) {
-    return base / PathFromUtf8(FormatTime(localDate, "%Y/%m/%d.txt"));
+    // One component per part of the date, joined by the path's own separator.
+    return base / FormatTime(localDate, "%Y") / FormatTime(localDate, "%m") /
+           FormatTime(localDate, "%d.txt");
 }
 
 std::filesystem::path NextRotatedPath(const std::filesystem::path& path) {
-    const RotatedName name = SplitRotatedName(PathToUtf8(path.filename()));
+    const RotatedName name = SplitRotatedName(Utf8OfPath(path.filename()));
     const unsigned long long next = name.number ? *name.number + 1 : 1;
-    return path.parent_path() /
-           PathFromUtf8(name.stem + "_" + std::to_string(next) + name.extension);
+    return path.parent_path() / PathOfUtf8(name.stem + "_" + std::to_string(next) + name.extension);
 }
 
 std::filesystem::path PlainLogPath(const std::filesystem::path& path) {
-    const RotatedName name = SplitRotatedName(PathToUtf8(path.filename()));
-    return path.parent_path() / PathFromUtf8(name.stem + name.extension);
+    const RotatedName name = SplitRotatedName(Utf8OfPath(path.filename()));
+    return path.parent_path() / PathOfUtf8(name.stem + name.extension);
 }

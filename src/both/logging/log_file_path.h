@@ -4,12 +4,6 @@
 
 #include <ctime>
 #include <filesystem>
-#include <string>
-#include <string_view>
-
-// Log paths are UTF-8 narrow text; these convert without going through the system code page.
-std::filesystem::path PathFromUtf8(std::string_view text);
-std::string PathToUtf8(const std::filesystem::path& path);
 
 // The plain file of the local day that `localDate` falls on.
 std::filesystem::path DailyLogPath(const std::filesystem::path& base, const std::tm& localDate);

@@ -4,6 +4,7 @@
 #include "html_file_logger_output.h"
 #include "log_file_path.h"
 #include "txt_file_logger_output.h"
+#include "util/wide_path.h"
 
 namespace {
 
@@ -14,7 +15,7 @@ constexpr const char* kFileStem = "brevanlog";
 }  // namespace
 
 std::unique_ptr<LoggerOutput> MakeLoggerOutput(int selector, const std::string& folder) {
-    const std::filesystem::path base = PathFromUtf8(folder) / kFileStem;
+    const std::filesystem::path base = PathOfUtf8(folder) / kFileStem;
     switch (selector) {
         case kHtmlReport:
             return std::make_unique<HtmlFileLoggerOutput>(base);

@@ -4,6 +4,10 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
+bool IsSurrogate(char32_t c) {
+    return c >= 0xD800 && c <= 0xDFFF;
+}
+
 void AppendUtf8(std::string& out, char32_t c) {
     if (c < 0x80) {
         out.push_back(static_cast<char>(c));
@@ -22,53 +26,57 @@ void AppendUtf8(std::string& out, char32_t c) {
     }
 }
 
-void AppendWide(std::wstring& out, char32_t c) {
-    if constexpr (sizeof(wchar_t) == 2) {
+// One code point of `units` from `i` on, `i` moved past it. 16-bit units are UTF-16, wider ones
+// hold code points.
+template <typename Unit>
+char32_t ReadCodePoint(std::basic_string_view<Unit> units, std::size_t& i) {
+    if constexpr (sizeof(Unit) == 2) {
+        const char32_t c = static_cast<char16_t>(units[i++]);
+        if (c >= 0xD800 && c <= 0xDBFF && i < units.size()) {
+            const char32_t low = static_cast<char16_t>(units[i]);
+            if (low >= 0xDC00 && low <= 0xDFFF) {
+                ++i;
+                return 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
+            }
+        }
+        return IsSurrogate(c) ? kReplacement : c;
+    } else {
+        const auto c = static_cast<char32_t>(units[i++]);
+        return IsSurrogate(c) || c > 0x10FFFF ? kReplacement : c;
+    }
+}
+
+template <typename Unit>
+void AppendCodePoint(std::basic_string<Unit>& out, char32_t c) {
+    if constexpr (sizeof(Unit) == 2) {
         if (c >= 0x10000) {
             c -= 0x10000;
-            out.push_back(static_cast<wchar_t>(0xD800 + (c >> 10)));
-            out.push_back(static_cast<wchar_t>(0xDC00 + (c & 0x3FF)));
+            out.push_back(static_cast<Unit>(0xD800 + (c >> 10)));
+            out.push_back(static_cast<Unit>(0xDC00 + (c & 0x3FF)));
             return;
         }
     }
-    out.push_back(static_cast<wchar_t>(c));
+    out.push_back(static_cast<Unit>(c));
 }
 
-bool IsSurrogate(char32_t c) {
-    return c >= 0xD800 && c <= 0xDFFF;
-}
-
-}  // namespace
-
-std::string ToUtf8(std::wstring_view text) {
+template <typename Unit>
+std::string Utf8Of(std::basic_string_view<Unit> text) {
     std::string out;
     out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        auto c = static_cast<char32_t>(text[i]);
-        if constexpr (sizeof(wchar_t) == 2) {
-            if (c >= 0xD800 && c <= 0xDBFF && i + 1 < text.size()) {
-                auto low = static_cast<char32_t>(text[i + 1]);
-                if (low >= 0xDC00 && low <= 0xDFFF) {
-                    c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
-                    ++i;
-                }
-            }
-        }
-        if (IsSurrogate(c) || c > 0x10FFFF)
-            c = kReplacement;
-        AppendUtf8(out, c);
-    }
+    for (std::size_t i = 0; i < text.size();)
+        AppendUtf8(out, ReadCodePoint(text, i));
     return out;
 }
 
-std::wstring FromUtf8(std::string_view text) {
-    std::wstring out;
+template <typename Unit>
+std::basic_string<Unit> DecodeUtf8(std::string_view text) {
+    std::basic_string<Unit> out;
     out.reserve(text.size());
     std::size_t i = 0;
     while (i < text.size()) {
         const auto lead = static_cast<unsigned char>(text[i]);
         if (lead < 0x80) {
-            out.push_back(static_cast<wchar_t>(lead));
+            out.push_back(static_cast<Unit>(lead));
             ++i;
             continue;
         }
@@ -82,7 +90,7 @@ std::wstring FromUtf8(std::string_view text) {
         } else if ((lead & 0xF8) == 0xF0) {
             extra = 3, c = lead & 0x07, min = 0x10000;
         } else {
-            AppendWide(out, kReplacement);
+            AppendCodePoint(out, kReplacement);
             ++i;
             continue;
         }
@@ -95,31 +103,38 @@ std::wstring FromUtf8(std::string_view text) {
         }
         if (j != i + 1 + static_cast<std::size_t>(extra) || c < min || c > 0x10FFFF ||
             IsSurrogate(c)) {
-            AppendWide(out, kReplacement);
+            AppendCodePoint(out, kReplacement);
             i = j > i + 1 ? j : i + 1;
             continue;
         }
-        AppendWide(out, c);
+        AppendCodePoint(out, c);
         i = j;
     }
     return out;
 }
 
+}  // namespace
+
+std::string ToUtf8(std::wstring_view text) {
+    return Utf8Of(text);
+}
+
+std::wstring FromUtf8(std::string_view text) {
+    return DecodeUtf8<wchar_t>(text);
+}
+
 std::wstring FromUtf16(std::u16string_view units) {
     std::wstring text;
     text.reserve(units.size());
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        char32_t c = units[i];
-        if constexpr (sizeof(wchar_t) == 4) {
-            const bool high = c >= 0xD800 && c <= 0xDBFF;
-            if (high && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] <= 0xDFFF) {
-                c = 0x10000 + ((c - 0xD800) << 10) + (units[i + 1] - 0xDC00);
-                ++i;
-            } else if (IsSurrogate(c)) {
-                c = kReplacement;
-            }
-        }
-        text.push_back(static_cast<wchar_t>(c));
-    }
+    for (std::size_t i = 0; i < units.size();)
+        AppendCodePoint(text, ReadCodePoint(units, i));
     return text;
+}
+
+std::string Utf16ToUtf8(std::u16string_view units) {
+    return Utf8Of(units);
+}
+
+std::u16string Utf8ToUtf16(std::string_view text) {
+    return DecodeUtf8<char16_t>(text);
 }
