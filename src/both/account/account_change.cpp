@@ -14,7 +14,7 @@ namespace {
 // the callback reaches the services through this.
 const AccountServices* g_listener = nullptr;
 
-void OnDomainChanged(const wchar_t* server) {
+void BREVAN_HOSTCALL OnDomainChanged(const wchar_t* server) {
     if (g_listener != nullptr)
         OnSignedInUserChanged(*g_listener, server);
 }

@@ -6,16 +6,16 @@ AppEventRecord::AppEventRecord(HostApi& host, std::function<void()> rebuildPages
     : rebuildPages_(std::move(rebuildPages)) {
     record_.setWord(kAppEventClientData, this);
     record_.setWord(kAppEventPageAppearanceChanged,
-                    reinterpret_cast<void*>(&OnPageAppearanceChanged));
+                    HookWord<HostAppHook>(&OnPageAppearanceChanged));
     // Notifications the plug-in takes without acting on them.
     for (std::size_t word : {8, 9, 15, 16, 26}) {
-        record_.setWord(word, reinterpret_cast<void*>(&Ignore));
+        record_.setWord(word, HookWord<HostAppHook>(&Ignore));
     }
     host.HostAppRegisterAppEvents(&record_);
 }
 
-void AppEventRecord::OnPageAppearanceChanged(void* client) {
+void BREVAN_HOSTCALL AppEventRecord::OnPageAppearanceChanged(void* client) {
     static_cast<AppEventRecord*>(client)->rebuildPages_();
 }
 
-void AppEventRecord::Ignore(void*) {}
+void BREVAN_HOSTCALL AppEventRecord::Ignore(void*) {}

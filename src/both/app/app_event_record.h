@@ -17,8 +17,8 @@ class AppEventRecord {
 
   private:
     // The page's address holds the interface language and the accent colour: build it anew.
-    static void OnPageAppearanceChanged(void* client);
-    static void Ignore(void* client);
+    static void BREVAN_HOSTCALL OnPageAppearanceChanged(void* client);
+    static void BREVAN_HOSTCALL Ignore(void* client);
 
     std::function<void()> rebuildPages_;
     HostAppEventRecord record_;

@@ -13,11 +13,6 @@ DocEventRecord& RecordOf(void* client) {
     return *static_cast<DocEventRecord*>(client);
 }
 
-template <typename Fn>
-void* AsWord(Fn fn) {
-    return reinterpret_cast<void*>(fn);
-}
-
 std::wstring FilePathOf(HostApi& host, HostDoc doc) {
     HostWide path(host);
     host.HostDocGetFilePath(doc, path);
@@ -29,15 +24,15 @@ std::wstring FilePathOf(HostApi& host, HostDoc doc) {
 DocEventRecord::DocEventRecord(const DocumentServices& services, TaskPaneState& pane)
     : services_(services), pane_(pane) {
     record_.setWord(kDocEventClientData, this);
-    record_.setWord(kDocEventWillOpen, AsWord(&OnDocWillOpen));
-    record_.setWord(kDocEventDidOpen, AsWord(&OnDocDidOpen));
-    record_.setWord(kDocEventActivate, AsWord(&OnDocActivate));
-    record_.setWord(kDocEventDidSave, AsWord(&OnDocDidSave));
-    record_.setWord(kDocEventClosing, AsWord(&OnDocClosing));
-    record_.setWord(kDocEventModified, AsWord(&OnDocModified));
-    record_.setWord(kDocEventOtherTab, AsWord(&OnOtherTabActivate));
-    record_.setWord(kDocEventFieldChanged, AsWord(&OnFormFieldChanged));
-    record_.setWord(kDocEventReserved79, AsWord(&Ignore));
+    record_.setWord(kDocEventWillOpen, HookWord<HostDocHookNoDoc>(&OnDocWillOpen));
+    record_.setWord(kDocEventDidOpen, HookWord<HostDocHook>(&OnDocDidOpen));
+    record_.setWord(kDocEventActivate, HookWord<HostDocHook>(&OnDocActivate));
+    record_.setWord(kDocEventDidSave, HookWord<HostDocSaveHook>(&OnDocDidSave));
+    record_.setWord(kDocEventClosing, HookWord<HostDocHook>(&OnDocClosing));
+    record_.setWord(kDocEventModified, HookWord<HostDocHook>(&OnDocModified));
+    record_.setWord(kDocEventOtherTab, HookWord<HostDocHookNoDoc>(&OnOtherTabActivate));
+    record_.setWord(kDocEventFieldChanged, HookWord<HostDocFieldHook>(&OnFormFieldChanged));
+    record_.setWord(kDocEventReserved79, HookWord<HostDocHookNoDoc>(&Ignore));
     services_.host.HostAppRegisterDocEvents(&record_);
 }
 
@@ -59,24 +54,24 @@ void DocEventRecord::RegisterDocument(HostDoc doc) {
     }
 }
 
-void DocEventRecord::OnDocWillOpen(void* client) {
+void BREVAN_HOSTCALL DocEventRecord::OnDocWillOpen(void* client) {
     DocBeforeOpenEvent(RecordOf(client).services_.page).Send();
 }
 
-void DocEventRecord::OnDocDidOpen(void* client, HostDoc doc) {
+void BREVAN_HOSTCALL DocEventRecord::OnDocDidOpen(void* client, HostDoc doc) {
     DocEventRecord& self = RecordOf(client);
     self.RegisterDocument(doc);
     DocOpenSuccessEvent(self.services_.page, doc).Send();
 }
 
 // The pane follows the user's last choice from one PDF tab to the next.
-void DocEventRecord::OnDocActivate(void* client, HostDoc doc) {
+void BREVAN_HOSTCALL DocEventRecord::OnDocActivate(void* client, HostDoc doc) {
     DocEventRecord& self = RecordOf(client);
     DocActivateEvent(self.services_.page, doc).Send();
     self.services_.host.HostAppShowPane(kTaskPaneName, self.pane_.shownFlag());
 }
 
-void DocEventRecord::OnDocDidSave(void* client, HostDoc doc, int result) {
+void BREVAN_HOSTCALL DocEventRecord::OnDocDidSave(void* client, HostDoc doc, int result) {
     const DocumentServices& services = RecordOf(client).services_;
     DocSavedEvent(services.page, doc).Send();
     DocumentRegistry* documents = services.documents.registry();
@@ -90,7 +85,7 @@ void DocEventRecord::OnDocDidSave(void* client, HostDoc doc, int result) {
 
 // The page hears of the close while the registry still knows the document. A close that the
 // save of a temporary document causes leaves the pane open.
-void DocEventRecord::OnDocClosing(void* client, HostDoc doc) {
+void BREVAN_HOSTCALL DocEventRecord::OnDocClosing(void* client, HostDoc doc) {
     const DocumentServices& services = RecordOf(client).services_;
     DocClosedEvent(services.page, doc).Send();
     if (services.host.HostAppGetActiveDoc() == nullptr) {
@@ -110,20 +105,21 @@ void DocEventRecord::OnDocClosing(void* client, HostDoc doc) {
 }
 
 // Changes of a batch's documents are the batch's own business.
-void DocEventRecord::OnDocModified(void* client, HostDoc doc) {
+void BREVAN_HOSTCALL DocEventRecord::OnDocModified(void* client, HostDoc doc) {
     const DocumentServices& services = RecordOf(client).services_;
     if (!services.documents.batch().running)
         DocModifiedEvent(services.page, doc).Send();
 }
 
 // A tab without a PDF document hides the pane and forgets that it was open.
-void DocEventRecord::OnOtherTabActivate(void* client) {
+void BREVAN_HOSTCALL DocEventRecord::OnOtherTabActivate(void* client) {
     DocEventRecord& self = RecordOf(client);
     OtherDocActivateEvent(self.services_.page).Send();
     self.pane_.HideByPlugin([&self] { self.services_.showTaskPane(false); });
 }
 
-void DocEventRecord::OnFormFieldChanged(void* client, HostDoc doc, NdxFormField field) {
+void BREVAN_HOSTCALL DocEventRecord::OnFormFieldChanged(void* client, HostDoc doc,
+                                                        NdxFormField field) {
     const DocumentServices& services = RecordOf(client).services_;
     HostApi& host = services.host;
     HostWide name(host);
@@ -133,4 +129,4 @@ void DocEventRecord::OnFormFieldChanged(void* client, HostDoc doc, NdxFormField 
     DocFormFieldChangedEvent(services.page, doc, name.Text(), value.Text()).Send();
 }
 
-void DocEventRecord::Ignore(void*) {}
+void BREVAN_HOSTCALL DocEventRecord::Ignore(void*) {}

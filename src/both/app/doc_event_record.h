@@ -25,15 +25,15 @@ class DocEventRecord {
     void RegisterDocument(HostDoc doc);
 
   private:
-    static void OnDocWillOpen(void* client);
-    static void OnDocDidOpen(void* client, HostDoc doc);
-    static void OnDocActivate(void* client, HostDoc doc);
-    static void OnDocDidSave(void* client, HostDoc doc, int result);
-    static void OnDocClosing(void* client, HostDoc doc);
-    static void OnDocModified(void* client, HostDoc doc);
-    static void OnOtherTabActivate(void* client);
-    static void OnFormFieldChanged(void* client, HostDoc doc, NdxFormField field);
-    static void Ignore(void* client);
+    static void BREVAN_HOSTCALL OnDocWillOpen(void* client);
+    static void BREVAN_HOSTCALL OnDocDidOpen(void* client, HostDoc doc);
+    static void BREVAN_HOSTCALL OnDocActivate(void* client, HostDoc doc);
+    static void BREVAN_HOSTCALL OnDocDidSave(void* client, HostDoc doc, int result);
+    static void BREVAN_HOSTCALL OnDocClosing(void* client, HostDoc doc);
+    static void BREVAN_HOSTCALL OnDocModified(void* client, HostDoc doc);
+    static void BREVAN_HOSTCALL OnOtherTabActivate(void* client);
+    static void BREVAN_HOSTCALL OnFormFieldChanged(void* client, HostDoc doc, NdxFormField field);
+    static void BREVAN_HOSTCALL Ignore(void* client);
 
     const DocumentServices& services_;
     TaskPaneState& pane_;

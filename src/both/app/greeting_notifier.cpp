@@ -16,7 +16,7 @@ GreetingNotifier::GreetingNotifier(HostApi& host, const uint32_t& pluginId)
       text_(InterfaceString(ids::kGreetingTip)) {
     record_.setWord(kBubbleDeclaredSize, reinterpret_cast<void*>(kHostBubbleRecordSize));
     record_.setWord(kBubbleClientData, this);
-    record_.setWord(kBubbleNotify, reinterpret_cast<void*>(&OnNotify));
+    record_.setWord(kBubbleNotify, HookWord<HostBubbleNotifyFn>(&OnNotify));
     host_.HostBubbleRegister(source_, &record_);
 }
 
@@ -24,7 +24,7 @@ GreetingNotifier::~GreetingNotifier() {
     host_.HostBubbleUnregister(source_, &record_);
 }
 
-void GreetingNotifier::OnNotify(void* client, int ready) {
+void BREVAN_HOSTCALL GreetingNotifier::OnNotify(void* client, int ready) {
     auto& self = *static_cast<GreetingNotifier*>(client);
     HostApi& host = self.host_;
     if (ready == 0 || host.HostPrefGetInt(kPluginPreferencesSection, kGreetingKey) != 0)

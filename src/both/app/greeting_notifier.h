@@ -23,7 +23,7 @@ class GreetingNotifier {
     const HostBubbleRecord& record() const { return record_; }
 
   private:
-    static void OnNotify(void* client, int ready);
+    static void BREVAN_HOSTCALL OnNotify(void* client, int ready);
 
     HostApi& host_;
     const uint32_t& pluginId_;

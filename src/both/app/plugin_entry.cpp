@@ -7,7 +7,13 @@
 #include "host/host_string.h"
 #include "logging/async_logger.h"
 
+// The library's one exported name: listed in the Windows library's .def file, and the only name
+// the Linux version script keeps.
+#ifdef _WIN32
+#define BREVAN_EXPORT extern "C" __declspec(dllexport)
+#else
 #define BREVAN_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
 
 namespace {
 
@@ -24,23 +30,23 @@ std::optional<HftHostApi> g_host;
 std::unique_ptr<PlatformServices> g_platform;
 Brevan g_app;
 
-int ExportTables() {
+int BREVAN_HOSTCALL ExportTables() {
     return 1;
 }
-int ImportTables() {
+int BREVAN_HOSTCALL ImportTables() {
     return g_app.ImportTables();
 }
-int Init() {
+int BREVAN_HOSTCALL Init() {
     return g_app.Init();
 }
-int Unload() {
+int BREVAN_HOSTCALL Unload() {
     return g_app.Unload();
 }
-void DoNothing(HostFrame) {}
-void OnMainFrameCreated(HostFrame frame) {
+void BREVAN_HOSTCALL DoNothing(HostFrame) {}
+void BREVAN_HOSTCALL OnMainFrameCreated(HostFrame frame) {
     g_app.OnMainFrameCreated(frame);
 }
-void OnMainFrameClosing(HostFrame frame) {
+void BREVAN_HOSTCALL OnMainFrameClosing(HostFrame frame) {
     g_app.OnMainFrameClosing(frame);
 }
 
@@ -48,9 +54,9 @@ const HostUiRecord& UiRecord() {
     static const HostUiRecord record = [] {
         HostUiRecord r;
         for (std::size_t word : {1, 2, 3, 4, 6})
-            r.setWord(word, reinterpret_cast<void*>(&DoNothing));
-        r.setWord(kUiMainFrameCreated, reinterpret_cast<void*>(&OnMainFrameCreated));
-        r.setWord(kUiMainFrameClosing, reinterpret_cast<void*>(&OnMainFrameClosing));
+            r.setWord(word, HookWord<HostFrameHook>(&DoNothing));
+        r.setWord(kUiMainFrameCreated, HookWord<HostFrameHook>(&OnMainFrameCreated));
+        r.setWord(kUiMainFrameClosing, HookWord<HostFrameHook>(&OnMainFrameClosing));
         return r;
     }();
     return record;
@@ -62,7 +68,7 @@ bool HostLanguageIsSupported() {
     return g_host->HostWideStringCompareText(language, kRequiredLanguage) == 0;
 }
 
-int Register(uint32_t hostVersion, HostRegistration* record) {
+int BREVAN_HOSTCALL Register(uint32_t hostVersion, HostRegistration* record) {
     if (hostVersion != kHostInterfaceVersion || record == nullptr || !g_host)
         return 0;
     if (!HostLanguageIsSupported())
@@ -76,7 +82,7 @@ int Register(uint32_t hostVersion, HostRegistration* record) {
     return 1;
 }
 
-int Handshake(uint32_t hostVersion, HostHandshake* data) {
+int BREVAN_HOSTCALL Handshake(uint32_t hostVersion, HostHandshake* data) {
     if (hostVersion != kHostInterfaceVersion || data == nullptr)
         return 0;
     g_hostTable = data->getTableManager();
@@ -96,7 +102,7 @@ int Handshake(uint32_t hostVersion, HostHandshake* data) {
 
 }  // namespace
 
-BREVAN_EXPORT int PlugInMain(uint32_t* version, HostHandshakeFn* entry) {
+BREVAN_EXPORT int BREVAN_HOSTCALL PlugInMain(uint32_t* version, HostHandshakeFn* entry) {
     if (version != nullptr)
         *version = kHostInterfaceVersion;
     if (entry != nullptr)

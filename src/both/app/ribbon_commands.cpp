@@ -10,7 +10,7 @@ namespace {
 // so they reach the plug-in through this.
 const RibbonServices* g_ribbon = nullptr;
 
-int AutoRedaction(void*) {
+int BREVAN_HOSTCALL AutoRedaction(void*) {
     if (g_ribbon == nullptr)
         return 0;
     if (SignInGate(g_ribbon->signIn).Pass())
@@ -19,18 +19,18 @@ int AutoRedaction(void*) {
 }
 
 // Enabled while a document is active.
-int AutoRedactionEnabled(void*) {
+int BREVAN_HOSTCALL AutoRedactionEnabled(void*) {
     return g_ribbon != nullptr && g_ribbon->host.HostAppGetActiveDoc() != nullptr ? 1 : 0;
 }
 
 // The batch run starts from the files the user picks, so it is offered only while no document
 // is active.
-int BatchRedactEnabled(void*) {
+int BREVAN_HOSTCALL BatchRedactEnabled(void*) {
     return g_ribbon != nullptr && g_ribbon->host.HostAppGetActiveDoc() == nullptr ? 1 : 0;
 }
 
 // The batch run follows the gate: the file list, then the page dialog.
-int BatchRedact(void*) {
+int BREVAN_HOSTCALL BatchRedact(void*) {
     if (g_ribbon == nullptr)
         return 0;
     if (SignInGate(g_ribbon->signIn).Pass() && g_ribbon->batch)
@@ -38,7 +38,7 @@ int BatchRedact(void*) {
     return 1;
 }
 
-int Profile(void*) {
+int BREVAN_HOSTCALL Profile(void*) {
     if (g_ribbon == nullptr)
         return 0;
     if (SignInGate(g_ribbon->signIn).Pass())

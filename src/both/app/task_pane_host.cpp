@@ -8,15 +8,6 @@
 #include "bridge/page_dialog.h"
 #include "host/extension_tables.h"
 
-namespace {
-
-template <typename Fn>
-void* AsWord(Fn fn) {
-    return reinterpret_cast<void*>(fn);
-}
-
-}  // namespace
-
 TaskPaneHost::TaskPaneHost(TaskPaneParts parts, HostWindow mainWindow)
     : parts_(std::move(parts)),
       mainWindow_(mainWindow),
@@ -25,12 +16,12 @@ TaskPaneHost::TaskPaneHost(TaskPaneParts parts, HostWindow mainWindow)
     static_assert(std::is_standard_layout_v<RecordBlock>);
     HostPaneRecord& record = block_.record;
     record.setWord(kPaneClientData, &record);
-    record.setWord(kPaneGetName, AsWord(&GetPaneName));
-    record.setWord(kPaneGetTitle, AsWord(&GetPaneTitle));
-    record.setWord(kPaneGetCaption, AsWord(&GetPaneCaption));
-    record.setWord(kPaneCreateWindow, AsWord(&CreatePaneWindow));
-    record.setWord(kPaneDestroyWindow, AsWord(&DestroyPaneWindow));
-    record.setWord(kPaneClosed, AsWord(&OnPaneClosed));
+    record.setWord(kPaneGetName, HookWord<HostPaneNameFn>(&GetPaneName));
+    record.setWord(kPaneGetTitle, HookWord<HostPaneTextFn>(&GetPaneTitle));
+    record.setWord(kPaneGetCaption, HookWord<HostPaneTextFn>(&GetPaneCaption));
+    record.setWord(kPaneCreateWindow, HookWord<HostPaneCreateFn>(&CreatePaneWindow));
+    record.setWord(kPaneDestroyWindow, HookWord<HostPaneDestroyFn>(&DestroyPaneWindow));
+    record.setWord(kPaneClosed, HookWord<HostPaneClosedFn>(&OnPaneClosed));
     parts_.host.HostAppRegisterPane(&record);
 }
 
@@ -42,12 +33,12 @@ TaskPaneHost& TaskPaneHost::OwnerOf(void* client) {
     return *reinterpret_cast<RecordBlock*>(static_cast<HostPaneRecord*>(client))->owner;
 }
 
-const char* TaskPaneHost::GetPaneName(void*) {
+const char* BREVAN_HOSTCALL TaskPaneHost::GetPaneName(void*) {
     return kTaskPaneName;
 }
 
 // The title shows once the user opened the pane, on a host that lends its browser table.
-HostWideString TaskPaneHost::GetPaneTitle(void* client) {
+HostWideString BREVAN_HOSTCALL TaskPaneHost::GetPaneTitle(void* client) {
     TaskPaneHost& self = OwnerOf(client);
     const TaskPaneParts& parts = self.parts_;
     if (!parts.pane.shown() || !parts.browserExt || parts.browserExt->table == nullptr)
@@ -55,11 +46,11 @@ HostWideString TaskPaneHost::GetPaneTitle(void* client) {
     return self.title_.get();
 }
 
-HostWideString TaskPaneHost::GetPaneCaption(void* client) {
+HostWideString BREVAN_HOSTCALL TaskPaneHost::GetPaneCaption(void* client) {
     return OwnerOf(client).parts_.pane.shown() ? GetPaneTitle(client) : nullptr;
 }
 
-HostWindow TaskPaneHost::CreatePaneWindow(void* client, HostWindow parent) {
+HostWindow BREVAN_HOSTCALL TaskPaneHost::CreatePaneWindow(void* client, HostWindow parent) {
     TaskPaneHost& self = OwnerOf(client);
     const TaskPaneParts& parts = self.parts_;
     if (!parts.pane.shown())
@@ -75,13 +66,13 @@ HostWindow TaskPaneHost::CreatePaneWindow(void* client, HostWindow parent) {
     return self.dialog_ ? self.dialog_->Window() : nullptr;
 }
 
-void TaskPaneHost::DestroyPaneWindow(void* client) {
+void BREVAN_HOSTCALL TaskPaneHost::DestroyPaneWindow(void* client) {
     OwnerOf(client).DeleteDialog();
 }
 
 // The pane went from shown to hidden. While the plug-in hides it itself, that was not the user's
 // doing and is left alone.
-int TaskPaneHost::OnPaneClosed(void* client) {
+int BREVAN_HOSTCALL TaskPaneHost::OnPaneClosed(void* client) {
     OwnerOf(client).parts_.pane.OnClosed();
     return 1;
 }

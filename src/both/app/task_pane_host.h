@@ -48,12 +48,12 @@ class TaskPaneHost {
     };
     static TaskPaneHost& OwnerOf(void* client);
 
-    static const char* GetPaneName(void* client);
-    static HostWideString GetPaneTitle(void* client);
-    static HostWideString GetPaneCaption(void* client);
-    static HostWindow CreatePaneWindow(void* client, HostWindow parent);
-    static void DestroyPaneWindow(void* client);
-    static int OnPaneClosed(void* client);
+    static const char* BREVAN_HOSTCALL GetPaneName(void* client);
+    static HostWideString BREVAN_HOSTCALL GetPaneTitle(void* client);
+    static HostWideString BREVAN_HOSTCALL GetPaneCaption(void* client);
+    static HostWindow BREVAN_HOSTCALL CreatePaneWindow(void* client, HostWindow parent);
+    static void BREVAN_HOSTCALL DestroyPaneWindow(void* client);
+    static int BREVAN_HOSTCALL OnPaneClosed(void* client);
 
     void DeleteDialog();
 

@@ -19,11 +19,12 @@ HostViewChannel::HostViewChannel(HostApi& host, const CommandTable& commands, Pa
                                  ChannelFileStream& stream)
     : host_(host), commands_(commands), dialog_(dialog), stream_(stream) {
     record_.setWord(kWebPageClientData, this);
-    record_.setWord(kWebPageDispatch, reinterpret_cast<void*>(&HostViewChannel::Dispatch));
+    record_.setWord(kWebPageDispatch, HookWord<HostWebPageDispatchFn>(&HostViewChannel::Dispatch));
 }
 
-void HostViewChannel::Dispatch(void* client, const wchar_t* module, const wchar_t* command,
-                               const wchar_t* params, HostWideString result) {
+void BREVAN_HOSTCALL HostViewChannel::Dispatch(void* client, const wchar_t* module,
+                                               const wchar_t* command, const wchar_t* params,
+                                               HostWideString result) {
     if (client == nullptr)
         return;
     HostViewChannel& self = *static_cast<HostViewChannel*>(client);

@@ -24,8 +24,9 @@ class HostViewChannel {
     HostWebPageRecord& record() { return record_; }
 
     // The callback: runs the command and sets its reply text into `result`.
-    static void Dispatch(void* client, const wchar_t* module, const wchar_t* command,
-                         const wchar_t* params, HostWideString result);
+    static void BREVAN_HOSTCALL Dispatch(void* client, const wchar_t* module,
+                                         const wchar_t* command, const wchar_t* params,
+                                         HostWideString result);
 
   private:
     HostApi& host_;

@@ -44,8 +44,8 @@ std::wstring HeadOf(const std::wstring& aiFileId) {
 
 // Hooks of the tab record handed to the host's web view; the view may call them at any time,
 // so the record lives for the whole run.
-void TabIgnore(void*) {}
-int TabAgree(void*) {
+void BREVAN_HOSTCALL TabIgnore(void*) {}
+int BREVAN_HOSTCALL TabAgree(void*) {
     return 1;
 }
 
@@ -53,9 +53,9 @@ HostBrowserTabRecord* TabRecord() {
     static HostBrowserTabRecord record = [] {
         HostBrowserTabRecord made;
         for (std::size_t word : {2, 4, 8})
-            made.setWord(word, reinterpret_cast<void*>(&TabIgnore));
+            made.setWord(word, HookWord<HostBrowserTabNotifyFn>(&TabIgnore));
         for (std::size_t word : {9, 10})
-            made.setWord(word, reinterpret_cast<void*>(&TabAgree));
+            made.setWord(word, HookWord<HostBrowserTabAgreeFn>(&TabAgree));
         return made;
     }();
     return &record;

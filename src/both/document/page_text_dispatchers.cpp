@@ -92,7 +92,7 @@ class OcrSettings {
     bool confirmed = false;
 
   private:
-    static void OnConfirmed(void* client, const wchar_t* language, uint8_t flag) {
+    static void BREVAN_HOSTCALL OnConfirmed(void* client, const wchar_t* language, uint8_t flag) {
         auto& settings = *static_cast<OcrSettings*>(client);
         settings.language_ = language != nullptr ? language : L"";
         settings.options_ = {settings.language_.c_str(), flag};

@@ -6,6 +6,15 @@
 #include <cstddef>
 #include <cstdint>
 
+// The calling convention of every function that crosses the boundary: the host's functions, the
+// plug-in's entry and every callback either side stores in a record or a table. 32-bit Windows
+// hosts call with __cdecl whatever a compiler's default; elsewhere there is one convention.
+#if defined(_WIN32) && !defined(_WIN64)
+#define BREVAN_HOSTCALL __cdecl
+#else
+#define BREVAN_HOSTCALL
+#endif
+
 // ---- Opaque handles -----------------------------------------------------------------------------
 #define HOST_DECLARE_HANDLE(Name) typedef struct Name##_* Name
 
@@ -59,7 +68,7 @@ HOST_DECLARE_HANDLE(HostWebView);
 
 #undef HOST_DECLARE_HANDLE
 
-typedef void (*HostFunction)(void);
+typedef void(BREVAN_HOSTCALL* HostFunction)(void);
 
 // ---- Plain values -------------------------------------------------------------------------------
 
@@ -151,6 +160,13 @@ enum HostPermission : uint32_t {
 // the hooks stand at fixed word positions. On a 32-bit build the sizes are those the editor
 // documents (388, 228, 76 and 36 bytes).
 
+// The word of a hook: the function must have the hook's type exactly, calling convention included,
+// as in HookWord<HostDocHook>(&OnDocDidOpen).
+template <typename Hook>
+void* HookWord(Hook hook) {
+    return reinterpret_cast<void*>(hook);
+}
+
 template <std::size_t Words>
 struct HostCallbackRecord {
     static constexpr std::size_t kWords = Words;
@@ -180,10 +196,10 @@ enum HostDocEventWord : std::size_t {
     kDocEventFieldChanged = 78,  // void(void* client, HostDoc, NdxFormField)
     kDocEventReserved79 = 79,    // void(void* client)
 };
-typedef void (*HostDocHookNoDoc)(void* client);
-typedef void (*HostDocHook)(void* client, HostDoc doc);
-typedef void (*HostDocSaveHook)(void* client, HostDoc doc, int result);
-typedef void (*HostDocFieldHook)(void* client, HostDoc doc, NdxFormField field);
+typedef void(BREVAN_HOSTCALL* HostDocHookNoDoc)(void* client);
+typedef void(BREVAN_HOSTCALL* HostDocHook)(void* client, HostDoc doc);
+typedef void(BREVAN_HOSTCALL* HostDocSaveHook)(void* client, HostDoc doc, int result);
+typedef void(BREVAN_HOSTCALL* HostDocFieldHook)(void* client, HostDoc doc, NdxFormField field);
 
 // Application events: 57 words. Word 1 is the client data.
 using HostAppEventRecord = HostCallbackRecord<57>;
@@ -191,7 +207,7 @@ enum HostAppEventWord : std::size_t {
     kAppEventClientData = 1,
     kAppEventPageAppearanceChanged = 7,  // void(void* client)
 };
-typedef void (*HostAppHook)(void* client);
+typedef void(BREVAN_HOSTCALL* HostAppHook)(void* client);
 
 // User-interface record: 9 words. Word 5 is called when a main window is created, word 8 when
 // one closes; words 1 to 4 and 6 are callbacks that may do nothing, word 7 is zero.
@@ -200,7 +216,7 @@ enum HostUiWord : std::size_t {
     kUiMainFrameCreated = 5,
     kUiMainFrameClosing = 8,
 };
-typedef void (*HostFrameHook)(HostFrame frame);
+typedef void(BREVAN_HOSTCALL* HostFrameHook)(HostFrame frame);
 
 // Task pane record: 19 words. Word 1 is the client data handed back to every callback.
 using HostPaneRecord = HostCallbackRecord<19>;
@@ -213,14 +229,17 @@ enum HostPaneWord : std::size_t {
     kPaneDestroyWindow = 7,  // void(void* client): the host takes the pane's window down
     kPaneClosed = 13,        // int(void* client): the user closed the pane
 };
-typedef const char* (*HostPaneNameFn)(void* client);
-typedef HostWideString (*HostPaneTextFn)(void* client);
-typedef HostWindow (*HostPaneCreateFn)(void* client, HostWindow parent);
-typedef void (*HostPaneDestroyFn)(void* client);
-typedef int (*HostPaneClosedFn)(void* client);
+typedef const char*(BREVAN_HOSTCALL* HostPaneNameFn)(void* client);
+typedef HostWideString(BREVAN_HOSTCALL* HostPaneTextFn)(void* client);
+typedef HostWindow(BREVAN_HOSTCALL* HostPaneCreateFn)(void* client, HostWindow parent);
+typedef void(BREVAN_HOSTCALL* HostPaneDestroyFn)(void* client);
+typedef int(BREVAN_HOSTCALL* HostPaneClosedFn)(void* client);
 
-// Record a plug-in hands to BrowserExtOpenUrl for a tab: 19 words.
+// Record a plug-in hands to BrowserExtOpenUrl for a tab: 19 words. Words 2, 4 and 8 are
+// notifications, words 9 and 10 questions the plug-in answers with non-zero to agree.
 using HostBrowserTabRecord = HostCallbackRecord<19>;
+typedef void(BREVAN_HOSTCALL* HostBrowserTabNotifyFn)(void* client);
+typedef int(BREVAN_HOSTCALL* HostBrowserTabAgreeFn)(void* client);
 
 // Record a plug-in hands to BrowserExtOpenWebPage. The host's web view calls word 4 with the
 // client data of word 1 when its page runs window.external.DispatchFun(module, command, params);
@@ -230,8 +249,9 @@ enum HostWebPageWord : std::size_t {
     kWebPageClientData = 1,
     kWebPageDispatch = 4,
 };
-typedef void (*HostWebPageDispatchFn)(void* client, const wchar_t* module, const wchar_t* command,
-                                      const wchar_t* params, HostWideString result);
+typedef void(BREVAN_HOSTCALL* HostWebPageDispatchFn)(void* client, const wchar_t* module,
+                                                     const wchar_t* command, const wchar_t* params,
+                                                     HostWideString result);
 
 // Record of HostBubbleRegister. Word 1 repeats the size the editor documents (24 bytes); the
 // host calls word 3 with the client data of word 2 when its notification surface is ready
@@ -243,7 +263,7 @@ enum HostBubbleWord : std::size_t {
     kBubbleNotify = 3,  // void(void* client, int ready)
 };
 constexpr uintptr_t kHostBubbleRecordSize = 24;
-typedef void (*HostBubbleNotifyFn)(void* client, int ready);
+typedef void(BREVAN_HOSTCALL* HostBubbleNotifyFn)(void* client, int ready);
 
 // Options record handed to the OCR extension.
 struct HostOcrOptions {
@@ -253,53 +273,54 @@ struct HostOcrOptions {
 // Callback object of the OCR options dialog: called with (language, flag) on confirmation.
 struct HostOcrDialogCallback {
     void* client;
-    void (*confirmed)(void* client, const wchar_t* language, uint8_t flag);
+    void(BREVAN_HOSTCALL* confirmed)(void* client, const wchar_t* language, uint8_t flag);
 };
 
 // Procedures of a ribbon entry; the host passes the entry's own handle as `client`. The ribbon's
 // property operations (tooltip, images, key tip, procedures) take the handle of an element or of
 // an entry, in either form.
-typedef int (*HostRibbonExecuteProc)(void* client);
-typedef int (*HostRibbonEnableProc)(void* client);
-typedef void (*HostLoginDomainCallback)(const wchar_t* domain);
+typedef int(BREVAN_HOSTCALL* HostRibbonExecuteProc)(void* client);
+typedef int(BREVAN_HOSTCALL* HostRibbonEnableProc)(void* client);
+typedef void(BREVAN_HOSTCALL* HostLoginDomainCallback)(const wchar_t* domain);
 
 // ---- Load-time exchange -------------------------------------------------------------------------
 
 // The host's table manager: every core function is found by (category, selector, plug-in id).
 struct HostTableManager {
     uintptr_t size;
-    HostFunction (*lookup)(uint32_t category, uint32_t selector, uint32_t pluginId);
+    HostFunction(BREVAN_HOSTCALL* lookup)(uint32_t category, uint32_t selector, uint32_t pluginId);
 };
 
 struct HostRegistration;
-typedef int (*HostRegistrationFn)(uint32_t hostVersion, HostRegistration* record);
-typedef int (*HostPluginCallback)(void);
+typedef int(BREVAN_HOSTCALL* HostRegistrationFn)(uint32_t hostVersion, HostRegistration* record);
+typedef int(BREVAN_HOSTCALL* HostPluginCallback)(void);
 
 // Handshake record: the operations a plug-in calls from its handshake function, in this order.
 struct HostHandshake {
     uintptr_t size;
-    HostTableManager* (*getTableManager)(void);
-    uint32_t (*getPluginId)(HostHandshake* self);
-    void (*setRegistrationCallback)(HostHandshake* self, HostRegistrationFn fn);
-    void (*setSdkVersion)(HostHandshake* self, uint32_t version);
-    void (*setVersionText)(HostHandshake* self, const char* text);
+    HostTableManager*(BREVAN_HOSTCALL* getTableManager)(void);
+    uint32_t(BREVAN_HOSTCALL* getPluginId)(HostHandshake* self);
+    void(BREVAN_HOSTCALL* setRegistrationCallback)(HostHandshake* self, HostRegistrationFn fn);
+    void(BREVAN_HOSTCALL* setSdkVersion)(HostHandshake* self, uint32_t version);
+    void(BREVAN_HOSTCALL* setVersionText)(HostHandshake* self, const char* text);
     void* host;  // the host's own state for this plug-in
 };
 
 // Registration record: the operations a plug-in calls from its registration function.
 struct HostRegistration {
     uintptr_t size;
-    void (*setPluginName)(HostRegistration* self, const char* internalName, const char* shortName);
-    void (*setExportCallback)(HostRegistration* self, HostPluginCallback fn);
-    void (*setImportCallback)(HostRegistration* self, HostPluginCallback fn);
-    void (*setInitCallback)(HostRegistration* self, HostPluginCallback fn);
-    void (*setUiRecord)(HostRegistration* self, const HostUiRecord* record);
-    void (*setUnloadCallback)(HostRegistration* self, HostPluginCallback fn);
+    void(BREVAN_HOSTCALL* setPluginName)(HostRegistration* self, const char* internalName,
+                                         const char* shortName);
+    void(BREVAN_HOSTCALL* setExportCallback)(HostRegistration* self, HostPluginCallback fn);
+    void(BREVAN_HOSTCALL* setImportCallback)(HostRegistration* self, HostPluginCallback fn);
+    void(BREVAN_HOSTCALL* setInitCallback)(HostRegistration* self, HostPluginCallback fn);
+    void(BREVAN_HOSTCALL* setUiRecord)(HostRegistration* self, const HostUiRecord* record);
+    void(BREVAN_HOSTCALL* setUnloadCallback)(HostRegistration* self, HostPluginCallback fn);
     void* host;
 };
 
-typedef int (*HostHandshakeFn)(uint32_t hostVersion, HostHandshake* data);
-typedef int (*PlugInMainFn)(uint32_t* version, HostHandshakeFn* entry);
+typedef int(BREVAN_HOSTCALL* HostHandshakeFn)(uint32_t hostVersion, HostHandshake* data);
+typedef int(BREVAN_HOSTCALL* PlugInMainFn)(uint32_t* version, HostHandshakeFn* entry);
 
 // The interface version both sides must agree on.
 constexpr uint32_t kHostInterfaceVersion = 0x10000;

@@ -51,7 +51,7 @@ struct OpTraits;
 #define HOST_OP(Name, Category, Selector, Result, Params, Args) \
     template <>                                                 \
     struct OpTraits<Op::Name> {                                 \
-        using Fn = Result Params;                               \
+        using Fn = Result BREVAN_HOSTCALL Params;               \
         using ResultType = Result;                              \
         static constexpr uint32_t category = Category;          \
         static constexpr uint32_t selector = Selector;          \
@@ -65,7 +65,7 @@ struct ExtOpTraits;
 #define HOST_EXT_OP(Name, Table, Index, Result, Params, Args) \
     template <>                                               \
     struct ExtOpTraits<ExtOp::Name> {                         \
-        using Fn = Result Params;                             \
+        using Fn = Result BREVAN_HOSTCALL Params;             \
         using ResultType = Result;                            \
         static constexpr ExtTable table = ExtTable::Table;    \
         static constexpr int index = Index;                   \
