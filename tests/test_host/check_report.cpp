@@ -27,22 +27,25 @@ int CheckReport::Failures() const {
         std::count_if(results_.begin(), results_.end(), [](const Result& r) { return !r.passed; }));
 }
 
+// The layout GoogleTest writes, so that the scripts that read its reports read this one too.
 std::string CheckReport::Xml(const std::string& suite) const {
+    const std::string counts = "tests=\"" + std::to_string(Count()) + "\" failures=\"" +
+                               std::to_string(Failures()) + "\" errors=\"0\"";
     std::ostringstream xml;
     xml << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-        << "<testsuite name=\"" << XmlEscaped(suite) << "\" tests=\"" << Count() << "\" failures=\""
-        << Failures() << "\">\n";
+        << "<testsuites " << counts << " name=\"AllTests\">\n"
+        << "  <testsuite name=\"" << XmlEscaped(suite) << "\" " << counts << ">\n";
     for (const Result& result : results_) {
-        xml << "  <testcase classname=\"" << XmlEscaped(suite) << "\" name=\""
-            << XmlEscaped(result.name) << '"';
+        xml << "    <testcase name=\"" << XmlEscaped(result.name) << "\" classname=\""
+            << XmlEscaped(suite) << '"';
         if (result.passed) {
             xml << "/>\n";
             continue;
         }
-        xml << ">\n    <failure message=\"" << XmlEscaped(result.detail) << "\"/>\n"
-            << "  </testcase>\n";
+        xml << ">\n      <failure message=\"" << XmlEscaped(result.detail) << "\"/>\n"
+            << "    </testcase>\n";
     }
-    xml << "</testsuite>\n";
+    xml << "  </testsuite>\n</testsuites>\n";
     return xml.str();
 }
 

@@ -39,7 +39,7 @@ bool PageChannel::Post(const std::string& text) {
 }
 
 // One receiver at a time: a second plug-in is refused while the first listens.
-int PageChannel::OnConnect(HostPageMessageFn receiver, void* client) {
+int BREVAN_HOSTCALL PageChannel::OnConnect(HostPageMessageFn receiver, void* client) {
     PageChannel* self = Current();
     if (self == nullptr || receiver == nullptr || self->receiver_ != nullptr)
         return 0;
@@ -48,7 +48,7 @@ int PageChannel::OnConnect(HostPageMessageFn receiver, void* client) {
     return 1;
 }
 
-void PageChannel::OnDisconnect(void* client) {
+void BREVAN_HOSTCALL PageChannel::OnDisconnect(void* client) {
     PageChannel* self = Current();
     if (self == nullptr || self->client_ != client)
         return;
@@ -56,12 +56,12 @@ void PageChannel::OnDisconnect(void* client) {
     self->client_ = nullptr;
 }
 
-void PageChannel::OnPostMessage(const char* text, uint32_t size) {
+void BREVAN_HOSTCALL PageChannel::OnPostMessage(const char* text, uint32_t size) {
     if (PageChannel* self = Current())
         self->replies_.push_back(TextOf(text, size));
 }
 
-void PageChannel::OnExecuteScript(const char* text, uint32_t size) {
+void BREVAN_HOSTCALL PageChannel::OnExecuteScript(const char* text, uint32_t size) {
     if (PageChannel* self = Current())
         self->scripts_.push_back(TextOf(text, size));
 }

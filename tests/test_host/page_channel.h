@@ -29,10 +29,10 @@ class PageChannel {
 
   private:
     static PageChannel* Current();
-    static int OnConnect(HostPageMessageFn receiver, void* client);
-    static void OnDisconnect(void* client);
-    static void OnPostMessage(const char* text, uint32_t size);
-    static void OnExecuteScript(const char* text, uint32_t size);
+    static int BREVAN_HOSTCALL OnConnect(HostPageMessageFn receiver, void* client);
+    static void BREVAN_HOSTCALL OnDisconnect(void* client);
+    static void BREVAN_HOSTCALL OnPostMessage(const char* text, uint32_t size);
+    static void BREVAN_HOSTCALL OnExecuteScript(const char* text, uint32_t size);
 
     HostPageMessageFn receiver_ = nullptr;
     void* client_ = nullptr;

@@ -52,7 +52,8 @@ void TablePageConnection::ExecuteScript(const std::wstring& script) {
     });
 }
 
-void TablePageConnection::Receive(void* client, const char* utf8Text, uint32_t size) {
+void BREVAN_HOSTCALL TablePageConnection::Receive(void* client, const char* utf8Text,
+                                                  uint32_t size) {
     auto* self = static_cast<TablePageConnection*>(client);
     if (self == nullptr || !self->handler_)
         return;

@@ -26,7 +26,7 @@ class TablePageConnection final : public PageConnection {
   private:
     TablePageConnection(HostApi& host, HostExtTable table);
     // The receiver handed to the host; `client` is the connection.
-    static void Receive(void* client, const char* utf8Text, uint32_t size);
+    static void BREVAN_HOSTCALL Receive(void* client, const char* utf8Text, uint32_t size);
 
     HostApi& host_;
     HostExtTable table_;

@@ -14,7 +14,9 @@
 
 #include <cstdint>
 
-typedef void (*HostPageMessageFn)(void* client, const char* utf8Text, uint32_t size);
+#include "host_abi.h"
+
+typedef void(BREVAN_HOSTCALL* HostPageMessageFn)(void* client, const char* utf8Text, uint32_t size);
 
 // The table's name and version.
 constexpr const char* kHostPageChannelTable = "pdfhost.pageChannel";
