@@ -8,7 +8,7 @@
 
 namespace testhost {
 
-// The open document the requests work on: its handle, file and the texts searched for.
+// The open document the requests work on: its handle, and the file it was opened from.
 struct SampleDocument {
     HostDoc doc = nullptr;
     std::filesystem::path path;
