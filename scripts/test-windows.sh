@@ -71,27 +71,6 @@ run_gtest() {
   fi
 }
 
-# Runs the test host against a plug-in library under wine: its report must exist and count checks,
-# none of them failed (the host stops at the first failure).
-run_test_host() {
-  local exe=$1 tpi=$2 name=$3 xml ran failed begun=$SECONDS
-  xml="$out/$name.xml"
-  rm -f "$xml"
-  wine "$exe" "$tpi" --xml "$xml" > "$out/$name.log" 2>&1 || true
-  if [ ! -s "$xml" ]; then
-    tail -n 30 "$out/$name.log" >&2
-    fail "$name: no XML report ($out/$name.log)"
-    return
-  fi
-  ran=$(grep -c '<testcase ' "$xml" || true)
-  failed=$(sed -n 's/^<testsuites [^>]* failures="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
-  echo "[test-windows] $name: $ran checks, ${failed:-?} failed ($((SECONDS - begun)) s)"
-  if [ "$ran" -eq 0 ] || [ "${failed:-1}" != 0 ]; then
-    grep -B1 -A3 '<failure' "$xml" | head -n 20 >&2 || true
-    fail "$name: ${failed:-?} of $ran checks failed"
-  fi
-}
-
 # The test programs of a build folder (GoogleTest programs are named *_tests): the unit tests and
 # those of tests/win and tests/test_host.
 test_programs() {
@@ -117,9 +96,6 @@ for bits in 64 32; do
   for program in $(test_programs "$dir"); do
     run_gtest "$dir/out/bin/$program" "win$bits-${program%.exe}"
   done
-  if [ -f "$tpi" ]; then
-    run_test_host "$dir/out/bin/test_host.exe" "$tpi" "win$bits-test_host"
-  fi
   step "tests win$bits"
 done
 wineserver -k 2> /dev/null || true
