@@ -15,6 +15,7 @@
 #include "batch/batch_redaction.h"
 #include "bridge/page_dialog.h"
 #include "bridge/page_script.h"
+#include "bridge/table_page_connection.h"
 #include "bridge/web_message_channel.h"
 #include "config/brevan_config.h"
 #include "config/service_config.h"
@@ -215,6 +216,8 @@ void Brevan::OnMainFrameCreated(HostFrame frame) {
         panes.emplace(mainWindow, std::make_unique<TaskPaneHost>(PanePartsOf(*this), mainWindow));
     if (!hostPage_) {
         hostPage_ = platform().ConnectHostPageChannel();
+        if (!hostPage_)
+            hostPage_ = TablePageConnection::Connect(host());
         if (hostPage_) {
             hostPageChannel_ = std::make_unique<WebMessageChannel>(commands_, *hostPage_);
             hostPage_->SetMessageHandler([channel = hostPageChannel_.get()](std::string_view text) {

@@ -145,7 +145,8 @@ class Brevan : public PageEventSink {
     HostApi* host_ = nullptr;
     PlatformServices* platform_ = nullptr;
     OwnedResources interfaceResources_;
-    // The page of the host's scripted channel, when the host offers one.
+    // The page of the host's scripted channel, when the host offers one: the platform's own,
+    // else the host's "pdfhost.pageChannel" table.
     std::unique_ptr<PageConnection> hostPage_;
     std::unique_ptr<WebMessageChannel> hostPageChannel_;
     // What each feature uses of the application; made when the host is bound.

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "host_abi.h"
+#include "page_channel_abi.h"
 
 // Turns "(a, b)" into "(HostExtTable table, a, b)": extension operations take the table first.
 #define HOST_PREPEND_TABLE(...) (HostExtTable table, __VA_ARGS__)

@@ -29,6 +29,7 @@
 HOST_EXT_TABLE(Login, "login", 103)
 HOST_EXT_TABLE(BrowserExt, "Browser Extension HFT", 0)
 HOST_EXT_TABLE(Ocr, "OCRRecognition extension HFT", 1)
+HOST_EXT_TABLE(PageChannel, "pdfhost.pageChannel", 1)
 
 HOST_OP(HostExtensionFind, 0, 2, HostExtTable, (const char* name, int version), (name, version))
 HOST_OP(HostExtensionGetFunction, 0, 4, HostFunction, (HostExtTable table, int index),
@@ -434,6 +435,15 @@ HOST_EXT_OP(OcrRecognizePage, Ocr, 0, int, (NdxPage page, HostOcrOptions* option
 HOST_EXT_OP(OcrShowDialog, Ocr, 2, int,
             (HostWindow parent, HostOcrOptions* options, HostOcrDialogCallback* callback),
             (parent, options, callback))
+
+// ---- Extension table "pdfhost.pageChannel" (page_channel_abi.h) ----------------------------
+HOST_EXT_OP(PageChannelConnect, PageChannel, 0, int, (HostPageMessageFn receiver, void* client),
+            (receiver, client))
+HOST_EXT_OP(PageChannelDisconnect, PageChannel, 1, void, (void* client), (client))
+HOST_EXT_OP(PageChannelPostMessage, PageChannel, 2, void, (const char* utf8Text, uint32_t size),
+            (utf8Text, size))
+HOST_EXT_OP(PageChannelExecuteScript, PageChannel, 3, void, (const char* utf8Text, uint32_t size),
+            (utf8Text, size))
 
 #ifdef HOST_OPS_LIST_DEFINED_HOST_OP
 #undef HOST_OP

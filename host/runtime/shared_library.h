@@ -1,4 +1,4 @@
-// RAII owner of a library loaded with dlopen.
+// RAII owner of a loaded library: dlopen on Linux, LoadLibraryW on Windows.
 #pragma once
 
 #include <filesystem>

@@ -98,7 +98,11 @@ std::size_t PluginLoader::LoadFolder(const std::filesystem::path& folder,
                   << '\n';
     }
     std::sort(files.begin(), files.end());
+    return LoadFiles(files, frames);
+}
 
+std::size_t PluginLoader::LoadFiles(const std::vector<std::filesystem::path>& files,
+                                    const std::vector<HostFrame>& frames) {
     for (const auto& file : files) {
         if (auto plugin = Start(file))
             plugins_.push_back(std::move(plugin));

@@ -30,6 +30,9 @@ class PluginLoader {
     // many plug-ins are loaded afterwards.
     std::size_t LoadFolder(const std::filesystem::path& folder,
                            const std::vector<HostFrame>& frames);
+    // The same for the given library files, in the given order.
+    std::size_t LoadFiles(const std::vector<std::filesystem::path>& files,
+                          const std::vector<HostFrame>& frames);
 
     void FrameCreated(HostFrame frame);
     void FrameClosing(HostFrame frame);
