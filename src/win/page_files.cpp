@@ -4,6 +4,7 @@
 // after windows.h, which it needs
 #include <shlwapi.h>
 
+#include "system_paths.h"
 #include "win_handles.h"
 
 namespace {
@@ -29,14 +30,6 @@ const PageFileInfo& InfoOf(PageFile file) {
     return kFiles[static_cast<int>(file)];
 }
 
-HMODULE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&ThisModule), &module);
-    return module;
-}
-
 struct FileCloser {
     void operator()(HANDLE file) const { CloseHandle(file); }
 };
@@ -50,7 +43,7 @@ FileHandle OpenFile(const std::wstring& path, DWORD access, DWORD disposition) {
 
 void WriteFromResource(const std::wstring& path, PageFile file) {
     const PageFileInfo& info = InfoOf(file);
-    const HMODULE module = ThisModule();
+    const HMODULE module = ThisModuleHandle();
     const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(info.resource), info.type);
     if (found == nullptr)
         return;

@@ -11,14 +11,19 @@ constexpr DWORD kLongPath = 32768;
 
 }  // namespace
 
-std::wstring ThisModulePath() {
+HMODULE ThisModuleHandle() {
     HMODULE self = nullptr;
     // The module that holds this very function: the plug-in's library, not the host's program.
-    if (!GetModuleHandleExW(
-            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-            reinterpret_cast<LPCWSTR>(&ThisModulePath), &self)) {
+    GetModuleHandleExW(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+        reinterpret_cast<LPCWSTR>(&ThisModuleHandle), &self);
+    return self;
+}
+
+std::wstring ThisModulePath() {
+    const HMODULE self = ThisModuleHandle();
+    if (self == nullptr)
         return {};
-    }
     std::vector<wchar_t> buffer(MAX_PATH);
     for (;;) {
         const DWORD length =

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr DWORD kHttpOk = 200;
+constexpr DWORD kDownloadStatusOk = 200;
 
 // The file is there and is not a folder.
 bool IsFile(const std::wstring& path) {
@@ -26,7 +26,7 @@ bool DownloadUrlToFile(const std::wstring& url, const std::wstring& path,
     DeleteUrlCacheEntryW(url.c_str());
     // A server's error page is no download: over http(s) only the status 200 counts.
     const DWORD code = status.ResponseCode();
-    if (SUCCEEDED(result) && (code == 0 || code == kHttpOk) && IsFile(path))
+    if (SUCCEEDED(result) && (code == 0 || code == kDownloadStatusOk) && IsFile(path))
         return true;
     if (IsFile(path))
         DeleteFileW(path.c_str());

@@ -10,6 +10,7 @@
 #include "browser_runtime.h"
 #include "com_callback.h"
 #include "config/runtime_folder_search.h"
+#include "system_paths.h"
 #include "util/utf.h"
 #include "win_handles.h"
 
@@ -37,14 +38,6 @@ std::wstring FailureText(const wchar_t* text, HRESULT status) {
     std::swprintf(formatted, sizeof formatted / sizeof formatted[0], L"%ls (0x%08X)", text,
                   static_cast<unsigned>(status));
     return formatted;
-}
-
-HINSTANCE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&ThisModule), &module);
-    return module;
 }
 
 }  // namespace
@@ -105,7 +98,7 @@ bool CWebBrowser::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {
         windowClass.cbSize = sizeof windowClass;
         windowClass.style = CS_HREDRAW | CS_VREDRAW;
         windowClass.lpfnWndProc = &CWebBrowser::WindowProc;
-        windowClass.hInstance = ThisModule();
+        windowClass.hInstance = ThisModuleHandle();
         windowClass.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
         windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
         windowClass.lpszClassName = kWindowClass;
@@ -116,10 +109,10 @@ bool CWebBrowser::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {
     }();
     static_cast<void>(registered);
 
-    window_ =
-        CreateWindowExW(0, kWindowClass, L"", style, rect.left, rect.top, rect.right - rect.left,
-                        rect.bottom - rect.top, parent,
-                        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), ThisModule(), this);
+    window_ = CreateWindowExW(0, kWindowClass, L"", style, rect.left, rect.top,
+                              rect.right - rect.left, rect.bottom - rect.top, parent,
+                              reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)),
+                              ThisModuleHandle(), this);
     if (window_ == nullptr)
         return false;
     return InitializeWebView();

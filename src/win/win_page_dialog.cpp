@@ -7,6 +7,7 @@
 #include "config/service_config.h"
 #include "host/extension_tables.h"
 #include "logging/async_logger.h"
+#include "system_paths.h"
 #include "util/utf.h"
 #include "web_browser.h"
 
@@ -17,20 +18,12 @@ constexpr int kBatchHeight = 760;
 // The browser's window styles: a visible child.
 constexpr DWORD kBrowserStyle = WS_CHILD | WS_VISIBLE;
 
-HINSTANCE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&ThisModule), &module);
-    return module;
-}
-
 void RegisterDialogClass(WNDPROC procedure) {
     static const bool registered = [procedure] {
         WNDCLASSEXW windowClass{};
         windowClass.cbSize = sizeof windowClass;
         windowClass.lpfnWndProc = procedure;
-        windowClass.hInstance = ThisModule();
+        windowClass.hInstance = ThisModuleHandle();
         windowClass.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
         windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
         windowClass.lpszClassName = WinPageDialog::kWindowClass;
@@ -69,14 +62,14 @@ WinPageDialog::WinPageDialog(const PageDialogServices& services, BrowserRuntime&
         RECT client{};
         if (parent_ != nullptr)
             GetClientRect(parent_, &client);
-        window_ =
-            CreateWindowExW(0, kWindowClass, L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
-                            client.right, client.bottom, parent_, nullptr, ThisModule(), this);
+        window_ = CreateWindowExW(0, kWindowClass, L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0,
+                                  0, client.right, client.bottom, parent_, nullptr,
+                                  ThisModuleHandle(), this);
     } else {
         window_ = CreateWindowExW(0, kWindowClass, L"Batch Redaction",
                                   WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN,
                                   CW_USEDEFAULT, CW_USEDEFAULT, kBatchWidth, kBatchHeight, parent_,
-                                  nullptr, ThisModule(), this);
+                                  nullptr, ThisModuleHandle(), this);
     }
     PageFilePath(PageFile::Offline);
     PageFilePath(PageFile::Upgrade);

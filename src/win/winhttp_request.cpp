@@ -1,5 +1,9 @@
 #include "winhttp_request.h"
 
+#include <windows.h>
+// after windows.h, which it needs
+#include <winhttp.h>
+
 #include <array>
 
 #include "win_handles.h"
@@ -45,6 +49,10 @@ ProxyChoice UserProxy() {
 }
 
 }  // namespace
+
+void WinHttpCloser::operator()(void* handle) const {
+    WinHttpCloseHandle(handle);
+}
 
 WinHttpRequest::WinHttpRequest(const std::wstring& url, const std::wstring& userAgent,
                                const HttpSettings& settings)

@@ -4,18 +4,15 @@
 // 443 or the scheme is "https"; plain requests ask proxies not to answer from their caches.
 #pragma once
 
-#include <windows.h>
-// after windows.h, which it needs
-#include <winhttp.h>
-
 #include <memory>
 #include <string>
 
 #include "account/http_client.h"
 #include "account/url_parts.h"
 
+// The system's header stays out of this one: it clashes with the downloader's.
 struct WinHttpCloser {
-    void operator()(HINTERNET handle) const { WinHttpCloseHandle(handle); }
+    void operator()(void* handle) const;
 };
 using WinHttpHandle = std::unique_ptr<void, WinHttpCloser>;
 
