@@ -63,8 +63,8 @@ run_gtest() {
     return
   fi
   ran=$(grep -c '<testcase ' "$xml" || true)
-  failed=$(sed -n 's/^<testsuites [^>]* failures="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
-  errors=$(sed -n 's/^<testsuites [^>]* errors="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
+  failed=$(sed -n 's/^<testsuites.*[[:space:]]failures="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
+  errors=$(sed -n 's/^<testsuites.*[[:space:]]errors="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
   echo "[test-windows] $name: $ran of $listed tests ran, ${failed:-?} failed, ${errors:-?} errors" \
     "($((SECONDS - begun)) s)"
   if [ "$listed" -eq 0 ] || [ "$ran" -lt "$listed" ]; then
@@ -88,8 +88,8 @@ run_test_host() {
     fail "$name: no XML report ($out/$name.log)"
     return
   fi
-  ran=$(sed -n 's/^<testsuites [^>]* tests="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
-  failed=$(sed -n 's/^<testsuites [^>]* failures="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
+  ran=$(sed -n 's/^<testsuites.*[[:space:]]tests="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
+  failed=$(sed -n 's/^<testsuites.*[[:space:]]failures="\([0-9]*\)".*/\1/p' "$xml" | head -n 1)
   echo "[test-windows] $name: ${ran:-?} checks, ${failed:-?} failed ($((SECONDS - begun)) s)"
   if [ "${ran:-0}" -eq 0 ] || [ "${failed:-1}" != 0 ] || ! grep -q '^PASSED ' "$out/$name.log"; then
     grep -i 'fail' "$out/$name.log" | head -n 20 >&2 || true

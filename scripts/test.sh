@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The whole test suite: installs, checks formatting, builds with warnings as errors and runs every
 # test; then builds again with AddressSanitizer and UndefinedBehaviorSanitizer (clang, with the
-# fuzzers) and runs them again, and each fuzzer for a few seconds.
+# fuzzers) and runs them again, and each fuzzer for a few seconds. Between the two, the Windows
+# libraries are cross-built and their tests run under wine.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/install-deps.sh"
@@ -23,6 +24,9 @@ instrumented=(-DCMAKE_C_FLAGS_RELWITHDEBINFO="-O1 -g1 -DNDEBUG"
 echo "== Build and test"
 "$root/scripts/build.sh" "$root/build" -DBREVAN_WERROR=ON "${optimised[@]}"
 ctest --test-dir "$root/build" --output-on-failure -j"$(nproc)"
+
+echo "== Windows: both libraries and their tests under wine"
+"$root/scripts/test-windows.sh"
 
 echo "== Build and test under AddressSanitizer and UndefinedBehaviorSanitizer"
 # One clang build serves the sanitized tests and the fuzzers (coverage instrumented throughout).
