@@ -2,6 +2,9 @@
 # looked up only in the compiler's sysroot and in the dependency folder BREVAN_WIN_DEPS (jsoncpp
 # and GoogleTest built for the target by scripts/windows-deps.sh), never among the build
 # machine's own.
+set(CMAKE_C_COMPILER ${BREVAN_MINGW_TRIPLET}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${BREVAN_MINGW_TRIPLET}-g++-posix)
+set(CMAKE_RC_COMPILER ${BREVAN_MINGW_TRIPLET}-windres)
 set(CMAKE_FIND_ROOT_PATH /usr/${BREVAN_MINGW_TRIPLET})
 if(NOT BREVAN_WIN_DEPS AND DEFINED ENV{BREVAN_WIN_DEPS})
   set(BREVAN_WIN_DEPS "$ENV{BREVAN_WIN_DEPS}")
