@@ -91,7 +91,8 @@ TEST(TablePageConnectionTest, CarriesTheTextBothWaysAsUtf8UntilItGoes) {
     connection->SetMessageHandler(
         [&](std::string_view text) { received.emplace_back(text.data(), text.size()); });
 
-    const std::string withZero("[\"b\0c\",\"\xC3\xA9\"]", 14);
+    const char bytes[] = "[\"b\0c\",\"\xC3\xA9\"]";
+    const std::string withZero(bytes, sizeof bytes - 1);
     host.PagePosts(withZero);
     ASSERT_EQ(received.size(), 1u);
     EXPECT_EQ(received[0], withZero);
