@@ -164,10 +164,7 @@ void WinPageDialog::Reload(bool rebuild) {
         BuildPageUrl(services_.host, services_.config.get(), services_.serviceConfig.get(),
                      services_.accountPage, kind_, url_);
     }
-    if (kind_ == PageDialogKind::TaskPane)
-        services_.logger.Log(kLogInfo, "Brevan Auto redact reload page: %", ToUtf8(url_));
-    else
-        services_.logger.Log(kLogInfo, "Brevan Batch redact Reload page :: %", ToUtf8(url_));
+    LogPageReload(services_.logger, kind_, url_);
     ShowPage(url_);
 }
 

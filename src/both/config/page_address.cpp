@@ -4,6 +4,8 @@
 
 #include "config/brevan_config.h"
 #include "config/service_config.h"
+#include "logging/async_logger.h"
+#include "util/utf.h"
 
 namespace {
 
@@ -74,4 +76,11 @@ void BuildPageUrl(HostApi& host, const BrevanConfig* configured, ServiceConfig* 
 
     config.GetCustomUrl(address);
     url = address;
+}
+
+void LogPageReload(AsyncLogger& logger, PageDialogKind kind, const std::wstring& url) {
+    if (kind == PageDialogKind::TaskPane)
+        logger.Log(kLogInfo, "Brevan Auto redact reload page: %", ToUtf8(url));
+    else
+        logger.Log(kLogInfo, "Brevan Batch redact Reload page :: %", ToUtf8(url));
 }

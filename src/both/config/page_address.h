@@ -7,6 +7,7 @@
 
 #include "host/host_api.h"
 
+class AsyncLogger;
 class BrevanConfig;
 class ServiceConfig;
 
@@ -17,6 +18,9 @@ enum class PageDialogKind { TaskPane, Batch };
 // on the account.
 void BuildPageUrl(HostApi& host, const BrevanConfig* config, ServiceConfig* service,
                   bool accountPage, PageDialogKind kind, std::wstring& url);
+
+// Logs that a page dialog of `kind` (re)loads its page at `url`.
+void LogPageReload(AsyncLogger& logger, PageDialogKind kind, const std::wstring& url);
 
 // Replaces every `key` + "=%s" in `url` by `key` + "=" + `value`; the inserted text is not
 // searched again. False when `url` holds no such placeholder.
