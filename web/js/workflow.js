@@ -536,12 +536,13 @@
         this._checkCancelled();
         await this._whenActive(session);
         const switches = this._switches;
-        const replies = await Promise.all(Array.from({ length: last - first }, (_, k) =>
+        const replies = await Promise.allSettled(Array.from({ length: last - first }, (_, k) =>
           this.bridge.call('getFileTexts', { pageIndex: first + k }, { pipelined: true })));
-        if (this._switches !== switches) continue;
-        for (const reply of replies) {
-          if (!Array.isArray(reply) || reply.length !== 1) throw new BridgeError('getFileTexts', null, reply);
-          texts.push(reply[0]);
+        if (this._switches !== switches) continue; // also a failure: the other document may be shorter
+        for (const { status, value, reason } of replies) {
+          if (status === 'rejected') throw reason;
+          if (!Array.isArray(value) || value.length !== 1) throw new BridgeError('getFileTexts', null, value);
+          texts.push(value[0]);
         }
       }
       return texts;
