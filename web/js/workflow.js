@@ -84,6 +84,27 @@
     return dot > 0 ? name.slice(0, dot) + suffix + name.slice(dot) : name + suffix;
   }
 
+  // A document's review: its findings, what the user decided and what became of them.
+  function newSession(doc, batch) {
+    return {
+      doc,
+      pageCount: 0,
+      findings: [],
+      notices: [],
+      stale: false,
+      marked: false,
+      applied: false,
+      saved: false,
+      output: null,
+      summary: null,
+      unmarked: [],
+      verification: null,
+      batch,
+      textless: [], // pages without text to search
+      scanned: true, // false: opened for the user's own marks, before any scan
+    };
+  }
+
   class Workflow {
     constructor({ bridge, nameBase, onChange } = {}) {
       this.bridge = bridge;
@@ -247,6 +268,23 @@
       });
     }
 
+    // A review without findings for the active document, whose only marks are those the user
+    // drew in the editor: the pane lists them and Apply & save can take them before any scan.
+    reviewOwnMarks(id) {
+      return this._run('Looking for the current document', async () => {
+        if (this.current) return this.current;
+        const doc = await this._currentDoc();
+        if (doc.id !== id) return null;
+        const session = newSession(doc, false);
+        session.scanned = false;
+        this.sessions.set(doc.id, session);
+        this.current = session;
+        this.activeDoc = doc;
+        this.status = 'Your marks are listed: Apply & save redacts them, Scan finds more.';
+        return session;
+      });
+    }
+
     async _peekDocument() {
       try {
         const doc = await this._currentDoc();
@@ -286,22 +324,7 @@
         // Marks of an earlier scan of the same, unchanged text fit the same matches again.
         const reusable = previous && !previous.applied && !previous.stale;
         if (previous) await (reusable ? this._clearSelection(previous) : this._retire(previous));
-        const session = {
-          doc,
-          pageCount: 0,
-          findings: [],
-          notices: [],
-          stale: false,
-          marked: false,
-          applied: false,
-          saved: false,
-          output: null,
-          summary: null,
-          unmarked: [],
-          verification: null,
-          batch: Boolean(options.batch),
-          textless: [], // pages without text to search
-        };
+        const session = newSession(doc, Boolean(options.batch));
         this.sessions.set(doc.id, session);
         this.current = session;
         this._scanning = session;
