@@ -123,5 +123,33 @@ TEST_F(AnnotationsInBulkTest, RemoveAllTakesTheTargetsWithTheirPopupsAndKeepsThe
     EXPECT_EQ(annotations.OnPage(0).size(), 4u);
 }
 
+TEST_F(AnnotationsInBulkTest, ALongArrayInThePageBecomesAnObjectOfItsOwnInOrder) {
+    // Put back into the page, a direct array is walked entry by entry; a reference is not.
+    RawPdf pdf;
+    std::vector<int> squares;
+    std::string entries;
+    for (int i = 0; i < 40; ++i) {
+        squares.push_back(pdf.Add(kSquare));
+        entries += Ref(squares.back()) + " ";
+    }
+    Document document = OpenRaw(pdf, {WithAnnots("[" + entries + "]")});
+    ASSERT_EQ(AnnotsReference(document, 0), 0);
+
+    const AnnotationId first = Redact(document, 0, 0);
+    const int array = AnnotsReference(document, 0);
+    EXPECT_NE(array, 0);
+    const AnnotationId last = Redact(document, 0);
+    EXPECT_EQ(AnnotsReference(document, 0), array) << "moved once";
+    std::vector<int> expected{first.object};
+    expected.insert(expected.end(), squares.begin(), squares.end());
+    expected.push_back(last.object);
+    EXPECT_EQ(Annotations(document).OnPage(0), expected);
+
+    const std::string path = PathOf("saved.pdf");
+    document.SaveFull(path);
+    Document saved = Document::Open(context_, path);
+    EXPECT_EQ(Annotations(saved).OnPage(0).size(), expected.size());
+}
+
 }  // namespace
 }  // namespace pdfhost::engine
