@@ -30,10 +30,6 @@
   const MARKS_PER_REPORT = 250;
   // Marks placed between two moves of the page's own progress.
   const MARKS_PER_STEP = 25;
-  // Pages whose text a long document's scan asks for in one run of requests.
-  const PAGES_PER_READ = 25;
-  // The parts of a scan's progress: reading up to READ_SHARE, locating up to one half, marking.
-  const READ_SHARE = 0.1;
   // Marks sent together, the editor serving them one after the other.
   const MARKS_PER_RUN = 50;
   // Seconds without a request after which the editor may close its progress window.
@@ -341,7 +337,8 @@
         const windowed = session.pageCount > PIECEWISE_PAGES && Boolean(options.batch || options.progressWindow);
         if (windowed) await this._progressStart('Scanning the document');
         try {
-          const texts = await this._readTexts(session, reads, windowed);
+          await this._progress(`Reading ${session.pageCount} page(s)`, 0, windowed);
+          const texts = await reads(2);
           if (!Array.isArray(texts)) throw new BridgeError('getFileTexts', null, texts);
           if (texts.length !== session.pageCount) {
             session.notices.push(`The editor gave the text of ${texts.length} of ${session.pageCount} pages.`);
@@ -542,35 +539,6 @@
       }
     }
 
-    // The text of every page. A long document is read in runs of pages, each run's requests going
-    // out together, so the progress moves and Cancel is heard between runs; a run during which the
-    // user switched tabs may hold another document's text and is read again once this one is back.
-    async _readTexts(session, reads, windowed) {
-      const count = session.pageCount;
-      if (session.batch || count <= PIECEWISE_PAGES) {
-        await this._progress(`Reading ${count} page(s)`, 0, windowed);
-        return reads(2);
-      }
-      const texts = [];
-      while (texts.length < count) {
-        const first = texts.length;
-        const last = Math.min(count, first + PAGES_PER_READ);
-        await this._progress(`Reading page ${first + 1} of ${count}`, READ_SHARE * (first / count), windowed);
-        this._checkCancelled();
-        await this._whenActive(session);
-        const switches = this._switches;
-        const replies = await Promise.allSettled(Array.from({ length: last - first }, (_, k) =>
-          this.bridge.call('getFileTexts', { pageIndex: first + k }, { pipelined: true })));
-        if (this._switches !== switches) continue; // also a failure: the other document may be shorter
-        for (const { status, value, reason } of replies) {
-          if (status === 'rejected') throw reason;
-          if (!Array.isArray(value) || value.length !== 1) throw new BridgeError('getFileTexts', null, value);
-          texts.push(value[0]);
-        }
-      }
-      return texts;
-    }
-
     // Searches each page that has findings for them, that page only, so every match of a
     // finding lies on the finding's page.
     async _locate(session, windowed = false) {
@@ -584,8 +552,7 @@
       const every = windowed ? PAGES_PER_REPORT : 1;
       for (const [i, [page, onPage]] of groups.entries()) {
         if (i % every === 0) {
-          const fraction = READ_SHARE + (0.5 - READ_SHARE) * (i / groups.length);
-          await this._progress(`Locating on page ${page + 1} of ${session.pageCount}`, fraction, windowed);
+          await this._progress(`Locating on page ${page + 1} of ${session.pageCount}`, i / groups.length / 2, windowed);
         }
         this._checkCancelled();
         let results;
