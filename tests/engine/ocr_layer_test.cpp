@@ -13,8 +13,6 @@ namespace pdfhost::engine {
 namespace {
 
 using ::testing::HasSubstr;
-using testing_support::EngineTest;
-using testing_support::RunCommand;
 
 class OcrLayerTest : public EngineTest {
   protected:
@@ -66,8 +64,7 @@ TEST_F(OcrLayerTest, AScannedPageBecomesSearchableWithoutChangingHowItLooks) {
     const RgbImage after = document.Render(0, 72);
     EXPECT_EQ(before.pixels, after.pixels);
 
-    const std::string saved = PathOf("searchable.pdf");
-    document.SaveFull(saved);
+    const std::string saved = Saved(document, "searchable.pdf");
     EXPECT_THAT(RunCommand("pdftotext '" + saved + "' -"), HasSubstr("INVOICE NUMBER 48213"));
 }
 
