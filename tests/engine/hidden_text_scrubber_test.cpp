@@ -153,9 +153,9 @@ void Attachment(Plant& p, const std::string& name, std::string_view content, boo
     const int file =
         damaged ? p.pdf.AddStream("/Type /EmbeddedFile /Filter /FlateDecode", std::string(content))
                 : p.Stream("/Type /EmbeddedFile", content);
-    const int spec = p.pdf.Add("<< /Type /Filespec /F (" + name + ") /UF (" + name +
-                               ") /EF << /F " + Ref(file) + " >> >>");
-    p.catalog += " /Names << /EmbeddedFiles << /Names [(" + name + ") " + Ref(spec) + "] >> >>";
+    const int filespec = p.pdf.Add("<< /Type /Filespec /F (" + name + ") /UF (" + name +
+                                   ") /EF << /F " + Ref(file) + " >> >>");
+    p.catalog += " /Names << /EmbeddedFiles << /Names [(" + name + ") " + Ref(filespec) + "] >> >>";
 }
 
 void Outline(Plant& p, const std::string& title) {
