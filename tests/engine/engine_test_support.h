@@ -186,8 +186,6 @@ inline std::string RawDocument(RawPdf& pdf, const std::vector<RawPage>& pages,
     return pdf.Bytes(pdf.Add(catalog + catalogExtra + " >>"));
 }
 
-// Annotation entries as the plug-in writes them, word positions as a text finder gives them, and
-// readers of the saved file.
 // The tag the tests give references to their document.
 inline constexpr std::uintptr_t kDocumentTag = 7;
 
@@ -196,15 +194,6 @@ inline PdfValue Numbers(std::initializer_list<float> values) {
     for (const float value : values)
         array.Push(PdfValue::Real(value));
     return array;
-}
-
-inline Rect Union(const std::vector<Rect>& rects) {
-    Rect all = rects.front();
-    for (const Rect& r : rects) {
-        all = Rect{std::min(all.left, r.left), std::min(all.bottom, r.bottom),
-                   std::max(all.right, r.right), std::max(all.top, r.top)};
-    }
-    return all;
 }
 
 // A Highlight or Redact annotation of a text match, with the entries and in the order the
@@ -216,7 +205,11 @@ inline PdfValue MatchAnnotation(Document& document, int page, const std::string&
     PdfValue dict = PdfValue::Dictionary();
     dict.Set("Type", PdfValue::Name("Annot"));
     dict.Set("Subtype", PdfValue::Name(subtype));
-    const Rect all = Union(rects);
+    Rect all = rects.front();
+    for (const Rect& r : rects) {
+        all = Rect{std::min(all.left, r.left), std::min(all.bottom, r.bottom),
+                   std::max(all.right, r.right), std::max(all.top, r.top)};
+    }
     dict.Set("Rect", Numbers({all.left, all.bottom, all.right, all.top}));
     dict.Set("F", PdfValue::Integer(4));
     PdfValue quads = PdfValue::Array();

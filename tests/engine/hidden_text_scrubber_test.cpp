@@ -167,12 +167,12 @@ void Outline(Plant& p, const std::string& title) {
     p.catalog += " /Outlines " + Ref(outlines);
 }
 
-struct Place {
+struct HiddenPlace {
     const char* name;
     Planter plant;
 };
 
-const Place kPlaces[] = {
+const HiddenPlace kHiddenPlaces[] = {
     {"InfoTitle", [](Plant& p) { p.info = "/Title (Report on ANA LIND)"; }},
     {"InfoAuthorUtf16",  // "Анна / ana lind"
      [](Plant& p) {
@@ -244,7 +244,8 @@ const Place kPlaces[] = {
      }},
 };
 
-class HiddenTextScrubberTest : public EngineTest, public ::testing::WithParamInterface<Place> {
+class HiddenTextScrubberTest : public EngineTest,
+                               public ::testing::WithParamInterface<HiddenPlace> {
   protected:
     // The document with `plant` applied, written as planted.pdf.
     std::string Planted(Planter plant) {
@@ -276,7 +277,7 @@ TEST_P(HiddenTextScrubberTest, RemovedTextLeavesThePlaceAndTheFileStaysValid) {
         << "the page's own text is not touched";
 }
 
-INSTANTIATE_TEST_SUITE_P(Places, HiddenTextScrubberTest, ::testing::ValuesIn(kPlaces),
+INSTANTIATE_TEST_SUITE_P(Places, HiddenTextScrubberTest, ::testing::ValuesIn(kHiddenPlaces),
                          [](const auto& info) { return std::string(info.param.name); });
 
 // The raw bytes of a string at `path` from the trailer ("Info/Title", "Root/AcroForm/Fields/0/V":
