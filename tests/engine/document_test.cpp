@@ -1,10 +1,13 @@
 // Documents: opening (damaged, encrypted and repaired files), Info strings, pages and their
-// objects, rendering, the page map of a nested page tree, and saving in place.
+// objects, rendering, the page map of a nested page tree, saving in place, and the MuPDF calls
+// beneath, whose errors become exceptions.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <stdexcept>
 
+#include "engine/context.h"
 #include "engine/document.h"
 #include "engine/error.h"
 #include "engine/mupdf_call.h"
@@ -17,6 +20,7 @@ namespace pdfhost::engine {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::ThrowsMessage;
 namespace fs = std::filesystem;
 
 std::string OpenError(Context& context, const std::string& path, const std::string& password = {}) {
@@ -377,6 +381,31 @@ TEST_F(PageMapTest, LookupsAndLoadsLeaveNoReferenceBehind) {
         }
     }
     EXPECT_EQ(References(document), before);
+}
+
+TEST(MupdfCallTest, MupdfErrorsBecomeExceptionsAndTheContextStaysUsable) {
+    Context context;
+    fz_context* ctx = context.get();
+    // Far more failures than MuPDF's error stack is deep: each one must unwind it fully.
+    for (int i = 0; i < 1000; ++i) {
+        EXPECT_THAT(
+            [&] {
+                CallMupdf(ctx, "opening a missing file",
+                          [&] { return pdf_open_document(ctx, "/nonexistent/x.pdf"); });
+            },
+            ThrowsMessage<Error>(HasSubstr("opening a missing file: ")));
+    }
+    EXPECT_EQ(CallMupdf(ctx, "arithmetic", [] { return 6 * 7; }), 42);
+    DocumentPtr doc(ctx, CallMupdf(ctx, "create", [&] { return pdf_create_document(ctx); }));
+    EXPECT_EQ(CallMupdf(ctx, "count", [&] { return pdf_count_pages(ctx, doc.get()); }), 0);
+}
+
+TEST(MupdfCallTest, CppExceptionsPassThroughUnchanged) {
+    Context context;
+    EXPECT_THAT([&] { CallMupdf(context.get(), "work", [] { throw std::out_of_range("mine"); }); },
+                ThrowsMessage<std::out_of_range>("mine"));
+    const auto named = [] { return 1; };
+    EXPECT_EQ(CallMupdf(context.get(), "after", named), 1);
 }
 
 }  // namespace
