@@ -85,10 +85,6 @@ void BatchResultDialog::MoveUp(int id, int pixels) const {
 }
 
 bool BatchResultDialog::OnCommand(int id, int code) {
-    if (id == IDOK) {
-        End(IDOK);
-        return true;
-    }
     if (id != kResultLink || code != STN_CLICKED || linkTarget_.empty())
         return false;
     open_(linkTarget_);

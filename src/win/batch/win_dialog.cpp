@@ -74,8 +74,8 @@ INT_PTR WinDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_COMMAND:
             if (OnCommand(LOWORD(wParam), HIWORD(wParam)))
                 return TRUE;
-            if (LOWORD(wParam) == IDCANCEL) {
-                End(IDCANCEL);
+            if (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL) {
+                End(LOWORD(wParam));
                 return TRUE;
             }
             return FALSE;

@@ -32,7 +32,8 @@ class WinDialog {
   protected:
     virtual DialogTemplate Layout() const = 0;
     virtual void OnInit() {}
-    // A button's or control's command; false lets the default handling run (Cancel ends).
+    // A button's or control's command; false lets the default handling run (OK and Cancel end
+    // the dialog with their own codes).
     virtual bool OnCommand(int /*id*/, int /*code*/) { return false; }
     virtual void OnNotify(const NMHDR& /*header*/) {}
     // Any other message: what the dialog procedure answers, 0 when it wasn't handled.
