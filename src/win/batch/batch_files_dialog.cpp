@@ -13,6 +13,7 @@
 #include "batch/file_list_order.h"
 #include "batch/overwrite_check.h"
 #include "batch_wide_texts.h"
+#include "file_drop_target.h"
 #include "file_row_facts.h"
 #include "folder_browser.h"
 #include "host/host_string.h"
@@ -20,6 +21,7 @@
 #include "open_documents_dialog.h"
 #include "output_option_dialog.h"
 #include "overwrite_list_dialog.h"
+#include "system_paths.h"
 #include "win_file_dialog.h"
 
 namespace {
@@ -91,7 +93,17 @@ void BatchFilesDialog::OnInit() {
     SendMessageW(list, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images_));
     warningIcon_ =
         ImageList_AddIcon(images_, LoadIconW(nullptr, reinterpret_cast<LPCWSTR>(IDI_WARNING)));
+    // The shell's file drops arrive as messages; a drop target, where OLE runs on this thread,
+    // takes those and a mail program's attachments too.
     DragAcceptFiles(Window(), TRUE);
+    FileDropHandlers handlers{
+        [this] { return adding_; },
+        [this](const std::vector<std::wstring>& paths) { AddPaths(paths); },
+        [this](const std::vector<DroppedAttachment>& attachments) { AddAttachments(attachments); },
+    };
+    dropTarget_ = ComPtr<IDropTarget>(
+        new FileDropTarget(std::move(handlers), std::filesystem::path(SystemTempFolder())));
+    dropRegistered_ = SUCCEEDED(RegisterDragDrop(Window(), dropTarget_.Get()));
     UpdateStates();
 }
 
@@ -293,8 +305,13 @@ void BatchFilesDialog::OnNotify(const NMHDR& header) {
     }
 }
 
-// Dropped files are added as the add-files entry adds them; nothing while rows are checked.
+// Dropped files are added as the add-files entry adds them; nothing while rows are checked. The
+// drop target is given back before the window goes.
 INT_PTR BatchFilesDialog::OnMessage(UINT message, WPARAM wParam, LPARAM) {
+    if (message == WM_DESTROY && dropRegistered_) {
+        RevokeDragDrop(Window());
+        dropRegistered_ = false;
+    }
     if (message != WM_DROPFILES)
         return 0;
     const auto drop = reinterpret_cast<HDROP>(wParam);

@@ -6,6 +6,7 @@
 #include <windows.h>
 // after windows.h, which it needs
 #include <commctrl.h>
+#include <oleidl.h>
 
 #include <map>
 #include <optional>
@@ -16,6 +17,7 @@
 #include "batch/batch_choice.h"
 #include "batch/mail_attachment_drop.h"
 #include "batch_control_ids.h"
+#include "com_ptr.h"
 #include "win_dialog.h"
 
 class HostApi;
@@ -91,6 +93,8 @@ class BatchFilesDialog final : public WinDialog {
     HIMAGELIST images_ = nullptr;  // owned by the list, which destroys it
     std::map<std::wstring, int> iconByExtension_;
     int warningIcon_ = -1;
+    ComPtr<IDropTarget> dropTarget_;
+    bool dropRegistered_ = false;  // revoked when the window goes
 };
 
 // Runs the file list over `parent`; the choice when the user ends it with OK.
