@@ -12,6 +12,7 @@
 #include "batch/batch_files_dialog.h"
 #include "batch/batch_result_dialog.h"
 #include "batch/batch_wide_texts.h"
+#include "batch/common_controls_context.h"
 #include "batch/file_row_facts.h"
 #include "batch/list_view_rows.h"
 #include "batch/open_documents_dialog.h"
@@ -451,6 +452,23 @@ TEST(BatchResultDialogTest, TheLinkOpensItsTargetAndEndsTheDialog) {
                  reinterpret_cast<LPARAM>(GetDlgItem(window, kResultLink)));
     EXPECT_EQ(opened, std::vector<std::wstring>{L"C:\\out"});
     EXPECT_TRUE(dialog.Ended());
+}
+
+TEST(CommonControlsContextTest, TheModulesManifestIsActiveForTheOwnersLifetime) {
+    const auto current = [] {
+        HANDLE context = nullptr;
+        GetCurrentActCtx(&context);
+        if (context != nullptr)
+            ReleaseActCtx(context);
+        return context;
+    };
+    const HANDLE before = current();
+    {
+        const CommonControlsContext controls;
+        EXPECT_NE(current(), nullptr);
+        EXPECT_NE(current(), before);
+    }
+    EXPECT_EQ(current(), before);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "win_dialog.h"
 
+#include "common_controls_context.h"
+
 WinDialog::~WinDialog() {
     if (!modal_ && window_ != nullptr)
         DestroyWindow(window_);
@@ -8,6 +10,7 @@ WinDialog::~WinDialog() {
 INT_PTR WinDialog::RunModal(HWND parent) {
     modal_ = true;
     ended_ = false;
+    const CommonControlsContext controls;
     const DialogTemplate layout = Layout();
     const INT_PTR code =
         DialogBoxIndirectParamW(GetModuleHandleW(nullptr), layout.Get(), parent,
@@ -19,6 +22,7 @@ INT_PTR WinDialog::RunModal(HWND parent) {
 HWND WinDialog::Create(HWND parent) {
     modal_ = false;
     ended_ = false;
+    const CommonControlsContext controls;
     const DialogTemplate layout = Layout();
     return CreateDialogIndirectParamW(GetModuleHandleW(nullptr), layout.Get(), parent,
                                       &WinDialog::Procedure, reinterpret_cast<LPARAM>(this));
