@@ -10,8 +10,15 @@ constexpr UINT kTickMs = 10;
 
 void PumpMessages() {
     MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
         DispatchMessageW(&message);
+    }
+}
+
+HWND MakeParentWindow() {
+    return CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 400, 300, nullptr, nullptr,
+                           nullptr, nullptr);
 }
 
 ModalAnswer::ModalAnswer(std::wstring title, std::function<void(HWND dialog)> answer)

@@ -10,6 +10,9 @@
 // Dispatches the messages waiting in this thread's queue.
 void PumpMessages();
 
+// A top-level window of 400 by 300 pixels, never shown, to own the windows under test.
+HWND MakeParentWindow();
+
 // Runs `answer` on the top-level window titled `title` once it is up, from this thread's timer
 // inside the modal loop that shows it; the answer ends the dialog. Answered() tells whether it
 // ran.
