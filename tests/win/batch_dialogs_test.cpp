@@ -2,8 +2,6 @@
 // states, its output options and overwrite list, the host's open documents, and the result.
 #include <gtest/gtest.h>
 #include <windows.h>
-// after windows.h, which it needs
-#include <shlobj.h>
 
 #include <filesystem>
 #include <fstream>
@@ -32,10 +30,6 @@ std::wstring Text(HWND dialog, int id) {
 
 bool Enabled(HWND dialog, int id) {
     return IsWindowEnabled(GetDlgItem(dialog, id)) != FALSE;
-}
-
-bool Checked(HWND dialog, int id) {
-    return IsDlgButtonChecked(dialog, id) == BST_CHECKED;
 }
 
 void Notify(HWND dialog, NMHDR& header, int id, UINT code) {
@@ -68,22 +62,6 @@ std::vector<std::wstring> ListBoxLines(HWND list) {
         lines.push_back(line);
     }
     return lines;
-}
-
-// A drop of `paths` as the shell hands it to a window that accepts files.
-HDROP DropOf(const std::vector<std::wstring>& paths) {
-    std::wstring names;
-    for (const std::wstring& path : paths)
-        names += path + L'\0';
-    names += L'\0';
-    const std::size_t bytes = sizeof(DROPFILES) + names.size() * sizeof(wchar_t);
-    const HGLOBAL memory = GlobalAlloc(GHND, bytes);
-    auto* drop = static_cast<DROPFILES*>(GlobalLock(memory));
-    drop->pFiles = sizeof(DROPFILES);
-    drop->fWide = TRUE;
-    std::copy(names.begin(), names.end(), reinterpret_cast<wchar_t*>(drop + 1));
-    GlobalUnlock(memory);
-    return static_cast<HDROP>(memory);
 }
 
 // Files a.pdf (2 pages, the biggest), b.pdf (3 pages), xfa.pdf and broken.pdf in a folder of
@@ -176,10 +154,10 @@ TEST_F(BatchDialogsTest, RowsMoveAndGoAsTheButtonsSayAndDropsAddEachFileOnce) {
     BatchFilesDialog dialog(host);
     const HWND window = dialog.Create(nullptr);
     const HWND list = GetDlgItem(window, kFileListView);
-    SendMessageW(window, WM_DROPFILES,
-                 reinterpret_cast<WPARAM>(DropOf({Path(L"a.pdf"), Path(L"b.pdf"), Path(L"a.pdf")})),
-                 0);
-    SendMessageW(window, WM_DROPFILES, reinterpret_cast<WPARAM>(DropOf({Path(L"xfa.pdf")})), 0);
+    SendMessageW(
+        window, WM_DROPFILES,
+        reinterpret_cast<WPARAM>(FileDropOf({Path(L"a.pdf"), Path(L"b.pdf"), Path(L"a.pdf")})), 0);
+    SendMessageW(window, WM_DROPFILES, reinterpret_cast<WPARAM>(FileDropOf({Path(L"xfa.pdf")})), 0);
     ASSERT_EQ(Names(list), (std::vector<std::wstring>{L"a.pdf", L"b.pdf", L"xfa.pdf"}));
 
     const struct {
@@ -330,9 +308,9 @@ TEST_F(BatchDialogsTest, OptionsDialogFiltersNamesAndKeepsTheOverwriteBoxWhenItM
     ClickButton(window, kKeepRadio);
     EXPECT_FALSE(Enabled(window, kBeforeEdit) || Enabled(window, kAfterEdit));
     ClickButton(window, kOverwriteCheck);
-    EXPECT_TRUE(Checked(window, kOverwriteCheck));
+    EXPECT_EQ(IsDlgButtonChecked(window, kOverwriteCheck), BST_CHECKED);
     ClickButton(window, kOverwriteCheck);
-    EXPECT_TRUE(Checked(window, kOverwriteCheck));
+    EXPECT_EQ(IsDlgButtonChecked(window, kOverwriteCheck), BST_CHECKED);
     ASSERT_EQ(host.messageBoxes.size(), 1u);
     EXPECT_EQ(host.messageBoxes[0], std::pair(BatchWideText("IDS_GW_MUSTOVERWRITING"), 0x30));
 

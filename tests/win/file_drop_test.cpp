@@ -18,6 +18,7 @@
 #include "fake_batch_host.h"
 #include "system_paths.h"
 #include "win_handles.h"
+#include "window_test_support.h"
 
 namespace file_drop_test {
 namespace {
@@ -163,14 +164,11 @@ TEST_F(FileDropTest, TheTargetTakesFilesOrAttachmentsUnlessTheListIsBusy) {
                                temp));
         FakeDataObject data;
         if (!c.files.empty()) {
-            std::wstring names;
-            for (const std::wstring& file : c.files)
-                names += file + L'\0';
-            std::string drop(sizeof(DROPFILES), '\0');
-            reinterpret_cast<DROPFILES*>(drop.data())->pFiles = sizeof(DROPFILES);
-            reinterpret_cast<DROPFILES*>(drop.data())->fWide = TRUE;
-            drop.append(reinterpret_cast<const char*>(names.c_str()), (names.size() + 1) * 2);
-            data.served[CF_HDROP] = AsMemory(drop);
+            data.served[CF_HDROP] = [&](LONG, STGMEDIUM& medium) {
+                medium.tymed = TYMED_HGLOBAL;
+                medium.hGlobal = FileDropOf(c.files);
+                return S_OK;
+            };
         }
         if (c.contents) {
             data.served[Format(L"FileGroupDescriptorW")] = AsMemory(descriptor);

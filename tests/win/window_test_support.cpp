@@ -1,5 +1,10 @@
 #include "window_test_support.h"
 
+// after windows.h, which it needs
+#include <shlobj.h>
+
+#include <algorithm>
+
 namespace {
 
 // The one answer waiting; the tests run on one thread and wait for one dialog at a time.
@@ -45,4 +50,18 @@ void CALLBACK ModalAnswer::Tick(HWND, UINT, UINT_PTR, DWORD) {
 
 void ClickButton(HWND dialog, int id) {
     SendMessageW(GetDlgItem(dialog, id), BM_CLICK, 0, 0);
+}
+
+HGLOBAL FileDropOf(const std::vector<std::wstring>& paths) {
+    std::wstring names;
+    for (const std::wstring& path : paths)
+        names += path + L'\0';
+    names += L'\0';
+    const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + names.size() * sizeof(wchar_t));
+    auto* drop = static_cast<DROPFILES*>(GlobalLock(memory));
+    drop->pFiles = sizeof(DROPFILES);
+    drop->fWide = TRUE;
+    std::copy(names.begin(), names.end(), reinterpret_cast<wchar_t*>(drop + 1));
+    GlobalUnlock(memory);
+    return memory;
 }

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 // Dispatches the messages waiting in this thread's queue.
 void PumpMessages();
@@ -33,6 +34,10 @@ class ModalAnswer {
     UINT_PTR timer_ = 0;
     bool answered_ = false;
 };
+
+// The memory of a drop of `paths` as the shell hands it to a window that accepts files; the
+// receiver frees it.
+HGLOBAL FileDropOf(const std::vector<std::wstring>& paths);
 
 // Presses a button, radio button or check box of a dialog as a user would: it changes its state
 // and the dialog hears its command; a disabled one does nothing.

@@ -73,7 +73,7 @@ DialogTemplate BatchFilesDialog::Layout() const {
         {WC_LISTVIEWW, L"", kFileListView, WS_BORDER | WS_TABSTOP | LVS_REPORT | LVS_SHOWSELALWAYS,
          7, 25, 426, 196},
         {L"BUTTON", texts[4], kOptionsButton, kButton, 7, 229, 70, 14},
-        {L"STATIC", L"", kHintLabel, SS_LEFTNOWORDWRAP, 83, 232, 232, 10},
+        {L"STATIC", L"", kHintLabel, SS_LEFTNOWORDWRAP | SS_NOPREFIX, 83, 232, 232, 10},
         {L"BUTTON", texts[5], IDOK, BS_DEFPUSHBUTTON | kButton, 329, 229, 50, 14},
         {L"BUTTON", texts[6], IDCANCEL, kButton, 383, 229, 50, 14},
     };

@@ -29,11 +29,11 @@ DialogTemplate BatchResultDialog::Layout() const {
     const std::wstring caption = BatchWideText("IDS_RESULT_FAILEDFILES");
     const DialogControl controls[] = {
         {L"STATIC", L"", kResultPicture, SS_ICON, 7, 7, 21, 20},
-        {L"STATIC", outcome_.message, kResultMessage, 0, 36, 7, 257, 40},
+        {L"STATIC", outcome_.message, kResultMessage, SS_NOPREFIX, 36, 7, 257, 40},
         {L"STATIC", caption, kFailedCaption, 0, 7, 52, 286, 10},
         {L"LISTBOX", L"", kFailedList,
          WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOINTEGRALHEIGHT | WS_TABSTOP, 7, 64, 286, 72},
-        {L"STATIC", linkText_, kResultLink, SS_NOTIFY, 7, 140, 220, 10},
+        {L"STATIC", linkText_, kResultLink, SS_NOTIFY | SS_NOPREFIX, 7, 140, 220, 10},
         {L"BUTTON", L"OK", IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, 243, 151, 50, 14},
     };
     for (const DialogControl& control : controls)
