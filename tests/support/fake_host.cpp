@@ -126,15 +126,8 @@ HostDoc FakeHost::Open(FakeDoc doc) {
         page.index = static_cast<int>(i);
         page.dict = NewObject(FakeObject::Kind::kDict);
         page.dict->label = "page" + std::to_string(i);
-        if (page.mediaBox) {
-            FakeObject* box = NewObject(FakeObject::Kind::kArray);
-            for (float n : {page.mediaBox->left, page.mediaBox->bottom, page.mediaBox->right,
-                            page.mediaBox->top}) {
-                box->items.push_back(NewObject(FakeObject::Kind::kNumber));
-                box->items.back()->number = n;
-            }
-            page.dict->entries.emplace_back("MediaBox", box);
-        }
+        if (page.mediaBox)
+            page.dict->entries.emplace_back("MediaBox", NewRect(*page.mediaBox));
     }
     docs_.push_back(std::make_unique<FakeDoc>(std::move(doc)));
     auto handle = reinterpret_cast<HostDoc>(docs_.back().get());
@@ -225,12 +218,9 @@ void FakeHost::UserDeletes(HostDoc doc, int page, std::size_t position) {
 
 void FakeHost::UserRedacts(HostDoc doc, int page, const std::string& uniqueName) {
     FakeObject* dict = NewObject(FakeObject::Kind::kDict);
-    SetEntry(H<NdxObject>(dict), "Subtype", NewObject(FakeObject::Kind::kName));
-    dict->Get("Subtype")->text = "Redact";
-    if (!uniqueName.empty()) {
-        SetEntry(H<NdxObject>(dict), "NM", NewObject(FakeObject::Kind::kString));
-        dict->Get("NM")->text = uniqueName;
-    }
+    SetNew(H<NdxObject>(dict), "Subtype", FakeObject::Kind::kName)->text = "Redact";
+    if (!uniqueName.empty())
+        SetNew(H<NdxObject>(dict), "NM", FakeObject::Kind::kString)->text = uniqueName;
     Page(doc, page).annots.push_back(NewAnnot(dict));
 }
 
@@ -251,6 +241,21 @@ FakeObject* FakeHost::NewObject(FakeObject::Kind kind) {
 FakeObject* FakeHost::Object(NdxObject handle) const {
     const auto* object = reinterpret_cast<const FakeObject*>(handle);
     return objectSet_.count(object) != 0 ? const_cast<FakeObject*>(object) : nullptr;
+}
+
+FakeObject* FakeHost::NewRect(const NdxRect& rect) {
+    FakeObject* array = NewObject(FakeObject::Kind::kArray);
+    for (float n : {rect.left, rect.bottom, rect.right, rect.top}) {
+        array->items.push_back(NewObject(FakeObject::Kind::kNumber));
+        array->items.back()->number = n;
+    }
+    return array;
+}
+
+FakeObject* FakeHost::SetNew(NdxObject dict, const char* key, FakeObject::Kind kind) {
+    FakeObject* value = NewObject(kind);
+    SetEntry(dict, key, value);
+    return value;
 }
 
 void FakeHost::SetEntry(NdxObject dict, const char* key, FakeObject* value) {
@@ -354,12 +359,6 @@ HostPageView FakeHost::HostDocGetPageView(HostDoc doc, int pageIndex) {
         return nullptr;
     return H<HostPageView>(&pdf->pages[static_cast<std::size_t>(pageIndex)]);
 }
-HostPageView FakeHost::HostDocViewGetPageView(HostDocView view, int pageIndex) {
-    auto& pages = static_cast<FakeDoc*>(static_cast<void*>(view))->pages;
-    if (pageIndex < 0 || pageIndex >= static_cast<int>(pages.size()))
-        return nullptr;
-    return H<HostPageView>(&pages[static_cast<std::size_t>(pageIndex)]);
-}
 HostAnnot FakeHost::HostPageViewGetAnnot(HostPageView page, int index) {
     auto& annots = PageOf(page)->annots;
     return index >= 0 && index < static_cast<int>(annots.size())
@@ -421,23 +420,10 @@ void FakeHost::NDXPageParse(NdxPage page, NdxParseOptions) {
 }
 int FakeHost::NDXObjectGetType(NdxObject object) {
     const FakeObject* fake = Object(object);
-    if (fake == nullptr)
-        return kNdxObjectNull;
-    switch (fake->kind) {
-        case FakeObject::Kind::kNumber:
-            return kNdxObjectNumber;
-        case FakeObject::Kind::kString:
-            return kNdxObjectString;
-        case FakeObject::Kind::kName:
-            return kNdxObjectName;
-        case FakeObject::Kind::kArray:
-            return kNdxObjectArray;
-        case FakeObject::Kind::kDict:
-            return kNdxObjectDictionary;
-        case FakeObject::Kind::kRef:
-            return kNdxObjectReference;
-    }
-    return kNdxObjectNull;
+    // By FakeObject::Kind, in its order.
+    static constexpr int kTypes[] = {kNdxObjectNumber, kNdxObjectString,     kNdxObjectName,
+                                     kNdxObjectArray,  kNdxObjectDictionary, kNdxObjectReference};
+    return fake != nullptr ? kTypes[static_cast<int>(fake->kind)] : kNdxObjectNull;
 }
 void FakeHost::NDXObjectDestroy(NdxObject object) {
     if (ownedDicts_.erase(object) == 0)
@@ -479,34 +465,6 @@ void FakeHost::NDXDictGetString(NdxObject dict, const char* key, HostByteString 
                                   value->kind == FakeObject::Kind::kName)
                  ? value->text
                  : std::string();
-}
-void FakeHost::NDXDictSetName(NdxObject dict, const char* key, const char* name) {
-    FakeObject* value = NewObject(FakeObject::Kind::kName);
-    value->text = name;
-    SetEntry(dict, key, value);
-}
-void FakeHost::NDXDictSetString(NdxObject dict, const char* key, HostByteString bytes) {
-    FakeObject* value = NewObject(FakeObject::Kind::kString);
-    value->text = B(bytes);
-    SetEntry(dict, key, value);
-}
-void FakeHost::NDXDictSetInteger(NdxObject dict, const char* key, int number) {
-    FakeObject* value = NewObject(FakeObject::Kind::kNumber);
-    value->number = number;
-    SetEntry(dict, key, value);
-}
-void FakeHost::NDXDictSetReference(NdxObject dict, const char* key, NdxDoc, NdxObject target) {
-    FakeObject* value = NewObject(FakeObject::Kind::kRef);
-    value->target = Object(target);
-    SetEntry(dict, key, value);
-}
-void FakeHost::NDXDictSetRect(NdxObject dict, const char* key, NdxRect rect) {
-    FakeObject* value = NewObject(FakeObject::Kind::kArray);
-    for (float n : {rect.left, rect.bottom, rect.right, rect.top}) {
-        value->items.push_back(NewObject(FakeObject::Kind::kNumber));
-        value->items.back()->number = n;
-    }
-    SetEntry(dict, key, value);
 }
 
 // ---- Annotations and undo
@@ -606,28 +564,18 @@ void FakeHost::RemoveRedacts(FakeDoc& pdf, const std::set<const void*>* only) {
         }
     }
 }
-int FakeHost::NDXRedactApplyAll(HostDoc doc, int flags) {
-    calls.push_back("ApplyAll:" + std::to_string(flags));
+int FakeHost::ApplyRedacts(HostDoc doc, std::string call, const std::set<const void*>* only) {
+    calls.push_back(std::move(call));
     if (applyFails)
         return 0;
-    RemoveRedacts(Doc(doc), nullptr);
+    RemoveRedacts(Doc(doc), only);
     return 1;
 }
 int FakeHost::NDXRedactApplyList(HostDoc doc, HostPtrArray annots, int flags) {
     const auto& listed = *ptrArrays_.Find(annots);
-    calls.push_back("ApplyList:" + std::to_string(listed.size()) + ":" + std::to_string(flags));
-    if (applyFails)
-        return 0;
     const std::set<const void*> only(listed.begin(), listed.end());
-    RemoveRedacts(Doc(doc), &only);
-    return 1;
-}
-int FakeHost::NDXRedactApplyBatch(HostDoc doc, int flags, uint32_t options) {
-    calls.push_back("ApplyBatch:" + std::to_string(flags) + ":" + std::to_string(options));
-    if (applyFails)
-        return 0;
-    RemoveRedacts(Doc(doc), nullptr);
-    return 1;
+    return ApplyRedacts(
+        doc, "ApplyList:" + std::to_string(listed.size()) + ":" + std::to_string(flags), &only);
 }
 
 FakeProgress* FakeHost::Bar() {
@@ -639,11 +587,7 @@ FakeProgress* FakeHost::Bar() {
 }
 
 void FakeHost::FireDidSave(HostDoc doc, int result) {
-    const auto records = docEventRecords;
-    for (HostDocEventRecord* record : records) {
-        if (void* fn = record->word(kDocEventDidSave))
-            reinterpret_cast<HostDocSaveHook>(fn)(record->word(kDocEventClientData), doc, result);
-    }
+    FireDocHook<HostDocSaveHook>(kDocEventDidSave, doc, result);
 }
 
 // ---- Progress window

@@ -579,7 +579,9 @@ class FakeHost : public HostApiDefaults {
         calls.push_back("RefreshPageAnnots:" + std::to_string(pageIndex) + ":" +
                         std::to_string(flags));
     }
-    HostPageView HostDocViewGetPageView(HostDocView view, int pageIndex) override;
+    HostPageView HostDocViewGetPageView(HostDocView view, int pageIndex) override {
+        return HostDocGetPageView(H<HostDoc>(view), pageIndex);
+    }
     void HostDocViewGotoPage(HostDocView view, int pageIndex) override {
         static_cast<FakeDoc*>(static_cast<void*>(view))->currentPage = pageIndex;
         calls.push_back("GotoPage:" + std::to_string(pageIndex));
@@ -686,12 +688,21 @@ class FakeHost : public HostApiDefaults {
     void NDXDictSetObject(NdxObject dict, const char* key, NdxObject value, NdxDoc) override {
         SetEntry(dict, key, Object(value));
     }
-    void NDXDictSetName(NdxObject dict, const char* key, const char* name) override;
-    void NDXDictSetString(NdxObject dict, const char* key, HostByteString value) override;
-    void NDXDictSetInteger(NdxObject dict, const char* key, int value) override;
-    void NDXDictSetReference(NdxObject dict, const char* key, NdxDoc doc,
-                             NdxObject target) override;
-    void NDXDictSetRect(NdxObject dict, const char* key, NdxRect rect) override;
+    void NDXDictSetName(NdxObject dict, const char* key, const char* name) override {
+        SetNew(dict, key, FakeObject::Kind::kName)->text = name;
+    }
+    void NDXDictSetString(NdxObject dict, const char* key, HostByteString value) override {
+        SetNew(dict, key, FakeObject::Kind::kString)->text = B(value);
+    }
+    void NDXDictSetInteger(NdxObject dict, const char* key, int value) override {
+        SetNew(dict, key, FakeObject::Kind::kNumber)->number = value;
+    }
+    void NDXDictSetReference(NdxObject dict, const char* key, NdxDoc, NdxObject target) override {
+        SetNew(dict, key, FakeObject::Kind::kRef)->target = Object(target);
+    }
+    void NDXDictSetRect(NdxObject dict, const char* key, NdxRect rect) override {
+        SetEntry(dict, key, NewRect(rect));
+    }
     NdxFlattener NDXFlattenerNew(NdxDoc doc) override {
         flattenerCalls.push_back("new");
         return refuseFlattener ? nullptr : reinterpret_cast<NdxFlattener>(doc);
@@ -787,9 +798,14 @@ class FakeHost : public HostApiDefaults {
     }
 
     // Redaction
-    int NDXRedactApplyAll(HostDoc doc, int flags) override;
+    int NDXRedactApplyAll(HostDoc doc, int flags) override {
+        return ApplyRedacts(doc, "ApplyAll:" + std::to_string(flags), nullptr);
+    }
     int NDXRedactApplyList(HostDoc doc, HostPtrArray annots, int flags) override;
-    int NDXRedactApplyBatch(HostDoc doc, int flags, uint32_t options) override;
+    int NDXRedactApplyBatch(HostDoc doc, int flags, uint32_t options) override {
+        return ApplyRedacts(
+            doc, "ApplyBatch:" + std::to_string(flags) + ":" + std::to_string(options), nullptr);
+    }
 
   private:
     struct Match {
@@ -833,6 +849,10 @@ class FakeHost : public HostApiDefaults {
     FakeObject* NewObject(FakeObject::Kind kind);
     FakeObject* Object(NdxObject handle) const;
     void SetEntry(NdxObject dict, const char* key, FakeObject* value);
+    // A new object of `kind` set under `key`, for the caller to fill.
+    FakeObject* SetNew(NdxObject dict, const char* key, FakeObject::Kind kind);
+    FakeObject* NewRect(const NdxRect& rect);  // [left bottom right top]
+    int ApplyRedacts(HostDoc doc, std::string call, const std::set<const void*>* only);
     FakePage* PageOf(const void* page);
     FakeAnnot* NewAnnot(FakeObject* dict);
     void RemoveRedacts(FakeDoc& doc, const std::set<const void*>* only);

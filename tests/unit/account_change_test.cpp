@@ -1,5 +1,6 @@
 // What the plug-in does when the host's sign-in table reports another signed-in user.
 #include "account_fixture.h"
+#include "attached_plugin.h"
 #include "fake_page_dialog.h"
 
 namespace {
@@ -62,20 +63,11 @@ TEST_F(AccountChangeTest, OnlyAnotherAccountMovesToTheNewAddressAndReloads) {
 
 TEST(AccountChangeRegistration, OnlyAHostWithTheTableIsAskedAndAGoneAppIsNotReached) {
     FakeHost host;
-    FakePlatform platform;
-    {
-        Brevan app;
-        app.Attach(host, platform);
-        app.ImportTables();
-        EXPECT_EQ(host.account.domainCallback, nullptr);
-    }
+    AttachedPlugin(host).app.ImportTables();
+    EXPECT_EQ(host.account.domainCallback, nullptr);
     host.loginTable = true;
-    {
-        Brevan app;
-        app.Attach(host, platform);
-        app.ImportTables();
-        ASSERT_NE(host.account.domainCallback, nullptr);
-    }
+    AttachedPlugin(host).app.ImportTables();  // the plug-in is gone at the end of the line
+    ASSERT_NE(host.account.domainCallback, nullptr);
     host.account.domainCallback(L"");
 }
 

@@ -43,9 +43,7 @@ TEST_F(AnnotationCommandsTest, AddAnnotChecksInOrder) {
     EXPECT_EQ(Ret("addAnnot", Args(0, "redact")), 100014);
 
     const std::string good = Add(0, "redact", "ai_plugin_");
-    host.Doc(doc).hasPdf = false;
-    EXPECT_EQ(Ret("addAnnot", good), 300011);
-    host.Doc(doc).hasPdf = true;
+    EXPECT_EQ(RetWithout(doc, &FakeDoc::hasPdf, "addAnnot", good), 300011);
     std::wstring id = FromUtf8(FileId(doc));
     app.documents->erase(id);
     EXPECT_EQ(Ret("addAnnot", good), 400004);
@@ -54,9 +52,7 @@ TEST_F(AnnotationCommandsTest, AddAnnotChecksInOrder) {
     EXPECT_EQ(Ret("addAnnot", good), 400003);
     app.searchResults = std::move(store);
     EXPECT_EQ(Ret("addAnnot", Add(3, "redact", "ai_plugin_")), 400005);
-    host.Doc(doc).hasView = false;
-    EXPECT_EQ(Ret("addAnnot", good), 300009);
-    host.Doc(doc).hasView = true;
+    EXPECT_EQ(RetWithout(doc, &FakeDoc::hasView, "addAnnot", good), 300009);
     host.refuseAdd = true;
     EXPECT_EQ(Ret("addAnnot", good), 400015);
     EXPECT_FALSE(host.Doc(doc).modified);
@@ -112,9 +108,7 @@ TEST_F(AnnotationCommandsTest, BatchRunInsertsIntoTheListOfALoadedPage) {
 TEST_F(AnnotationCommandsTest, RemoveAnnotsChecksAndHandleStates) {
     EXPECT_EQ(Ret("removeAnnots", Args(0, "redact")), 100014);
     EXPECT_EQ(Ret("removeAnnots", Args(0, "note", R"(,"uniqueIDPrefix":"a")")), 100015);
-    host.Doc(doc).hasView = false;
-    EXPECT_EQ(Ret("removeAnnots", Remove(0)), 300009);
-    host.Doc(doc).hasView = true;
+    EXPECT_EQ(RetWithout(doc, &FakeDoc::hasView, "removeAnnots", Remove(0)), 300009);
     EXPECT_EQ(Ret("removeAnnots", Remove(5)), 400005);
     EXPECT_EQ(Ret("removeAnnots", Remove(0)), 400007);  // never annotated
 
@@ -140,12 +134,8 @@ TEST_F(AnnotationCommandsTest, MarkTextsChecksSelectionAndScrolling) {
     EXPECT_EQ(Ret("markTexts", R"({"index":0})"), 100010);
     EXPECT_EQ(Ret("markTexts", R"({"searchKey":"k","index":1.5})"), 100011);
     EXPECT_EQ(Ret("markTexts", Mark(3)), 400005);
-    host.Doc(doc).hasTool = false;
-    EXPECT_EQ(Ret("markTexts", Mark(0)), 300010);
-    host.Doc(doc).hasTool = true;
-    host.Doc(doc).hasView = false;
-    EXPECT_EQ(Ret("markTexts", Mark(0)), 300009);
-    host.Doc(doc).hasView = true;
+    EXPECT_EQ(RetWithout(doc, &FakeDoc::hasTool, "markTexts", Mark(0)), 300010);
+    EXPECT_EQ(RetWithout(doc, &FakeDoc::hasView, "markTexts", Mark(0)), 300009);
 
     // Another page: selected there, the view goes to it; fully visible, so no scroll.
     ASSERT_EQ(Ret("markTexts", Mark(2)), 0);

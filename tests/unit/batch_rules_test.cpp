@@ -101,23 +101,16 @@ TEST(BatchOptionsTest, OkChecksGoInOrderAndTheStateOfOkFollowsTheFolder) {
 TEST(BatchOptionsTest, WriteBackAppendsOneSlashAndReadingBackDropsIt) {
     const OutputOptions start;
     const OutputOptions chosen = WriteBack({true, L"/out/", false, L"p", L"s", true}, start);
-    EXPECT_TRUE(chosen.specificFolder);
-    EXPECT_FALSE(chosen.sameFolder);
-    EXPECT_EQ(chosen.folder, L"/out//");
-    EXPECT_EQ(chosen.prefix, L"p");
-    EXPECT_EQ(chosen.suffix, L"s");
-    EXPECT_TRUE(chosen.overwrite);
+    OutputOptions expected = Options(false, false, L"/out//", L"p", L"s");
+    expected.overwrite = true;
+    EXPECT_EQ(chosen, expected);
     // The dialog shown again writes the same record back.
     EXPECT_EQ(WriteBack(ControlsOf(chosen), chosen), chosen);
 
     // Same folder forgets the folder; keeping the name clears the prefix but keeps the suffix.
-    const OutputOptions kept = WriteBack({false, L"/out", true, L"p", L"t", true}, chosen);
-    EXPECT_TRUE(kept.sameFolder);
-    EXPECT_EQ(kept.folder, L"");
-    EXPECT_TRUE(kept.keepName);
-    EXPECT_FALSE(kept.addToName);
-    EXPECT_EQ(kept.prefix, L"");
-    EXPECT_EQ(kept.suffix, L"s");
+    expected = Options(true, true, L"", L"", L"s");
+    expected.overwrite = true;
+    EXPECT_EQ(WriteBack({false, L"/out", true, L"p", L"t", true}, chosen), expected);
 }
 
 TEST(BatchOptionsTest, NameEditsDropWhatAFileNameCannotHold) {

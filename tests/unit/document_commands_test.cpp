@@ -44,18 +44,12 @@ TEST_F(DocumentCommandsTest, EveryCurrentDocumentCommandAnswersClosedDocWithoutD
 TEST_F(DocumentCommandsTest, CurrentDocDescriptorAndStableId) {
     const std::string path = WriteFile("report.pdf", 1234);
     HostDoc doc = host.Open(FileDoc(FromUtf8(path)));
-    const Json::Value first = Call("getCurrentDoc")["data"];
-    ASSERT_EQ(first.size(), 1u);
-    const Json::Value& d = first[0];
-    EXPECT_EQ(d["name"].asString(), "report.pdf");
-    EXPECT_EQ(d["size"].asUInt(), 1234u);
-    EXPECT_EQ(d["filePath"].asString(), path);
-    EXPECT_TRUE(d["isCurrentDoc"].asBool());
-    EXPECT_EQ(d["drive"].asString(), "local");
-    EXPECT_EQ(d["aiFileId"].asString(), "");
-    EXPECT_EQ(d["account_id"].asString(), "");
-    EXPECT_FALSE(d.isMember("account"));
-    EXPECT_EQ(Call("getCurrentDoc")["data"][0]["id"], d["id"]);
+    const Json::Value d = Call("getCurrentDoc")["data"][0];
+    Json::Value expected = JsonOf(R"([{"name":"report.pdf","size":1234,"isCurrentDoc":true,)"
+                                  R"("drive":"local","aiFileId":"","account_id":""}])");
+    expected[0]["filePath"] = path;
+    expected[0]["id"] = d["id"];
+    EXPECT_EQ(Call("getCurrentDoc")["data"], expected);
 
     // Unsaved changes do not change the size on disk; reopening gives a new id.
     host.Doc(doc).modified = true;
@@ -70,11 +64,11 @@ TEST_F(DocumentCommandsTest, TemporaryDocumentHasAnIdButNoFile) {
     temporary.temporary = true;
     temporary.path = L"/tmp/should-not-be-used.pdf";
     host.Open(temporary);
-    const Json::Value d = Call("getCurrentDoc")["data"][0];
+    Json::Value d = Call("getCurrentDoc")["data"][0];
     EXPECT_FALSE(d["id"].asString().empty());
-    EXPECT_EQ(d["name"].asString(), "");
-    EXPECT_EQ(d["size"].asUInt(), 0u);
-    EXPECT_EQ(d["filePath"].asString(), "");
+    d.removeMember("id");
+    EXPECT_EQ(d, JsonOf(R"({"name":"","size":0,"filePath":"","isCurrentDoc":true,)"
+                        R"("drive":"local","aiFileId":"","account_id":""})"));
 }
 
 TEST_F(DocumentCommandsTest, DocumentOpenedBeforeTheHooksGetsItsIdOnFirstAsk) {
@@ -137,9 +131,7 @@ TEST_F(DocumentCommandsTest, ImagesTypeSkipsPagesTheHostCannotGiveAndAnswersZero
     FakeDoc noPdf = DocWithPages({{kImage}});
     noPdf.hasPdf = false;
     host.Open(noPdf);
-    const Json::Value reply = Call("getFileImagesType");
-    EXPECT_EQ(reply["ret"].asInt(), 0);
-    EXPECT_EQ(reply["data"]["type"].asInt(), 0);
+    EXPECT_EQ(Call("getFileImagesType"), JsonOf(R"({"ret":0,"data":{"type":0},"uuid":"req"})"));
 }
 
 TEST_F(DocumentCommandsTest, ModifiedAndPageCount) {

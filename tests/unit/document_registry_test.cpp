@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <set>
 
 #include "document/document_registry.h"
@@ -113,29 +114,14 @@ TEST(DocumentRegistryTest, WalksTakeTheFirstRecordInIdOrder) {
     EXPECT_EQ(id, L"{A}");
 }
 
-// {XXXXXXXX-XXXX-4XXX-YXXX-XXXXXXXXXXXX} in upper-case hexadecimal, Y one of 8, 9, A, B.
-bool IsGuidText(const std::wstring& text) {
-    const std::wstring pattern = L"{________-____-4___-Y___-____________}";
-    if (text.size() != pattern.size())
-        return false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const wchar_t c = text[i];
-        const bool hex = (c >= L'0' && c <= L'9') || (c >= L'A' && c <= L'F');
-        if (pattern[i] == L'_' && !hex)
-            return false;
-        if (pattern[i] == L'Y' && std::wstring(L"89AB").find(c) == std::wstring::npos)
-            return false;
-        if (pattern[i] != L'_' && pattern[i] != L'Y' && pattern[i] != c)
-            return false;
-    }
-    return true;
-}
-
 TEST(NewGuidTextTest, UpperCaseVersion4InBracesAndFresh) {
+    const std::wregex kGuid(
+        L"\\{[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\\}");
     std::set<std::wstring> seen;
     for (int i = 0; i < 1000; ++i) {
         const std::wstring guid = NewGuidText();
-        ASSERT_TRUE(IsGuidText(guid)) << ToUtf8(guid);
+        // Upper-case hexadecimal, version 4, variant 8, 9, A or B.
+        ASSERT_TRUE(std::regex_match(guid, kGuid)) << ToUtf8(guid);
         seen.insert(guid);
     }
     EXPECT_EQ(seen.size(), 1000u);

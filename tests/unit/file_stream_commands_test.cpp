@@ -35,22 +35,18 @@ TEST_F(FileStreamTest, TwoBlocksThenTheEndThenFailedUntilReleased) {
     const Json::Value first = Read(0, 3);
     ASSERT_EQ(first["ret"].asInt(), 0);
     EXPECT_EQ(first["uuid"].asString(), "req");
-    const Json::Value& d = first["data"];
-    EXPECT_EQ(d["content"].asString(), "YWJj");
-    EXPECT_EQ(d["dataSize"].asInt(), 3);
-    EXPECT_FALSE(d["isEnd"].asBool());
-    EXPECT_EQ(d["fileSize"].asInt(), 6);
-    EXPECT_EQ(d["name"].asString(), "two.bin");
-    EXPECT_EQ(d["filePath"].asString(), ToUtf8(path));
-    EXPECT_EQ(d["id"].asString(), kPicked);
+    Json::Value expected = JsonOf(R"({"content":"YWJj","dataSize":3,"isEnd":false,"fileSize":6,)"
+                                  R"("name":"two.bin","id":")" +
+                                  std::string(kPicked) + "\"}");
+    expected["filePath"] = ToUtf8(path);
+    EXPECT_EQ(first["data"], expected);
 
-    const Json::Value second = Read(3, 3)["data"];
-    EXPECT_EQ(second["content"].asString(), "ZGVm");
-    EXPECT_FALSE(second["isEnd"].asBool());
-    const Json::Value end = Read(6, 3)["data"];
-    EXPECT_EQ(end["dataSize"].asInt(), 0);
-    EXPECT_EQ(end["content"].asString(), "");
-    EXPECT_TRUE(end["isEnd"].asBool());
+    expected["content"] = "ZGVm";
+    EXPECT_EQ(Read(3, 3)["data"], expected);
+    expected["content"] = "";
+    expected["dataSize"] = 0;
+    expected["isEnd"] = true;
+    EXPECT_EQ(Read(6, 3)["data"], JsonOf(WriteJson(expected)));
     EXPECT_EQ(Read(0, 3)["ret"].asInt(), 400002);
 
     // The upload bar followed the blocks and stays up until the release.
@@ -142,11 +138,11 @@ TEST_F(FileStreamTest, AnOpenStreamStaysOnItsFileAndEachChannelHasItsOwn) {
     const std::wstring other = Pick("b.bin", "BBBB", "{OTHER}");
     EXPECT_EQ(Read(0, 1)["data"]["content"].asString(), "QQ==");
     // Another id reads on in the bound file, but the reply names the document asked for.
-    const Json::Value mixed = Read(1, 1, "{OTHER}")["data"];
-    EXPECT_EQ(mixed["content"].asString(), "QQ==");
-    EXPECT_EQ(mixed["name"].asString(), "b.bin");
+    Json::Value mixed = Read(1, 1, "{OTHER}")["data"];
     EXPECT_EQ(mixed["filePath"].asString(), ToUtf8(other));
-    EXPECT_EQ(mixed["id"].asString(), "{OTHER}");
+    mixed.removeMember("filePath");
+    EXPECT_EQ(mixed, JsonOf(R"({"content":"QQ==","dataSize":1,"isEnd":false,"fileSize":4,)"
+                            R"("name":"b.bin","id":"{OTHER}"})"));
 
     RecordingEndpoint secondPage;
     WebMessageChannel second(app.commands(), secondPage);

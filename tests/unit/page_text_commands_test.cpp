@@ -7,12 +7,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-Json::Value Parsed(const std::string& text) {
-    Json::Value value;
-    ParseJson(text, value);
-    return value;
-}
-
 FakePage TextPage(std::vector<std::wstring> lines) {
     FakePage page;
     for (auto& line : lines)
@@ -46,8 +40,8 @@ TEST_F(PageTextTest, RangesChecksAndTheJoiningOfLines) {
     OpenPages({TextPage({L"a", L"", L"b", L"c"}), TextPage({}), TextPage({L"x", L""})});
     const Json::Value all = Texts("-1");
     ASSERT_EQ(all["ret"].asInt(), 0);
-    EXPECT_EQ(all["data"], Parsed(R"(["a\r\nb\r\nc", "", "x\r\n"])"));
-    EXPECT_EQ(Texts("2")["data"], Parsed(R"(["x\r\n"])"));
+    EXPECT_EQ(all["data"], JsonOf(R"(["a\r\nb\r\nc", "", "x\r\n"])"));
+    EXPECT_EQ(Texts("2")["data"], JsonOf(R"(["x\r\n"])"));
     for (const char* outside : {"3", "-2"})
         EXPECT_EQ(Texts(outside)["ret"].asInt(), 400013) << outside;
     for (const char* bad : {"\"1\"", "1.0", "null"})
@@ -64,7 +58,7 @@ TEST_F(PageTextTest, DocumentWithoutTextFieldIsReadAsItStandsInTheEditor) {
     std::vector<FakePage> pages{TextPage({L"unsaved edit"})};
     pages[0].controls = {FakeControl{L"agree", kNdxControlCheckBox, L"Yes", NdxRect{}}};
     OpenPages(pages);
-    EXPECT_EQ(Texts("0")["data"], Parsed(R"(["unsaved edit"])"));
+    EXPECT_EQ(Texts("0")["data"], JsonOf(R"(["unsaved edit"])"));
     EXPECT_TRUE(host.hiddenDocs.empty());
 }
 
@@ -72,10 +66,10 @@ TEST_F(PageTextTest, TextFieldAnywhereLeadsToAFlattenedCopyOfTheSavedFile) {
     const std::wstring path = WriteFile("form.pdf", "file-bytes");
     HostDoc doc = OpenFormDocument(path);
     // The asked page has no field, but the document has one: the copy is read.
-    EXPECT_EQ(Texts("0")["data"], Parsed(R"(["Name:"])"));
+    EXPECT_EQ(Texts("0")["data"], JsonOf(R"(["Name:"])"));
     EXPECT_EQ(host.flattenerCalls, (std::vector<std::string>{"new", "page0:1,0", "done"}));
     const Json::Value all = Texts("-1");
-    EXPECT_EQ(all["data"], Parsed(R"(["Name:", "Page two\r\nAnn"])"));
+    EXPECT_EQ(all["data"], JsonOf(R"(["Name:", "Page two\r\nAnn"])"));
     EXPECT_EQ(host.savedToFile.back(), Scratch("form.pdf").string() + ":0,1");
 
     // The copy is closed and deleted, the document in the editor is untouched, and the pane that
@@ -118,7 +112,7 @@ TEST_F(PageTextTest, AFileInTheTemporaryFolderItselfIsNotDeleted) {
     const fs::path own = Scratch("own.pdf");
     std::ofstream(own, std::ios::binary) << "file-bytes";
     OpenFormDocument(FromUtf8(own.string()));
-    EXPECT_EQ(Texts("1")["data"], Parsed(R"(["Page two\r\nAnn"])"));
+    EXPECT_EQ(Texts("1")["data"], JsonOf(R"(["Page two\r\nAnn"])"));
     EXPECT_TRUE(fs::exists(own));
     EXPECT_EQ(std::distance(fs::directory_iterator(own.parent_path()), fs::directory_iterator()),
               1);

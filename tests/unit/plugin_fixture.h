@@ -84,6 +84,14 @@ class PluginFixtureOf : public testing::Test {
     int Ret(const std::string& command, const std::string& params = "{}") {
         return Call(command, params)["ret"].asInt();
     }
+    // Ret while the document lacks what `part` stands for (its PDF, view, tool or form).
+    int RetWithout(HostDoc doc, bool FakeDoc::*part, const std::string& command,
+                   const std::string& params = "{}") {
+        host.Doc(doc).*part = false;
+        const int ret = Ret(command, params);
+        host.Doc(doc).*part = true;
+        return ret;
+    }
 
     // Writes `bytes` to a file of the UTF-8 `name` under the test's folder and returns its path.
     std::wstring WriteFile(const std::string& name, const std::string& bytes) {

@@ -43,9 +43,9 @@ TEST_F(PointNoteCommandsTest, SharedChecksInOrder) {
               100014);
     EXPECT_EQ(Ret("removeAnnotsAtPoint", base + R"(,"type":"note"})"), 100014);
 
-    host.Doc(doc).hasView = false;
-    EXPECT_EQ(ret(AddAt(R"({"x":1,"y":2})", "ai_plugin_pt_1")), 300009);
-    host.Doc(doc).hasView = true;
+    EXPECT_EQ(RetWithout(doc, &FakeDoc::hasView, "addAnnotAtPoint",
+                         AddAt(R"({"x":1,"y":2})", "ai_plugin_pt_1")),
+              300009);
     FakeDoc inherited;  // a box inherited from the page tree does not count
     inherited.pages.resize(1);
     inherited.pages[0].mediaBox.reset();

@@ -33,9 +33,7 @@ TEST_F(RedactionCommandsTest, ChecksInOrder) {
     for (const char* params : {"{}", R"({"uniqueIDNames":[]})", R"({"uniqueIDNames":"x"})"})
         EXPECT_EQ(Ret("redactApply", params), 100014) << params;
     const std::string names = R"({"uniqueIDNames":["ai_plugin_none","ai_plugin_x"]})";
-    host.Doc(doc).hasView = false;
-    EXPECT_EQ(Ret("redactApply", names), 300009);
-    host.Doc(doc).hasView = true;
+    EXPECT_EQ(RetWithout(doc, &FakeDoc::hasView, "redactApply", names), 300009);
     auto store = std::move(app.searchResults);
     EXPECT_EQ(Ret("redactApply", names), 400003);
     app.searchResults = std::move(store);
@@ -107,9 +105,7 @@ TEST_F(RedactionCommandsTest, OtherRedactionsAreThoseWithoutARecord) {
     EXPECT_EQ(Call("hasOtherRedact")["data"], Json::Value(false));
     host.UserRedacts(doc, 1, "");
     EXPECT_EQ(Call("hasOtherRedact")["data"], Json::Value(true));
-    host.Doc(doc).hasView = false;
-    EXPECT_EQ(Ret("hasOtherRedact"), 300009);
-    host.Doc(doc).hasView = true;
+    EXPECT_EQ(RetWithout(doc, &FakeDoc::hasView, "hasOtherRedact"), 300009);
     host.Doc(doc).hasPdf = false;
     EXPECT_EQ(Ret("hasOtherRedact"), 300001);
     host.active = nullptr;

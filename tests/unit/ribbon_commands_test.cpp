@@ -1,6 +1,7 @@
 // The ribbon items the plug-in adds, their enable rules, the sign-in gate in front of every
 // entry, what the entries then do, and the one-time greeting.
 #include "app/sign_in_gate.h"
+#include "attached_plugin.h"
 #include "shell_fixture.h"
 
 namespace {
@@ -137,11 +138,10 @@ TEST_F(RibbonTest, TheWelcomeAnswersDecideTheSignIn) {
 }
 
 TEST_F(RibbonTest, WithoutTheSignInTableTheCommandsStopAtSignIn) {
-    FakeHost bare;
-    bare.loginTable = false;
-    FakePlatform platform2;
-    Brevan app2;
-    app2.Attach(bare, platform2);
+    FakeHost bare;  // no "login" table
+    AttachedPlugin plugin(bare);
+    Brevan& app2 = plugin.app;
+    FakePlatform& platform2 = plugin.platform;
     app2.ImportTables();
     ASSERT_EQ(app2.Init(), 1);
     app2.OnMainFrameCreated(frame);

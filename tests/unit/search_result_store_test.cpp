@@ -159,4 +159,31 @@ TEST(SearchResultStoreTest, AnnotationEntriesByRecordNameAndHandle) {
     EXPECT_EQ(store.GetRecordAnnot(L"ai_plugin_kept"), Handle(3));
 }
 
+// Records that run over a page break keep their pieces, and a list is shared only with a list
+// that holds the same pieces.
+TEST(SearchResultStoreTest, PiecesComeBackAndKeepListsApart) {
+    SearchResultStore store;
+    SearchRecord stored = Record(L"f", 1, 40, {NdxRect{1, 2, 3, 4}});
+    stored.pieces = {SearchPiece{L"f", 2, 0, 3, 0, L"k"}};
+    store.SetResults(L"f", L"k", {stored});
+    store.SetResults(L"f", L"k2", {Record(L"f", 1, 40, {NdxRect{1, 2, 3, 4}}, L"k2")});
+    const SearchRecord spanning = store.GetResult(L"f", L"k", 0);
+    ASSERT_EQ(spanning.pieces.size(), 1u);
+    EXPECT_EQ(spanning.pieces[0].page, 2);
+    EXPECT_EQ(spanning.pieces[0].end, 3);
+    EXPECT_EQ(spanning.file, L"f");
+    EXPECT_EQ(spanning.searchKey, L"k");
+    EXPECT_TRUE(store.GetResult(L"f", L"k2", 0).pieces.empty());
+    EXPECT_EQ(store.GetResult(L"f", L"k2", 0).searchKey, L"k2");
+
+    // Annotation entries of both: the pieces take no part in the key, the search key does.
+    store.SetAnnot(spanning, L"ai_plugin_a", Handle(1));
+    store.SetAnnot(store.GetResult(L"f", L"k2", 0), L"ai_plugin_b", Handle(2));
+    EXPECT_EQ(store.annots().size(), 2u);
+    EXPECT_EQ(store.FindRecordByAnnot(Handle(2)).searchKey, L"k2");
+    store.EraseAnnot(store.FindRecordByUniqueID(L"ai_plugin_a"));
+    EXPECT_FALSE(store.IsAnnotated(spanning));
+    EXPECT_EQ(store.GetRecordAnnot(L"ai_plugin_b"), Handle(2));
+}
+
 }  // namespace

@@ -12,12 +12,6 @@ namespace {
 constexpr const char* kDomain = "https://accounts.test";
 constexpr const wchar_t* kJwtUrl = L"https://tokens.test/jwt?t=tok-123&s=";
 
-Json::Value Parsed(const std::string& text) {
-    Json::Value value;
-    ParseJson(text, value);
-    return value;
-}
-
 class SignInCommandsTest : public AccountFixture {
   protected:
     void StartSignedIn() {
@@ -43,7 +37,7 @@ class SignInCommandsTest : public AccountFixture {
 TEST_F(SignInCommandsTest, LoginInAnswersByTheStateAfterTheSignInWindow) {
     Start();
     host.account.stateRequests.clear();
-    EXPECT_EQ(Call("loginIn"), Parsed(R"({"data":null,"ret":200001,"uuid":"acc-1"})"));
+    EXPECT_EQ(Call("loginIn"), JsonOf(R"({"data":null,"ret":200001,"uuid":"acc-1"})"));
     EXPECT_TRUE(host.account.stateRequests.empty()) << "a cancelled window ends the command";
 
     host.account.signInAnswer = 1;
@@ -51,7 +45,7 @@ TEST_F(SignInCommandsTest, LoginInAnswersByTheStateAfterTheSignInWindow) {
     EXPECT_EQ(Call("loginIn")["ret"], 200001);
     EXPECT_EQ(host.account.stateRequests, std::vector<std::wstring>{kServer});
     host.account.signInSignsIn = true;
-    EXPECT_EQ(Call("loginIn"), Parsed(R"({"data":null,"ret":0,"uuid":"acc-1"})"));
+    EXPECT_EQ(Call("loginIn"), JsonOf(R"({"data":null,"ret":0,"uuid":"acc-1"})"));
 }
 
 TEST_F(SignInCommandsTest, WithoutTheLoginTableEachCommandGivesItsOwnCode) {
@@ -68,7 +62,7 @@ TEST_F(SignInCommandsTest, GetUserJoinsTheNamesAndKeepsAnEmptyTenantAsText) {
     StartSignedIn();
     ServeFullDocument();
     EXPECT_EQ(Call("getUser")["data"]["info"],
-              Parsed(R"({"email":"ada@example.test","enterpriseTenantID":"","firstname":"Ada",
+              JsonOf(R"({"email":"ada@example.test","enterpriseTenantID":"","firstname":"Ada",
                          "lastname":"Lovelace","token":"tok-123","userid":"u-7",
                          "username":"AdaLovelace"})"));
     host.preferences[{L"TXDFServer", L"EnterpriseTenantID"}] = L"tenant-9";
@@ -79,7 +73,7 @@ TEST_F(SignInCommandsTest, GetUserChecksServerThenUserThenToken) {
     StartSignedIn();
     Json::Value reply = Call("getUser");
     EXPECT_EQ(reply["ret"], 200004) << "no service document";
-    EXPECT_EQ(reply["data"], Parsed(R"({"qvd_domain":""})"));
+    EXPECT_EQ(reply["data"], JsonOf(R"({"qvd_domain":""})"));
     ServeServiceDocument({{"other", "x"}});
     EXPECT_EQ(Call("getUser")["ret"], 200004) << "no qvd_domain in the document";
 
@@ -88,7 +82,7 @@ TEST_F(SignInCommandsTest, GetUserChecksServerThenUserThenToken) {
     host.account.hasUser = false;
     host.account.tokenRequests.clear();
     reply = Call("getUser");
-    EXPECT_EQ(reply["data"], Parsed(R"({"message":"GetUserInfo error","qvd_domain":")" +
+    EXPECT_EQ(reply["data"], JsonOf(R"({"message":"GetUserInfo error","qvd_domain":")" +
                                     std::string(kDomain) + "\"}"));
     EXPECT_EQ(reply["ret"], 200003);
     EXPECT_TRUE(host.account.tokenRequests.empty());
@@ -97,18 +91,18 @@ TEST_F(SignInCommandsTest, GetUserChecksServerThenUserThenToken) {
     host.account.tokens.clear();
     reply = Call("getUser");
     EXPECT_EQ(reply["ret"], 200002);
-    EXPECT_EQ(reply["data"], Parsed(R"({"qvd_domain":"https://accounts.test"})"));
+    EXPECT_EQ(reply["data"], JsonOf(R"({"qvd_domain":"https://accounts.test"})"));
 }
 
 TEST_F(SignInCommandsTest, GetUserJwtFailsInTheOrderOfItsSteps) {
     StartSignedIn();
     EXPECT_EQ(Call("getUserJWT"),
-              Parsed(R"({"data":{"qvd_domain":""},"ret":200004,"uuid":"acc-1"})"));
+              JsonOf(R"({"data":{"qvd_domain":""},"ret":200004,"uuid":"acc-1"})"));
     ServeServiceDocument({{"qvd_domain", kDomain}});
     host.account.tokens.clear();
     Json::Value reply = Call("getUserJWT");
     EXPECT_EQ(reply["ret"], 200002);
-    EXPECT_EQ(reply["data"], Parsed(R"({"message":"get Token result is empty","qvd_domain":""})"));
+    EXPECT_EQ(reply["data"], JsonOf(R"({"message":"get Token result is empty","qvd_domain":""})"));
 
     host.account.tokens[kServer] = L"tok-123";
     reply = Call("getUserJWT");
@@ -119,12 +113,12 @@ TEST_F(SignInCommandsTest, GetUserJwtFailsInTheOrderOfItsSteps) {
     app.serviceConfig->Load();
     reply = Call("getUserJWT");
     EXPECT_EQ(reply["ret"], 200005) << "the token service did not answer";
-    EXPECT_EQ(reply["data"], Parsed(R"({"url":"https://tokens.test/jwt?t=tok-123&s="})"));
+    EXPECT_EQ(reply["data"], JsonOf(R"({"url":"https://tokens.test/jwt?t=tok-123&s="})"));
     EXPECT_EQ(JwtReplyFor("<html>busy</html>"),
-              Parsed(R"({"data":null,"ret":100001,"uuid":"acc-1"})"));
+              JsonOf(R"({"data":null,"ret":100001,"uuid":"acc-1"})"));
 
     EXPECT_EQ(JwtReplyFor(R"({"ret":0,"data":{"jwtResult":"jwt-abc"}})")["data"],
-              Parsed(R"({"jwtResult":"jwt-abc"})"));
+              JsonOf(R"({"jwtResult":"jwt-abc"})"));
     EXPECT_TRUE(platform.lastHttpSettings.verifyCertificates);
 }
 
@@ -138,7 +132,7 @@ TEST_F(SignInCommandsTest, GetUserJwtEchoesEveryUnusableAnswerWhole) {
         const Json::Value reply = JwtReplyFor(body);
         EXPECT_EQ(reply["ret"], 100002) << body;
         EXPECT_EQ(reply["data"]["url"], "https://tokens.test/jwt?t=tok-123&s=") << body;
-        EXPECT_EQ(reply["data"]["jwtResult"], WriteJson(Parsed(body))) << body;
+        EXPECT_EQ(reply["data"]["jwtResult"], WriteJson(JsonOf(body))) << body;
     }
 }
 

@@ -26,9 +26,7 @@ TEST_F(UsageReportTest, EachInstalledVersionIsReportedOnce) {
     EXPECT_TRUE(report.gapsNull);
     EXPECT_EQ(report.last, 0);
     EXPECT_EQ(StoredVersion(), app.config->pluginVersion);
-    Json::Value details;
-    ASSERT_TRUE(ParseJson(ToUtf8(report.details), details));
-    EXPECT_EQ(details["osLang"], SystemFacts::OfThisSystem().language);
+    EXPECT_EQ(JsonOf(ToUtf8(report.details))["osLang"], SystemFacts::OfThisSystem().language);
 
     app.Unload();
     ASSERT_EQ(app.Init(), 1);
@@ -44,11 +42,10 @@ TEST_F(UsageReportTest, DetailsNameTheHostTheSystemAndASignedInUser) {
     host.account.userId = L"u-7";
     Start();
     const SystemFacts facts{"Debian GNU/Linux 12", "de_DE"};
-    Json::Value expected;
-    ParseJson(R"({"appName":"FakeEditor","appType":"editor","appVersion":"1.2.3",
-                  "os":"Win PDF Editor","osLang":"de_DE","osVersion":"Debian GNU/Linux 12"})",
-              expected);
-    EXPECT_EQ(Details(facts), expected) << "without a token nobody is signed in";
+    EXPECT_EQ(Details(facts),
+              JsonOf(R"({"appName":"FakeEditor","appType":"editor","appVersion":"1.2.3",
+                  "os":"Win PDF Editor","osLang":"de_DE","osVersion":"Debian GNU/Linux 12"})"))
+        << "without a token nobody is signed in";
 
     host.account.tokens[kServer] = L"tok";
     EXPECT_EQ(Details(facts)["userID"], "u-7");

@@ -3,6 +3,8 @@
 // raises events before the reply of the command that caused them, and keeps a log of the
 // commands it served.
 'use strict';
+const { Bridge, parseEvent } = require('../js/bridge.js');
+const { Workflow } = require('../js/workflow.js');
 
 class FakePlugin {
   constructor({ docs, current = 0 } = {}) {
@@ -253,4 +255,11 @@ class FakePlugin {
   }
 }
 
-module.exports = { FakePlugin };
+// The page's workflow over `plugin`, hearing its events as the page does.
+function workflowOn(plugin) {
+  const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 't' });
+  plugin.onEvent = (event) => workflow.handleEvent(parseEvent(event));
+  return workflow;
+}
+
+module.exports = { FakePlugin, workflowOn };

@@ -1,17 +1,13 @@
 'use strict';
 const test = require('node:test');
 const assert = require('node:assert/strict');
-const { Bridge, parseEvent } = require('../js/bridge.js');
-const { Workflow } = require('../js/workflow.js');
 const { AutoRunner, SUMMARY_TAG } = require('../js/auto_run.js');
 const { pagesWithoutText, pageList, noticeFor } = require('../js/textless_pages.js');
-const { FakePlugin } = require('./fake_plugin.js');
+const { FakePlugin, workflowOn } = require('./fake_plugin.js');
 
 function setUp(pages) {
   const plugin = new FakePlugin({ docs: [{ id: '{DOC-1}', filePath: '/data/scan.pdf', pages }] });
-  const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 't' });
-  plugin.onEvent = (event) => workflow.handleEvent(parseEvent(event));
-  return { plugin, workflow };
+  return { plugin, workflow: workflowOn(plugin) };
 }
 
 test('pages with empty, blank or missing text are the ones without text', () => {

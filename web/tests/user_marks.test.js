@@ -27,16 +27,20 @@ async function scanned(docs = DOCS) {
   return { plugin, workflow, marks: workflow.userMarks };
 }
 
+// The user draws a mark of their own in the editor.
+async function userDraws(plugin) {
+  plugin.otherRedact = true;
+  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
+  await settled();
+}
+
 const settled = () => new Promise((resolve) => setImmediate(resolve)).then(() => new Promise((r) => setImmediate(r)));
 
 test('the page asks about the user\'s own marks after a scan and when its document changes', async () => {
   const { plugin, workflow, marks } = await scanned();
   assert.equal(marks.stateOf('{DOC-1}').present, false, 'asked once the scan was over');
 
-  // The user draws a mark in the editor.
-  plugin.otherRedact = true;
-  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
-  await settled();
+  await userDraws(plugin);
   assert.deepEqual(plugin.commands(), ['hasOtherRedact']);
   assert.equal(marks.stateOf('{DOC-1}').present, true);
   assert.equal(marks.included(workflow.current), true);
@@ -56,9 +60,7 @@ test('the page asks about the user\'s own marks after a scan and when its docume
 
 test('Apply takes the user\'s marks with the kept findings while they are ticked', async () => {
   const { plugin, workflow, marks } = await scanned();
-  plugin.otherRedact = true;
-  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
-  await settled();
+  await userDraws(plugin);
   const kept = workflow.current.findings.flatMap((f) => f.matches.map((m) => m.name)).filter(Boolean);
   assert.ok(kept.length > 0);
 
@@ -75,9 +77,7 @@ test('Apply takes the user\'s marks with the kept findings while they are ticked
 
 test('unticked, the user\'s marks stay out of the apply and the pane says so', async () => {
   const { plugin, workflow, marks } = await scanned();
-  plugin.otherRedact = true;
-  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
-  await settled();
+  await userDraws(plugin);
   marks.setIncluded('{DOC-1}', false);
 
   await workflow.apply();
@@ -89,9 +89,7 @@ test('unticked, the user\'s marks stay out of the apply and the pane says so', a
 
 test('a Cancel at the editor\'s prompt keeps the session and the user\'s marks', async () => {
   const { plugin, workflow, marks } = await scanned();
-  plugin.otherRedact = true;
-  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
-  await settled();
+  await userDraws(plugin);
   plugin.promptAnswer = 2;
   await workflow.apply();
   assert.ok(workflow.current.cancelled);
@@ -105,9 +103,7 @@ async function markedByTheUserOnly() {
   const { plugin, workflow } = await scanned([{ id: '{DOC-1}', filePath: '/data/notes.pdf', pages: ['Notes only', 'More notes'] }]);
   assert.equal(workflow.keptCount(), 0);
   assert.equal(workflow.canApply(), false, 'nothing to apply before the user marks anything');
-  plugin.otherRedact = true;
-  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
-  await settled();
+  await userDraws(plugin);
   plugin.calls.length = 0;
   return { plugin, workflow };
 }

@@ -1,9 +1,8 @@
 'use strict';
 const test = require('node:test');
 const assert = require('node:assert/strict');
-const { Bridge, parseEvent } = require('../js/bridge.js');
-const { Workflow, offeredName, verificationLine } = require('../js/workflow.js');
-const { FakePlugin } = require('./fake_plugin.js');
+const { offeredName, verificationLine } = require('../js/workflow.js');
+const { FakePlugin, workflowOn } = require('./fake_plugin.js');
 
 const PAGES = [
   'Project: Nightjar\r\nE-mail: ana@example.com\r\nCard: 4539 1488 0343 6467',
@@ -15,9 +14,7 @@ function setUp({ pages = PAGES, docs } = {}) {
   const plugin = new FakePlugin({
     docs: docs || [{ id: '{DOC-1}', filePath: '/data/report.pdf', pages }],
   });
-  const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 't' });
-  plugin.onEvent = (event) => workflow.handleEvent(parseEvent(event));
-  return { plugin, workflow };
+  return { plugin, workflow: workflowOn(plugin) };
 }
 
 const finding = (workflow, kind, page) =>
@@ -416,14 +413,6 @@ test('cancel stops the scan before its next command and takes its marks away, wi
     assert.equal(workflow.cancellable, false);
   }
 });
-
-test('a short document is scanned with no progress window', async () => {
-  const { plugin, workflow } = setUp();
-  await workflow.scan({ terms: ['nightjar'] });
-  assert.deepEqual(plugin.paramsOf('getFileTexts'), [{ pageIndex: -1 }]);
-  assert.ok(!plugin.commands().some((c) => /ProgressBar$/.test(c)));
-});
-
 test('while a scan waits for its document, the pane names the document the user is looking at', async () => {
   const docs = [{ id: '{DOC-1}', filePath: '/data/report.pdf', pages: PAGES },
     { id: '{DOC-2}', filePath: '/data/other.pdf', pages: ['Kestrel only'] }];
