@@ -3,6 +3,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "engine/redaction.h"
 #include "host_app.h"
 #include "message_box.h"
 #include "save_command.h"
@@ -14,6 +15,8 @@ constexpr int kYesNoCancelWarning = 0x33;
 constexpr int kYes = 6;
 constexpr int kNo = 7;
 constexpr int kCancel = 2;
+constexpr int kOkCancelWarning = 0x31;
+constexpr int kOk = 1;
 
 // The question with the desktop's own words (Save, Don't Save, Cancel); headless, the queued
 // message box answer.
@@ -36,7 +39,24 @@ int AskToSave(HostApp& app, const std::string& text, QWidget* parent) {
 
 }  // namespace
 
-bool ConfirmClose(HostApp& app, HostDocument& document, QWidget* parent) {
+bool ConfirmSaveWithMarks(HostApp& app, HostDocument& document) {
+    std::size_t marks = 0;
+    try {
+        marks = engine::Redactor(document.Engine()).RedactAnnotations().size();
+    } catch (const std::exception&) {
+        return true;  // a damaged page tree: the save reports what it can
+    }
+    if (marks == 0)
+        return true;
+    const std::string text =
+        document.FileName() + " has " + std::to_string(marks) +
+        (marks == 1 ? " redaction mark" : " redaction marks") +
+        " that are not applied yet. Saved as marks, the text under them stays in the file: "
+        "apply them first to remove it. Save with the marks anyway?";
+    return ShowMessageBox(app, {text, "Save", kOkCancelWarning}) == kOk;
+}
+
+bool ConfirmClose(HostApp& app, HostDocument& document, QWidget* parent, bool warnOfMarks) {
     if (!document.IsModified() || document.IsHidden())
         return true;
     const int number = document.Number();
@@ -48,7 +68,10 @@ bool ConfirmClose(HostApp& app, HostDocument& document, QWidget* parent) {
         return false;
     if (answer == kNo)
         return true;
-    return answer == kYes && SaveInPlaceOrAsk(app, *still, parent) != 0;
+    if (answer != kYes || (warnOfMarks && !ConfirmSaveWithMarks(app, *still)))
+        return false;
+    still = app.Documents().FindByNumber(number);
+    return still != nullptr && !still->IsClosing() && SaveInPlaceOrAsk(app, *still, parent) != 0;
 }
 
 }  // namespace pdfhost

@@ -100,10 +100,15 @@ void TrimAppearance(fz_context* ctx, pdf_document* pdf, pdf_obj* annot) {
         fz_trim_buffer(ctx, content);
 }
 
+// Entries from which a page's /Annots array set aside becomes an object of its own.
+constexpr int kOwnAnnotsObjectFrom = 32;
+
 // Sets a page's /Annots array aside for its lifetime in favour of an empty one, so that the page
 // can be loaded to make one annotation without loading every annotation it already holds (which
 // made adding annotations to one page quadratic). Finish appends what the empty array gathered
-// to the page's own array and puts that back; ending without Finish puts it back unchanged.
+// to the page's own array and puts that back; ending without Finish puts it back unchanged. A
+// long array written in the page itself is moved into an object of its own first: putting a
+// direct array back into the page walks all its entries, a reference costs nothing.
 class AnnotsSetAside {
   public:
     AnnotsSetAside(fz_context* ctx, pdf_obj* page, std::string_view what) : ctx_(ctx), page_(page) {
@@ -111,7 +116,12 @@ class AnnotsSetAside {
             pdf_obj* annots = pdf_dict_get(ctx_, page_, PDF_NAME(Annots));
             if (!pdf_is_array(ctx_, annots))
                 return nullptr;
-            pdf_keep_obj(ctx_, annots);
+            if (!pdf_is_indirect(ctx_, annots) &&
+                pdf_array_len(ctx_, annots) >= kOwnAnnotsObjectFrom) {
+                annots = pdf_add_object(ctx_, pdf_get_bound_document(ctx_, page_), annots);
+            } else {
+                pdf_keep_obj(ctx_, annots);
+            }
             pdf_dict_put_array(ctx_, page_, PDF_NAME(Annots), 1);
             return annots;
         });
@@ -285,20 +295,18 @@ std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id) {
         pdf_obj* popup = pdf_dict_get(ctx, pdf_array_get(ctx, annots, at), PDF_NAME(Popup));
         return pdf_is_indirect(ctx, popup) ? pdf_to_num(ctx, popup) : 0;
     });
+    // One guarded walk of the whole array: the page may hold many thousands of entries.
     RemovedAnnotation removed{id, {}};
-    for (int i = 0; i < count; ++i) {
-        const int object = CallMupdf(ctx, what, [&] {
+    CallMupdf(ctx, what, [&] {
+        for (int i = 0; i < count; ++i) {
             pdf_obj* entry = pdf_array_get(ctx, annots, i);
             const int number = AnnotationObject(ctx, entry);
             if (number == id.object || (number > 0 && number == own_popup) ||
                 (number > 0 && IsPopupOf(ctx, entry, id.object))) {
-                return number;
+                removed.entries.push_back({number, i});
             }
-            return 0;
-        });
-        if (object > 0)
-            removed.entries.push_back({object, i});
-    }
+        }
+    });
     for (auto it = removed.entries.rbegin(); it != removed.entries.rend(); ++it)
         CallMupdf(ctx, what, [&] { pdf_array_delete(ctx, annots, it->index); });
     document_.MarkChanged();

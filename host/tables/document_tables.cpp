@@ -52,7 +52,7 @@ void DocClose(HostDoc doc, int keepOpenCheck, int, int) {
             return;
         if (keepOpenCheck != 0) {
             const int number = document->Number();
-            if (!ConfirmClose(app, *document, app.MainWindow()))
+            if (!ConfirmClose(app, *document, app.MainWindow(), !app.Options().headless))
                 return;
             document = app.Documents().FindByNumber(number);
             if (document == nullptr)

@@ -14,40 +14,13 @@
 #include <QToolBar>
 
 #include "close_prompt.h"
-#include "engine/redaction.h"
 #include "host_app.h"
-#include "message_box.h"
 #include "save_command.h"
 #include "ui/account_menu.h"
 #include "ui/document_view.h"
 #include "ui/ribbon_widget.h"
 
 namespace pdfhost::ui {
-namespace {
-
-constexpr int kOkCancelWarning = 0x31;
-constexpr int kOk = 1;
-
-// Whether the user still wants to save a document whose Redact marks are not applied: saved as
-// marks, the text under them stays in the file.
-bool ConfirmSaveWithMarks(HostApp& app, HostDocument& document) {
-    std::size_t marks = 0;
-    try {
-        marks = engine::Redactor(document.Engine()).RedactAnnotations().size();
-    } catch (const std::exception&) {
-        return true;  // a damaged page tree: the save reports what it can
-    }
-    if (marks == 0)
-        return true;
-    const std::string text =
-        document.FileName() + " has " + std::to_string(marks) +
-        (marks == 1 ? " redaction mark" : " redaction marks") +
-        " that are not applied yet. Saved as marks, the text under them stays in the file: "
-        "apply them first to remove it. Save with the marks anyway?";
-    return ShowMessageBox(app, {text, "Save", kOkCancelWarning}) == kOk;
-}
-
-}  // namespace
 
 MainWindow::MainWindow(HostApp& app, QWidget* parent)
     : QMainWindow(parent), app_(app), tabs_(new QTabWidget(this)) {
@@ -215,7 +188,7 @@ void MainWindow::OnTabCloseRequested(int index) {
 
 bool MainWindow::CloseAsked(HostDocument& document) {
     const int number = document.Number();
-    if (!ConfirmClose(app_, document, this))
+    if (!ConfirmClose(app_, document, this, true))
         return false;
     // The prompt's event loop may have closed it already.
     if (HostDocument* still = app_.Documents().FindByNumber(number))
@@ -237,7 +210,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
             continue;
         if (const int index = IndexOf(*document); index >= 0)
             tabs_->setCurrentIndex(index);
-        if (!ConfirmClose(app_, *document, this)) {
+        if (!ConfirmClose(app_, *document, this, true)) {
             event->ignore();
             return;
         }

@@ -121,6 +121,7 @@ QToolButton* RibbonWidget::MakeButton(const RibbonNode& element) {
     button->setDefaultAction(action);
     if (element.elementType == RibbonModel::kDropDownElement) {
         auto* menu = new QMenu(button);
+        menu->setToolTipsVisible(true);  // a disabled entry's tooltip says why
         for (const RibbonNode* entry : app_.Ribbons().Children(element.handle))
             menu->addAction(MakeAction(*entry, menu));
         connect(menu, &QMenu::aboutToShow, this, &RibbonWidget::RefreshStates);

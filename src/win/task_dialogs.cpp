@@ -16,7 +16,6 @@ constexpr int kSignIn = 0;
 constexpr int kSignUp = 1;
 constexpr int kNotNow = 2;
 constexpr int kGoOn = 3;
-constexpr int kResultOk = 1;
 constexpr int kFirstButton = 100;
 
 std::wstring Text(std::string_view key) {
@@ -92,17 +91,4 @@ int ShowInfoTaskDialog(HWND parent) {
     const int chosen = ShowChoice(parent, title, title, Text("IDS_STRING_DLG_INFO_DES"),
                                   {Text("IDS_STRING_GET_STARTED"), Text("IDS_STRING_NOT_NOW")});
     return chosen == 0 ? kGoOn : kNotNow;
-}
-
-int ShowBatchResultTaskDialog(HWND parent, const BatchOutcome& outcome) {
-    std::wstring content = outcome.message;
-    if (!outcome.failedFiles.empty()) {
-        content += L"\n\n" + FromUtf8(BatchTextOf("IDS_RESULT_FAILEDFILES"));
-        for (const std::wstring& file : outcome.failedFiles)
-            content += L"\n" + file;
-    }
-    const UINT icon = outcome.ret == 0 ? MB_ICONINFORMATION : MB_ICONWARNING;
-    return MessageBoxW(parent, content.c_str(), L"Batch Redaction", MB_OK | icon) == IDOK
-               ? kResultOk
-               : 0;
 }

@@ -3,7 +3,8 @@
 
 #include "app/page_dialog_services.h"
 #include "app/platform_services.h"
-#include "batch_file_choice.h"
+#include "batch/batch_files_dialog.h"
+#include "batch/batch_result_dialog.h"
 #include "network_connectivity.h"
 #include "shell_actions.h"
 #include "system_browser_runtime.h"
@@ -63,7 +64,7 @@ class WinPlatformServices final : public PlatformServices {
     }
 
     int ShowBatchResult(HostWindow parent, const BatchOutcome& outcome) override {
-        return ShowBatchResultTaskDialog(WindowOf(parent), outcome);
+        return ShowBatchResultDialog(WindowOf(parent), outcome);
     }
 
     bool IsConnectedToInternet() override { return SystemReachesInternet(); }

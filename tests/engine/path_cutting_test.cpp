@@ -5,25 +5,15 @@
 
 #include <cmath>
 
-#include "annot_test_support.h"
 #include "engine/path_cutting.h"
 #include "engine/redaction.h"
-#include "raw_pdf.h"
+#include "engine_test_support.h"
 
 namespace pdfhost::engine {
 namespace {
 
 using ::testing::HasSubstr;
 using ::testing::Not;
-using testing_support::EngineTest;
-using testing_support::kDocumentTag;
-using testing_support::MatchAnnotation;
-using testing_support::RawDocument;
-using testing_support::RawPage;
-using testing_support::RawPdf;
-using testing_support::Ref;
-using testing_support::RunCommand;
-using testing_support::WriteBytes;
 
 bool StrictlyInside(const PathPoint& p, const Rect& box, float margin = 1e-3f) {
     return p.x > box.left + margin && p.x < box.right - margin && p.y > box.bottom + margin &&
@@ -44,21 +34,30 @@ float Area(const std::vector<Polyline>& polygons) {
     return sum;
 }
 
-float Length(const std::vector<Polyline>& lines) {
-    float sum = 0;
+// Calls `visit` with the ends of each segment of `lines`, closing segments included.
+template <typename Visit>
+void ForEachSegment(const std::vector<Polyline>& lines, Visit visit) {
     for (const Polyline& line : lines) {
         const std::size_t n = line.points.size();
-        for (std::size_t i = 0; i + 1 < n + (line.closed ? 1 : 0); ++i) {
-            const PathPoint& p = line.points[i];
-            const PathPoint& q = line.points[(i + 1) % n];
-            sum += std::hypot(q.x - p.x, q.y - p.y);
-        }
+        for (std::size_t i = 0; i + 1 < n + (line.closed ? 1 : 0); ++i)
+            visit(line.points[i], line.points[(i + 1) % n]);
     }
+}
+
+float Length(const std::vector<Polyline>& lines) {
+    float sum = 0;
+    ForEachSegment(lines, [&](const PathPoint& p, const PathPoint& q) {
+        sum += std::hypot(q.x - p.x, q.y - p.y);
+    });
     return sum;
 }
 
 Polyline Square(float x, float y, float side) {
     return Polyline{{{x, y}, {x + side, y}, {x + side, y + side}, {x, y + side}}, true};
+}
+
+Polyline Open(std::vector<PathPoint> points) {
+    return Polyline{std::move(points), false};
 }
 
 struct CutCase {
@@ -69,29 +68,24 @@ struct CutCase {
     float strokeLength;  // what a stroke of them draws outside the boxes
 };
 
+const float kRoot2 = std::sqrt(2.0f);
+
 const CutCase kCutCases[] = {
-    {"square beside the box", {Square(0, 0, 10)}, {Rect{20, 20, 30, 30}}, 100, 40},
-    {"square half under the box", {Square(0, 0, 10)}, {Rect{5, -5, 20, 20}}, 50, 20},
-    {"box in the middle of a square", {Square(0, 0, 10)}, {Rect{4, 4, 6, 6}}, 96, 40},
-    {"square wholly under the box", {Square(2, 2, 4)}, {Rect{0, 0, 10, 10}}, 0, 0},
-    {"diagonal line through the box",
-     {Polyline{{{0, 0}, {10, 10}}, false}},
-     {Rect{4, 4, 6, 6}},
-     0,
-     8 * std::sqrt(2.0f)},
+    {"square beside the box", {Square(0, 0, 10)}, {{20, 20, 30, 30}}, 100, 40},
+    {"square half under the box", {Square(0, 0, 10)}, {{5, -5, 20, 20}}, 50, 20},
+    {"box in the middle of a square", {Square(0, 0, 10)}, {{4, 4, 6, 6}}, 96, 40},
+    {"square wholly under the box", {Square(2, 2, 4)}, {{0, 0, 10, 10}}, 0, 0},
+    {"diagonal line through the box", {Open({{0, 0}, {10, 10}})}, {{4, 4, 6, 6}}, 0, 8 * kRoot2},
+    // The sides along the box's edges stay.
     {"triangle across the box",
      {Polyline{{{0, 0}, {10, 0}, {0, 10}}, true}},
-     {Rect{0, 0, 5, 2}},
+     {{0, 0, 5, 2}},
      40,
-     20 + 10 * std::sqrt(2.0f)},  // the sides along the box's edges stay
-    {"two boxes on one square",
-     {Square(0, 0, 10)},
-     {Rect{-1, -1, 3, 11}, Rect{7, -1, 11, 11}},
-     40,
-     8},
+     20 + 10 * kRoot2},
+    {"two boxes on one square", {Square(0, 0, 10)}, {{-1, -1, 3, 11}, {7, -1, 11, 11}}, 40, 8},
     {"open polyline leaving and re-entering",
-     {Polyline{{{0, 5}, {10, 5}, {10, 0}, {0, 0}}, false}},
-     {Rect{2, -1, 8, 6}},
+     {Open({{0, 5}, {10, 5}, {10, 0}, {0, 0}})},
+     {{2, -1, 8, 6}},
      20,
      4 + 5 + 4},
 };
@@ -115,17 +109,14 @@ TEST_P(PathCuttingTest, WhatLiesOutsideStaysAndNothingInsideRemains) {
 }
 
 TEST(PathCuttingShapeTest, ShapesMeetingNoBoxComeBackUnchanged) {
-    const std::vector<Polyline> shapes = {Square(0, 0, 10),
-                                          Polyline{{{20, 0}, {30, 0}, {30, 5}}, false}};
+    const std::vector<Polyline> shapes = {Square(0, 0, 10), Open({{20, 0}, {30, 0}, {30, 5}})};
     const std::vector<Rect> boxes = {Rect{50, 50, 60, 60}};
     EXPECT_EQ(StrokeOutside(shapes, boxes), shapes);
     EXPECT_EQ(FillOutside({shapes[0]}, boxes), (std::vector<Polyline>{shapes[0]}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, PathCuttingTest, ::testing::ValuesIn(kCutCases),
-                         [](const auto& info) {
-                             return testing_support::CaseName(info.param.name);
-                         });
+                         [](const auto& info) { return CaseName(info.param.name); });
 
 // ---- In documents: every subpath MuPDF draws on page 1 (curves by their control points), in
 // PDF page space.
@@ -177,23 +168,16 @@ void Walk(fz_context* ctx, fz_device* dev, const fz_path* path, fz_matrix ctm) {
 // Whether some point of a segment of `lines` lies inside `box` (sampled finely).
 bool AnySegmentEnters(const std::vector<Polyline>& lines, const Rect& box) {
     constexpr int kSamples = 256;
-    for (const Polyline& line : lines) {
-        const std::size_t n = line.points.size();
-        for (std::size_t i = 0; i + 1 < n + (line.closed ? 1 : 0); ++i) {
-            const PathPoint& p = line.points[i];
-            const PathPoint& q = line.points[(i + 1) % n];
-            for (int k = 0; k <= kSamples; ++k) {
-                const float t = static_cast<float>(k) / kSamples;
-                if (StrictlyInside(PathPoint{p.x + t * (q.x - p.x), p.y + t * (q.y - p.y)}, box,
-                                   0.01f)) {
-                    return true;
-                }
-            }
+    bool enters = false;
+    ForEachSegment(lines, [&](const PathPoint& p, const PathPoint& q) {
+        for (int k = 0; k <= kSamples; ++k) {
+            const float t = static_cast<float>(k) / kSamples;
+            enters |= StrictlyInside({p.x + t * (q.x - p.x), p.y + t * (q.y - p.y)}, box, 0.01f);
         }
-        if (n == 1 && StrictlyInside(line.points[0], box, 0.01f))
-            return true;
-    }
-    return false;
+    });
+    return enters || std::any_of(lines.begin(), lines.end(), [&](const Polyline& line) {
+               return line.points.size() == 1 && StrictlyInside(line.points[0], box, 0.01f);
+           });
 }
 
 std::vector<Polyline> PathsOf(Context& context, const std::string& path) {
@@ -274,17 +258,12 @@ class PathPlacesTest : public EngineTest, public ::testing::WithParamInterface<P
 
 TEST_P(PathPlacesTest, CrossingPathsKeepNothingUnderTheBox) {
     RawPdf raw;
-    const std::string input = PathOf("in.pdf");
-    WriteBytes(input, GetParam().build(raw));
-    ASSERT_TRUE(AnySegmentEnters(PathsOf(context_, input), kBox));
+    WriteBytes(PathOf("in.pdf"), GetParam().build(raw));
+    ASSERT_TRUE(AnySegmentEnters(PathsOf(context_, PathOf("in.pdf")), kBox));
 
-    Document document = Document::Open(context_, input);
-    Redactor(document).Apply(
-        {Annotations(document).Create(0, MatchAnnotation(document, 0, "Redact", {kBox}, "box"),
-                                      kDocumentTag, -1)},
-        RedactionOptions{false});
-    const std::string output = PathOf("out.pdf");
-    document.SaveFull(output);
+    Document document = Document::Open(context_, PathOf("in.pdf"));
+    const std::string output = ApplyAndSave(document, {AddRedact(document, 0, {kBox})},
+                                            PathOf("out.pdf"), RedactionOptions{false});
 
     const std::vector<Polyline> after = PathsOf(context_, output);
     EXPECT_FALSE(AnySegmentEnters(after, kBox));
@@ -299,13 +278,11 @@ TEST_P(PathPlacesTest, CrossingPathsKeepNothingUnderTheBox) {
     EXPECT_GE(corners, 4);
     EXPECT_THAT(RunCommand("pdfinfo '" + output + "' 2>&1"), Not(HasSubstr("Error")));
     // What lies outside the box still paints: the stroke's start, left of the box.
-    EXPECT_LT(testing_support::GreyAt(output, 55, 701), 250);
+    EXPECT_LT(GreyAt(output, 55, 701), 250);
 }
 
 INSTANTIATE_TEST_SUITE_P(Places, PathPlacesTest, ::testing::ValuesIn(kPathPlaces),
-                         [](const auto& info) {
-                             return testing_support::CaseName(info.param.name);
-                         });
+                         [](const auto& info) { return CaseName(info.param.name); });
 
 }  // namespace
 }  // namespace pdfhost::engine

@@ -8,23 +8,18 @@
 #include <iterator>
 #include <sstream>
 
-#include "annot_test_support.h"
 #include "engine/field_text_finder.h"
 #include "engine/hidden_text_scrubber.h"
 #include "engine/redaction.h"
 #include "engine/text_finder.h"
 #include "engine/text_page.h"
+#include "engine_test_support.h"
 
 namespace pdfhost::engine {
 namespace {
 
 using ::testing::HasSubstr;
 using ::testing::Not;
-using testing_support::EngineTest;
-using testing_support::kDocumentTag;
-using testing_support::MatchAnnotation;
-using testing_support::PdfToText;
-using testing_support::RunCommand;
 
 struct RealDocument {
     const char* file;
@@ -93,16 +88,13 @@ TEST_P(RealDocumentsTest, KnownWordsAreGoneAndTheFileStaysSound) {
     for (int page = 0; page < static_cast<int>(places.size()); ++page) {
         if (places[page].empty())
             continue;
-        boxes.push_back(Annotations(document).Create(
-            page, MatchAnnotation(document, page, "Redact", places[page], "box"), kDocumentTag,
-            -1));
+        boxes.push_back(AddRedact(document, page, places[page]));
     }
     ASSERT_FALSE(boxes.empty()) << "the word is found";
     const RedactionReport report = Redactor(document).Apply(boxes, RedactionOptions{});
     EXPECT_TRUE(report.problems.empty()) << report.problems.front().reason;
     HiddenTextScrubber(document, {real.word}).Run();
-    const std::string output = PathOf("out.pdf");
-    document.SaveFull(output);
+    const std::string output = Saved(document, "out.pdf");
 
     const std::string text = PdfToText(output);
     if (real.byWords) {
@@ -116,9 +108,8 @@ TEST_P(RealDocumentsTest, KnownWordsAreGoneAndTheFileStaysSound) {
     EXPECT_THAT(text, HasSubstr(real.kept));
     if (real.inRawBytes) {
         const std::string word = real.wordUtf8;
-        EXPECT_NE(testing_support::InflatedBytes(context_, input, true).find(word),
-                  std::string::npos);
-        EXPECT_EQ(testing_support::InflatedBytes(context_, output).find(word), std::string::npos);
+        EXPECT_NE(InflatedBytes(context_, input, true).find(word), std::string::npos);
+        EXPECT_EQ(InflatedBytes(context_, output).find(word), std::string::npos);
     }
     Document reopened = Document::Open(context_, output);
     EXPECT_TRUE(PlacesOf(reopened, real.word) ==
@@ -129,9 +120,7 @@ TEST_P(RealDocumentsTest, KnownWordsAreGoneAndTheFileStaysSound) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Public, RealDocumentsTest, ::testing::ValuesIn(kRealDocuments),
-                         [](const auto& info) {
-                             return testing_support::CaseName(info.param.file);
-                         });
+                         [](const auto& info) { return CaseName(info.param.file); });
 
 }  // namespace
 }  // namespace pdfhost::engine

@@ -1,8 +1,11 @@
+// Replacing a match by new text on the page, written by the content writer.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engine/content_stream.h"
 #include "engine/mupdf_call.h"
 #include "engine/mupdf_types.h"
+#include "engine/redaction.h"
 #include "engine/text_replacer.h"
 #include "engine_test_support.h"
 
@@ -11,8 +14,6 @@ namespace {
 
 using ::testing::HasSubstr;
 using ::testing::Not;
-using testing_support::EngineTest;
-using testing_support::RunCommand;
 
 class TextReplacerTest : public EngineTest {
   protected:
@@ -25,20 +26,8 @@ class TextReplacerTest : public EngineTest {
     }
 
     std::string SavedText(Document& document) {
-        const std::string path = PathOf("saved.pdf");
-        document.SaveFull(path);
+        const std::string path = Saved(document, "saved.pdf");
         return RunCommand("pdftotext -layout '" + path + "' -");
-    }
-
-    int CountRedactAnnots(Document& document) {
-        fz_context* ctx = document.fz();
-        const PagePtr page = document.LoadPage(0, "load");
-        return CallMupdf(ctx, "count", [&] {
-            int count = 0;
-            for (pdf_annot* a = pdf_first_annot(ctx, page.get()); a; a = pdf_next_annot(ctx, a))
-                count += pdf_annot_type(ctx, a) == PDF_ANNOT_REDACT ? 1 : 0;
-            return count;
-        });
     }
 };
 
@@ -85,8 +74,7 @@ TEST_F(TextReplacerTest, TheMatchGivesWayToTheNewTextAndNothingElseMoves) {
 }
 
 TEST_F(TextReplacerTest, OtherRedactAnnotationsOfThePageStayUnapplied) {
-    Document document = factory_.Build(
-        PdfDescription{.pages = {PageDescription::TextLines({"secret one", "secret two"})}});
+    Document document = factory_.Build(TextPage({"secret one", "secret two"}));
     {
         fz_context* ctx = document.fz();
         const PagePtr page = document.LoadPage(0, "load");
@@ -98,7 +86,7 @@ TEST_F(TextReplacerTest, OtherRedactAnnotationsOfThePageStayUnapplied) {
     }
     ReplaceMatch(document, 0, Placement(document, U"one"), "1");
 
-    EXPECT_EQ(CountRedactAnnots(document), 1);
+    EXPECT_EQ(Redactor(document).RedactAnnotations().size(), 1u);
     const std::string text = SavedText(document);
     EXPECT_THAT(text, HasSubstr("secret two"));
     EXPECT_THAT(text, HasSubstr("secret 1"));
@@ -106,8 +94,7 @@ TEST_F(TextReplacerTest, OtherRedactAnnotationsOfThePageStayUnapplied) {
 }
 
 TEST_F(TextReplacerTest, ReplacingTheSameMatchTwiceKeepsOnlyTheLastText) {
-    Document document =
-        factory_.Build(PdfDescription{.pages = {PageDescription::TextLines({"Call Alice now"})}});
+    Document document = factory_.Build(TextPage({"Call Alice now"}));
     const MatchPlacement alice = Placement(document, U"Alice");
     ReplaceMatch(document, 0, alice, "Bob");
     ReplaceMatch(document, 0, alice, "Carol");
@@ -129,6 +116,27 @@ TEST_F(TextReplacerTest, ADocumentThatForbidsChangesIsLeftAsItWas) {
     EXPECT_THROW(ReplaceMatch(document, 0, Placement(document, U"Alice"), "Bob"), Error);
     EXPECT_EQ(document.Revision(), revision);
     EXPECT_THROW(ReplaceMatch(document, 0, MatchPlacement{}, "Bob"), Error);
+}
+
+TEST(PdfTextLiteralTest, EscapesAndMapsToLatin1) {
+    EXPECT_EQ(PdfTextLiteral("plain text"), "(plain text)");
+    EXPECT_EQ(PdfTextLiteral("a(b)c\\d"), "(a\\(b\\)c\\\\d)");
+    EXPECT_EQ(PdfTextLiteral("tab\there\n"), "(tab\\011here\\012)");
+    EXPECT_EQ(PdfTextLiteral("Zo\xC3\xAB M\xC3\xBCller"), "(Zo\xEB M\xFCller)");
+    EXPECT_EQ(PdfTextLiteral("\xE2\x82\xAC 5 \xF0\x9F\x98\x80"), "(? 5 ?)");
+    // Malformed, overlong and truncated sequences: one '?' per bad byte, nothing lost after.
+    EXPECT_EQ(PdfTextLiteral("a\xFFz"), "(a?z)");
+    EXPECT_EQ(PdfTextLiteral("\xC1\xA9"),
+              "(?"
+              "?)");
+    EXPECT_EQ(PdfTextLiteral("end\xC3"), "(end?)");
+}
+
+TEST(ContentStreamTest, NumbersArePlainShortDecimals) {
+    ContentStream content;
+    content.MapUnitSquareTo({10.5f, 20.25f, 110.6f, 70.25f});
+    content.Text("F1", 12, -0.0001f, 700.125f, "x");
+    EXPECT_EQ(content.str(), "100.1 0 0 50 10.5 20.25 cm\nBT /F1 12 Tf 0 700.125 Td (x) Tj ET\n");
 }
 
 }  // namespace

@@ -3,10 +3,12 @@
 // the annotation list of a PDF page).
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
-#include "../engine/annot_test_support.h"
+#include "../engine/engine_test_support.h"
+#include "engine/page_object_number.h"
 #include "host_test_support.h"
 #include "wide_text.h"
 
@@ -14,6 +16,16 @@ namespace pdfhost::testing {
 
 class AnnotationTablesTest : public HostFixture {
   protected:
+    // The smallest rectangle round all of `rects`.
+    static engine::Rect Union(const std::vector<engine::Rect>& rects) {
+        engine::Rect all = rects.front();
+        for (const engine::Rect& r : rects) {
+            all = engine::Rect{std::min(all.left, r.left), std::min(all.bottom, r.bottom),
+                               std::max(all.right, r.right), std::max(all.top, r.top)};
+        }
+        return all;
+    }
+
     static NdxObject Numbers(std::initializer_list<float> values) {
         const NdxObject array = Call<NDXArrayNew>();
         if (Call<NDXObjectGetType>(array) == kNdxObjectArray) {
@@ -39,7 +51,7 @@ class AnnotationTablesTest : public HostFixture {
         const NdxObject dict = Call<NDXDictNew>();
         Call<NDXDictSetName>(dict, "Type", "Annot");
         Call<NDXDictSetName>(dict, "Subtype", subtype.c_str());
-        const engine::Rect all = engine::testing_support::Union(rects);
+        const engine::Rect all = Union(rects);
         Call<NDXDictSetRect>(dict, "Rect", NdxRect{all.left, all.bottom, all.right, all.top});
         Call<NDXDictSetInteger>(dict, "F", 4);
         const NdxObject quads = Call<NDXArrayNew>();

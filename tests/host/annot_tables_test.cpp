@@ -56,11 +56,11 @@ TEST_F(AnnotationTablesTest, PlugInDictionaryStandsInTheSavedFileExactly) {
     EXPECT_EQ(Call<NDXObjectGetType>(dict), 0) << "the view took the dictionary over";
     EXPECT_TRUE(document.IsModified());
     EXPECT_EQ(Subtype(annot), "Highlight");
-    const engine::Rect all = engine::testing_support::Union(rects);
+    const engine::Rect all = Union(rects);
     const std::vector<float> corners{all.left, all.bottom, all.right, all.top};
     EXPECT_EQ(testing::Corners(Call<NDXAnnotGetRect>(Call<NDXHostAnnotGetPdfAnnot>(annot))),
               corners);
-    const int page_object = engine::testing_support::PageObjectNumber(document.Engine(), 0);
+    const int page_object = engine::PageObjectNumber(document.Engine(), 0);
 
     const engine::PdfValue saved =
         SavedEntries(app_.Engine(), Save(document), ObjectOf(app_, annot));

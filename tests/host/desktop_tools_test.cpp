@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QIcon>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPalette>
@@ -325,6 +326,10 @@ TEST_F(RibbonFeedbackTest, ADisabledEntrysTooltipSaysWhy) {
         ASSERT_NE(entry, nullptr);
         EXPECT_EQ(entry->isEnabled(), c.enabled == 1);
         EXPECT_EQ(entry->toolTip().toStdString(), c.tooltip) << c.documentOpen << c.enabled;
+        // The entry lives in the drop-down's menu, which shows it only when told to.
+        auto* menu = qobject_cast<QMenu*>(entry->parent());
+        ASSERT_NE(menu, nullptr);
+        EXPECT_TRUE(menu->toolTipsVisible());
     }
 }
 

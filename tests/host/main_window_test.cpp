@@ -105,12 +105,13 @@ class DesktopPromptsTest : public testing::AnnotationTablesTest {
         return *document;
     }
 
-    void Save() {
+    void Trigger(const QString& text) {
         for (QAction* action : window_.findChildren<QAction*>()) {
-            if (action->text() == QStringLiteral("&Save"))
+            if (action->text() == text)
                 action->trigger();
         }
     }
+    void Save() { Trigger(QStringLiteral("&Save")); }
 
     ui::MainWindow window_{app_};
 };
@@ -150,6 +151,22 @@ TEST_F(DesktopPromptsTest, SavingUnappliedRedactMarksAsksFirst) {
     Save();
     EXPECT_FALSE(document.IsModified());
     EXPECT_NE(testing::FileBytes(path).find("/Redact"), std::string::npos);
+
+    // Closing: Save at the close prompt asks about the marks too; Cancel there keeps the
+    // document open and its file as it was.
+    RedactWord(document, 1, "second");
+    const std::string saved = testing::FileBytes(path);
+    app_.Answers().Queue("messageBox", 6);
+    app_.Answers().Queue("messageBox", 2);
+    Trigger(QStringLiteral("&Close"));
+    EXPECT_EQ(app_.Answers().Pending("messageBox"), 0u);
+    ASSERT_EQ(app_.Documents().Active(), &document);
+    EXPECT_EQ(testing::FileBytes(path), saved);
+    app_.Answers().Queue("messageBox", 6);
+    app_.Answers().Queue("messageBox", 1);
+    Trigger(QStringLiteral("&Close"));
+    EXPECT_TRUE(app_.Documents().All().empty());
+    EXPECT_NE(testing::FileBytes(path), saved);
 }
 
 // Answers the password dialogs as they come up, in order; an empty answer cancels.

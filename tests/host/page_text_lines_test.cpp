@@ -5,7 +5,7 @@
 
 #include <fstream>
 
-#include "../engine/raw_pdf.h"
+#include "../engine/engine_test_support.h"
 #include "form_sample.h"
 #include "host_test_support.h"
 #include "wide_text.h"

@@ -1,5 +1,7 @@
 #include "plugin_host_fixture.h"
 
+#include <array>
+#include <cstdio>
 #include <fstream>
 
 #include "bridge/json_text.h"
@@ -67,10 +69,8 @@ std::vector<Json::Value> PluginHostTest::Line(const Json::Value& line) {
 }
 
 std::vector<std::string> PluginHostTest::Post(const std::string& text) {
-    Json::Value line(Json::objectValue);
-    line["post"] = text;
     std::vector<std::string> replies;
-    for (const Json::Value& output : Line(line)) {
+    for (const Json::Value& output : Line(Object({{"post", text}}))) {
         if (output.isMember("reply"))
             replies.push_back(output["reply"].asString());
     }
@@ -80,10 +80,9 @@ std::vector<std::string> PluginHostTest::Post(const std::string& text) {
 Json::Value PluginHostTest::Call(const std::string& command, const Json::Value& params,
                                  const std::string& uuid) {
     Json::Value envelope(Json::arrayValue);
-    envelope.append("base");
-    envelope.append(command);
-    envelope.append(params);
-    envelope.append(uuid);
+    for (const Json::Value& part :
+         {Json::Value("base"), Json::Value(command), params, Json::Value(uuid)})
+        envelope.append(part);
     const std::string text = WriteJson(envelope);
     const auto replies = Post(text.substr(0, text.size() - 1));
     Json::Value reply;
@@ -93,10 +92,7 @@ Json::Value PluginHostTest::Call(const std::string& command, const Json::Value& 
 }
 
 int PluginHostTest::Open(const std::string& path) {
-    Json::Value line(Json::objectValue);
-    line["host"] = "open";
-    line["path"] = path;
-    for (const Json::Value& output : Line(line)) {
+    for (const Json::Value& output : Host("open", {{"path", path}})) {
         if (output.isMember("opened"))
             return output["opened"].asInt();
     }
@@ -108,4 +104,71 @@ std::string PluginHostTest::MakePdf(const std::string& name,
     const std::string path = (folder / name).string();
     pdfhost::engine::PdfFactory(host->Engine()).Write(recipe, path);
     return path;
+}
+
+Json::Value PluginHostTest::Object(Entries entries) {
+    Json::Value object(Json::objectValue);
+    for (const auto& [key, value] : entries)
+        object[key] = value;
+    return object;
+}
+
+std::vector<Json::Value> PluginHostTest::Host(const std::string& command, Entries entries) {
+    Json::Value line = Object(entries);
+    line["host"] = command;
+    const std::vector<Json::Value> output = Line(line);
+    for (const Json::Value& value : output)
+        EXPECT_FALSE(value.isMember("error")) << value;
+    return output;
+}
+
+std::string PluginHostTest::OpenPdf(const std::string& name,
+                                    const pdfhost::engine::PdfDescription& recipe) {
+    const std::string path = MakePdf(name, recipe);
+    EXPECT_GT(Open(path), 0);
+    fileId = Call("getCurrentDoc")["data"][0]["id"].asString();
+    return path;
+}
+
+std::string PluginHostTest::OpenLines(const std::string& name,
+                                      const std::vector<std::string>& lines) {
+    return OpenPdf(name, {.pages = {pdfhost::engine::PageDescription::TextLines(lines)}});
+}
+
+Json::Value PluginHostTest::Find(const std::string& text) {
+    return Call("findTexts", Object({{"file", Object({{"id", fileId}})}, {"text", text}}));
+}
+
+Json::Value PluginHostTest::AddAnnot(const Json::Value& key, int index, const std::string& type,
+                                     const std::string& name, const std::string& contents) {
+    Json::Value params =
+        Object({{"searchKey", key}, {"index", index}, {"type", type}, {"uniqueIDName", name}});
+    if (!contents.empty())
+        params["contents"] = contents;
+    return Call("addAnnot", params);
+}
+
+void PluginHostTest::Mark(const std::string& text, const std::string& name) {
+    const Json::Value found = Find(text);
+    ASSERT_GE(found["data"]["count"].asInt(), 1) << found;
+    ASSERT_EQ(AddAnnot(found["data"]["searchKey"], 0, "redact", name)["ret"].asInt(), 0);
+}
+
+Json::Value PluginHostTest::Apply(const std::vector<std::string>& names) {
+    Host("answer", {{"dialog", "messageBox"}, {"value", 1}});
+    Json::Value params = Object({{"uniqueIDNames", Json::arrayValue}});
+    for (const std::string& name : names)
+        params["uniqueIDNames"].append(name);
+    return Call("redactApply", params);
+}
+
+std::string PluginHostTest::PdfToText(const std::string& path) {
+    std::string text;
+    if (FILE* pipe = popen(("pdftotext '" + path + "' - 2>/dev/null").c_str(), "r")) {
+        std::array<char, 4096> buffer{};
+        while (std::size_t n = fread(buffer.data(), 1, buffer.size(), pipe))
+            text.append(buffer.data(), n);
+        pclose(pipe);
+    }
+    return text;
 }

@@ -6,9 +6,11 @@
 #include <json/value.h>
 
 #include <filesystem>
+#include <initializer_list>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "automation/script_session.h"
@@ -37,9 +39,32 @@ class PluginHostTest : public testing::Test {
     // Writes a generated PDF into the test folder.
     std::string MakePdf(const std::string& name, const pdfhost::engine::PdfDescription& recipe);
 
+    using Entries = std::initializer_list<std::pair<const char*, Json::Value>>;
+    static Json::Value Object(Entries entries);
+    // Runs the host command `command` with `entries`; expects no error among its output lines.
+    std::vector<Json::Value> Host(const std::string& command, Entries entries = {});
+    // Writes and opens a generated PDF; returns its path. Later searches look in it.
+    std::string OpenPdf(const std::string& name, const pdfhost::engine::PdfDescription& recipe);
+    // The same for one page of text `lines`.
+    std::string OpenLines(const std::string& name, const std::vector<std::string>& lines);
+    // findTexts of `text` in the document opened last.
+    Json::Value Find(const std::string& text);
+    // addAnnot of match `index` of the search `key`.
+    Json::Value AddAnnot(const Json::Value& key, int index, const std::string& type,
+                         const std::string& name, const std::string& contents = {});
+    // Finds `text` and marks its first match for redaction as `name`.
+    void Mark(const std::string& text, const std::string& name);
+    // Answers the confirmation with OK and applies the redactions `names`; returns the reply.
+    Json::Value Apply(const std::vector<std::string>& names);
+    // Saves the first document in place.
+    void Save() { Host("save", {{"doc", 1}}); }
+    // What poppler's pdftotext reads from `path`.
+    static std::string PdfToText(const std::string& path);
+
     std::filesystem::path folder;
     std::filesystem::path profile;
     std::unique_ptr<pdfhost::HostApp> host;
+    std::string fileId;  // of the document opened last by OpenPdf
 
   private:
     std::ostringstream out_;

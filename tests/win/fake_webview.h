@@ -145,3 +145,15 @@ class FakeRuntime final : public BrowserRuntime {
     CallLog& log;
     FakeEnvironment& environment;
 };
+
+// The runtime's fakes wired to one another, each writing its calls to one log: the base of the
+// fixtures that start browsers on them.
+class FakeBrowserRuntime {
+  protected:
+    CallLog log_;
+    FakeSettings settings_{log_};
+    FakeWebView webView_{log_, settings_};
+    FakeController controller_{log_, webView_};
+    FakeEnvironment environment_{log_, controller_};
+    FakeRuntime runtime_{log_, environment_};
+};

@@ -11,6 +11,7 @@
 #include "system_paths.h"
 #include "url_download.h"
 #include "win_timers.h"
+#include "window_test_support.h"
 #include "windows_system_name.h"
 #include "winhttp_request.h"
 
@@ -18,10 +19,8 @@ namespace {
 
 void PumpFor(std::chrono::milliseconds span) {
     const auto end = std::chrono::steady_clock::now() + span;
-    MSG message{};
     while (std::chrono::steady_clock::now() < end) {
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-            DispatchMessageW(&message);
+        PumpMessages();
         Sleep(5);
     }
 }

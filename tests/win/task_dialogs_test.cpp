@@ -3,36 +3,9 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <thread>
+#include "window_test_support.h"
 
 namespace {
-
-// Presses a button of the dialog titled `title` once it shows: the task dialog's own message for
-// one of its buttons, or a close for 0.
-class Presser {
-  public:
-    Presser(const wchar_t* title, int button)
-        : thread_([title, button] {
-              const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-              while (std::chrono::steady_clock::now() < end) {
-                  if (const HWND dialog = FindWindowW(nullptr, title); dialog != nullptr) {
-                      if (button == 0)
-                          PostMessageW(dialog, WM_CLOSE, 0, 0);
-                      else
-                          PostMessageW(dialog, TDM_CLICK_BUTTON, button, 0);
-                      return;
-                  }
-                  std::this_thread::sleep_for(std::chrono::milliseconds(20));
-              }
-          }) {}
-    ~Presser() { thread_.join(); }
-
-  private:
-    std::thread thread_;
-};
-
-constexpr const wchar_t* kTitle = L"Welcome to Sable Mark";
 
 TEST(TaskDialogsTest, EachButtonGivesItsChoice) {
     const struct {
@@ -44,9 +17,15 @@ TEST(TaskDialogsTest, EachButtonGivesItsChoice) {
         {true, 100, 3},  {true, 101, 2},  {true, 0, 2},
     };
     for (const auto& c : cases) {
-        const Presser presser(kTitle, c.button);
+        const ModalAnswer press(L"Welcome to Sable Mark", [&](HWND dialog) {
+            if (c.button == 0)
+                PostMessageW(dialog, WM_CLOSE, 0, 0);
+            else
+                PostMessageW(dialog, TDM_CLICK_BUTTON, c.button, 0);
+        });
         const int chosen =
             c.info ? ShowInfoTaskDialog(nullptr) : ShowWelcomeTaskDialog(nullptr, false);
+        EXPECT_TRUE(press.Answered());
         EXPECT_EQ(chosen, c.choice) << c.info << " " << c.button;
     }
 }

@@ -11,6 +11,7 @@
 #include "fake_webview.h"
 #include "system_browser_runtime.h"
 #include "util/utf.h"
+#include "window_test_support.h"
 
 namespace {
 
@@ -24,20 +25,7 @@ class EchoParams final : public BaseDispatcher {
     Json::Value Run() override { return MakeResult(0, Json::Value(params.Text())); }
 };
 
-void PumpMessages() {
-    MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
-HWND MakeParentWindow() {
-    return CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 400, 300, nullptr, nullptr,
-                           nullptr, nullptr);
-}
-
-class WebBrowserTest : public ::testing::Test {
+class WebBrowserTest : public ::testing::Test, protected FakeBrowserRuntime {
   protected:
     WebBrowserTest() {
         commands_.Add(L"echoParams", [](const CommandRequest& request) {
@@ -63,12 +51,6 @@ class WebBrowserTest : public ::testing::Test {
     }
     void Renew() { browser_ = std::make_unique<CWebBrowser>(runtime_, commands_, stream_); }
 
-    CallLog log_;
-    FakeSettings settings_{log_};
-    FakeWebView webView_{log_, settings_};
-    FakeController controller_{log_, webView_};
-    FakeEnvironment environment_{log_, controller_};
-    FakeRuntime runtime_{log_, environment_};
     CommandTable commands_;
     ChannelFileStream stream_;
     HWND parent_ = MakeParentWindow();

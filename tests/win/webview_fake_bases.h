@@ -4,316 +4,145 @@
 
 #include "webview2_interfaces.h"
 
+// A member that answers E_NOTIMPL.
+#define NOT_IMPLEMENTED(Name, ...)                         \
+    HRESULT STDMETHODCALLTYPE Name(__VA_ARGS__) override { \
+        return E_NOTIMPL;                                  \
+    }
+// An event's add and remove members, both answering E_NOTIMPL.
+#define NOT_IMPLEMENTED_EVENT(Name, Handler)                       \
+    NOT_IMPLEMENTED(add_##Name, Handler*, EventRegistrationToken*) \
+    NOT_IMPLEMENTED(remove_##Name, EventRegistrationToken)
+
 struct UnimplementedCoreWebView2_2 : ICoreWebView2_2 {
-    HRESULT STDMETHODCALLTYPE get_Settings(ICoreWebView2Settings**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_Source(LPWSTR*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Navigate(LPCWSTR) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE NavigateToString(LPCWSTR) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE add_NavigationStarting(ICoreWebView2NavigationStartingEventHandler*,
-                                                     EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_NavigationStarting(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_ContentLoading(ICoreWebView2ContentLoadingEventHandler*,
-                                                 EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_ContentLoading(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_SourceChanged(ICoreWebView2SourceChangedEventHandler*,
-                                                EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_SourceChanged(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_HistoryChanged(ICoreWebView2HistoryChangedEventHandler*,
-                                                 EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_HistoryChanged(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_NavigationCompleted(ICoreWebView2NavigationCompletedEventHandler*,
-                                                      EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_NavigationCompleted(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_FrameNavigationStarting(
-        ICoreWebView2NavigationStartingEventHandler*, EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_FrameNavigationStarting(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_FrameNavigationCompleted(
-        ICoreWebView2NavigationCompletedEventHandler*, EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_FrameNavigationCompleted(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_ScriptDialogOpening(ICoreWebView2ScriptDialogOpeningEventHandler*,
-                                                      EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_ScriptDialogOpening(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_PermissionRequested(ICoreWebView2PermissionRequestedEventHandler*,
-                                                      EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_PermissionRequested(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_ProcessFailed(ICoreWebView2ProcessFailedEventHandler*,
-                                                EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_ProcessFailed(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE AddScriptToExecuteOnDocumentCreated(
-        LPCWSTR, ICoreWebView2AddScriptToExecuteOnDocumentCreatedCompletedHandler*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE RemoveScriptToExecuteOnDocumentCreated(LPCWSTR) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE ExecuteScript(LPCWSTR,
-                                            ICoreWebView2ExecuteScriptCompletedHandler*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE
-    CapturePreview(COREWEBVIEW2_CAPTURE_PREVIEW_IMAGE_FORMAT, IStream*,
-                   ICoreWebView2CapturePreviewCompletedHandler*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE Reload() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE PostWebMessageAsJson(LPCWSTR) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE PostWebMessageAsString(LPCWSTR) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE add_WebMessageReceived(ICoreWebView2WebMessageReceivedEventHandler*,
-                                                     EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_WebMessageReceived(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE CallDevToolsProtocolMethod(
-        LPCWSTR, LPCWSTR, ICoreWebView2CallDevToolsProtocolMethodCompletedHandler*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE get_BrowserProcessId(UINT32*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_CanGoBack(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_CanGoForward(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GoBack() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GoForward() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetDevToolsProtocolEventReceiver(
-        LPCWSTR, ICoreWebView2DevToolsProtocolEventReceiver**) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE Stop() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE add_NewWindowRequested(ICoreWebView2NewWindowRequestedEventHandler*,
-                                                     EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_NewWindowRequested(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_DocumentTitleChanged(
-        ICoreWebView2DocumentTitleChangedEventHandler*, EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_DocumentTitleChanged(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE get_DocumentTitle(LPWSTR*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE AddHostObjectToScript(LPCWSTR, VARIANT*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE RemoveHostObjectFromScript(LPCWSTR) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE OpenDevToolsWindow() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE
-    add_ContainsFullScreenElementChanged(ICoreWebView2ContainsFullScreenElementChangedEventHandler*,
-                                         EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE
-    remove_ContainsFullScreenElementChanged(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE get_ContainsFullScreenElement(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE add_WebResourceRequested(
-        ICoreWebView2WebResourceRequestedEventHandler*, EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_WebResourceRequested(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE
-    AddWebResourceRequestedFilter(const LPCWSTR, const COREWEBVIEW2_WEB_RESOURCE_CONTEXT) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE RemoveWebResourceRequestedFilter(
-        const LPCWSTR, const COREWEBVIEW2_WEB_RESOURCE_CONTEXT) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_WindowCloseRequested(
-        ICoreWebView2WindowCloseRequestedEventHandler*, EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_WindowCloseRequested(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_WebResourceResponseReceived(
-        ICoreWebView2WebResourceResponseReceivedEventHandler*, EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_WebResourceResponseReceived(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE
-    NavigateWithWebResourceRequest(ICoreWebView2WebResourceRequest*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_DOMContentLoaded(ICoreWebView2DOMContentLoadedEventHandler*,
-                                                   EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_DOMContentLoaded(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE get_CookieManager(ICoreWebView2CookieManager**) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE get_Environment(ICoreWebView2Environment**) override {
-        return E_NOTIMPL;
-    }
+    NOT_IMPLEMENTED(get_Settings, ICoreWebView2Settings**)
+    NOT_IMPLEMENTED(get_Source, LPWSTR*)
+    NOT_IMPLEMENTED(Navigate, LPCWSTR)
+    NOT_IMPLEMENTED(NavigateToString, LPCWSTR)
+    NOT_IMPLEMENTED_EVENT(NavigationStarting, ICoreWebView2NavigationStartingEventHandler)
+    NOT_IMPLEMENTED_EVENT(ContentLoading, ICoreWebView2ContentLoadingEventHandler)
+    NOT_IMPLEMENTED_EVENT(SourceChanged, ICoreWebView2SourceChangedEventHandler)
+    NOT_IMPLEMENTED_EVENT(HistoryChanged, ICoreWebView2HistoryChangedEventHandler)
+    NOT_IMPLEMENTED_EVENT(NavigationCompleted, ICoreWebView2NavigationCompletedEventHandler)
+    NOT_IMPLEMENTED_EVENT(FrameNavigationStarting, ICoreWebView2NavigationStartingEventHandler)
+    NOT_IMPLEMENTED_EVENT(FrameNavigationCompleted, ICoreWebView2NavigationCompletedEventHandler)
+    NOT_IMPLEMENTED_EVENT(ScriptDialogOpening, ICoreWebView2ScriptDialogOpeningEventHandler)
+    NOT_IMPLEMENTED_EVENT(PermissionRequested, ICoreWebView2PermissionRequestedEventHandler)
+    NOT_IMPLEMENTED_EVENT(ProcessFailed, ICoreWebView2ProcessFailedEventHandler)
+    NOT_IMPLEMENTED(AddScriptToExecuteOnDocumentCreated, LPCWSTR,
+                    ICoreWebView2AddScriptToExecuteOnDocumentCreatedCompletedHandler*)
+    NOT_IMPLEMENTED(RemoveScriptToExecuteOnDocumentCreated, LPCWSTR)
+    NOT_IMPLEMENTED(ExecuteScript, LPCWSTR, ICoreWebView2ExecuteScriptCompletedHandler*)
+    NOT_IMPLEMENTED(CapturePreview, COREWEBVIEW2_CAPTURE_PREVIEW_IMAGE_FORMAT, IStream*,
+                    ICoreWebView2CapturePreviewCompletedHandler*)
+    NOT_IMPLEMENTED(Reload)
+    NOT_IMPLEMENTED(PostWebMessageAsJson, LPCWSTR)
+    NOT_IMPLEMENTED(PostWebMessageAsString, LPCWSTR)
+    NOT_IMPLEMENTED_EVENT(WebMessageReceived, ICoreWebView2WebMessageReceivedEventHandler)
+    NOT_IMPLEMENTED(CallDevToolsProtocolMethod, LPCWSTR, LPCWSTR,
+                    ICoreWebView2CallDevToolsProtocolMethodCompletedHandler*)
+    NOT_IMPLEMENTED(get_BrowserProcessId, UINT32*)
+    NOT_IMPLEMENTED(get_CanGoBack, BOOL*)
+    NOT_IMPLEMENTED(get_CanGoForward, BOOL*)
+    NOT_IMPLEMENTED(GoBack)
+    NOT_IMPLEMENTED(GoForward)
+    NOT_IMPLEMENTED(GetDevToolsProtocolEventReceiver, LPCWSTR,
+                    ICoreWebView2DevToolsProtocolEventReceiver**)
+    NOT_IMPLEMENTED(Stop)
+    NOT_IMPLEMENTED_EVENT(NewWindowRequested, ICoreWebView2NewWindowRequestedEventHandler)
+    NOT_IMPLEMENTED_EVENT(DocumentTitleChanged, ICoreWebView2DocumentTitleChangedEventHandler)
+    NOT_IMPLEMENTED(get_DocumentTitle, LPWSTR*)
+    NOT_IMPLEMENTED(AddHostObjectToScript, LPCWSTR, VARIANT*)
+    NOT_IMPLEMENTED(RemoveHostObjectFromScript, LPCWSTR)
+    NOT_IMPLEMENTED(OpenDevToolsWindow)
+    NOT_IMPLEMENTED_EVENT(ContainsFullScreenElementChanged,
+                          ICoreWebView2ContainsFullScreenElementChangedEventHandler)
+    NOT_IMPLEMENTED(get_ContainsFullScreenElement, BOOL*)
+    NOT_IMPLEMENTED_EVENT(WebResourceRequested, ICoreWebView2WebResourceRequestedEventHandler)
+    NOT_IMPLEMENTED(AddWebResourceRequestedFilter, const LPCWSTR,
+                    const COREWEBVIEW2_WEB_RESOURCE_CONTEXT)
+    NOT_IMPLEMENTED(RemoveWebResourceRequestedFilter, const LPCWSTR,
+                    const COREWEBVIEW2_WEB_RESOURCE_CONTEXT)
+    NOT_IMPLEMENTED_EVENT(WindowCloseRequested, ICoreWebView2WindowCloseRequestedEventHandler)
+    NOT_IMPLEMENTED_EVENT(WebResourceResponseReceived,
+                          ICoreWebView2WebResourceResponseReceivedEventHandler)
+    NOT_IMPLEMENTED(NavigateWithWebResourceRequest, ICoreWebView2WebResourceRequest*)
+    NOT_IMPLEMENTED_EVENT(DOMContentLoaded, ICoreWebView2DOMContentLoadedEventHandler)
+    NOT_IMPLEMENTED(get_CookieManager, ICoreWebView2CookieManager**)
+    NOT_IMPLEMENTED(get_Environment, ICoreWebView2Environment**)
 };
 
 struct UnimplementedCoreWebView2Environment2 : ICoreWebView2Environment2 {
-    HRESULT STDMETHODCALLTYPE CreateCoreWebView2Controller(
-        HWND, ICoreWebView2CreateCoreWebView2ControllerCompletedHandler*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE CreateWebResourceResponse(
-        IStream*, int, LPCWSTR, LPCWSTR, ICoreWebView2WebResourceResponse**) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE get_BrowserVersionString(LPWSTR*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE add_NewBrowserVersionAvailable(
-        ICoreWebView2NewBrowserVersionAvailableEventHandler*, EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_NewBrowserVersionAvailable(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE CreateWebResourceRequest(LPCWSTR, LPCWSTR, IStream*, LPCWSTR,
-                                                       ICoreWebView2WebResourceRequest**) override {
-        return E_NOTIMPL;
-    }
+    NOT_IMPLEMENTED(CreateCoreWebView2Controller, HWND,
+                    ICoreWebView2CreateCoreWebView2ControllerCompletedHandler*)
+    NOT_IMPLEMENTED(CreateWebResourceResponse, IStream*, int, LPCWSTR, LPCWSTR,
+                    ICoreWebView2WebResourceResponse**)
+    NOT_IMPLEMENTED(get_BrowserVersionString, LPWSTR*)
+    NOT_IMPLEMENTED_EVENT(NewBrowserVersionAvailable,
+                          ICoreWebView2NewBrowserVersionAvailableEventHandler)
+    NOT_IMPLEMENTED(CreateWebResourceRequest, LPCWSTR, LPCWSTR, IStream*, LPCWSTR,
+                    ICoreWebView2WebResourceRequest**)
 };
 
 struct UnimplementedCoreWebView2Controller : ICoreWebView2Controller {
-    HRESULT STDMETHODCALLTYPE get_IsVisible(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_IsVisible(BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_Bounds(RECT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_Bounds(RECT) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_ZoomFactor(double*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_ZoomFactor(double) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE add_ZoomFactorChanged(ICoreWebView2ZoomFactorChangedEventHandler*,
-                                                    EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_ZoomFactorChanged(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE SetBoundsAndZoomFactor(RECT, double) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE MoveFocus(COREWEBVIEW2_MOVE_FOCUS_REASON) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_MoveFocusRequested(ICoreWebView2MoveFocusRequestedEventHandler*,
-                                                     EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_MoveFocusRequested(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_GotFocus(ICoreWebView2FocusChangedEventHandler*,
-                                           EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_GotFocus(EventRegistrationToken) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE add_LostFocus(ICoreWebView2FocusChangedEventHandler*,
-                                            EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_LostFocus(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE add_AcceleratorKeyPressed(
-        ICoreWebView2AcceleratorKeyPressedEventHandler*, EventRegistrationToken*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE remove_AcceleratorKeyPressed(EventRegistrationToken) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE get_ParentWindow(HWND*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_ParentWindow(HWND) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE NotifyParentWindowPositionChanged() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Close() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_CoreWebView2(ICoreWebView2**) override { return E_NOTIMPL; }
+    NOT_IMPLEMENTED(get_IsVisible, BOOL*)
+    NOT_IMPLEMENTED(put_IsVisible, BOOL)
+    NOT_IMPLEMENTED(get_Bounds, RECT*)
+    NOT_IMPLEMENTED(put_Bounds, RECT)
+    NOT_IMPLEMENTED(get_ZoomFactor, double*)
+    NOT_IMPLEMENTED(put_ZoomFactor, double)
+    NOT_IMPLEMENTED_EVENT(ZoomFactorChanged, ICoreWebView2ZoomFactorChangedEventHandler)
+    NOT_IMPLEMENTED(SetBoundsAndZoomFactor, RECT, double)
+    NOT_IMPLEMENTED(MoveFocus, COREWEBVIEW2_MOVE_FOCUS_REASON)
+    NOT_IMPLEMENTED_EVENT(MoveFocusRequested, ICoreWebView2MoveFocusRequestedEventHandler)
+    NOT_IMPLEMENTED_EVENT(GotFocus, ICoreWebView2FocusChangedEventHandler)
+    NOT_IMPLEMENTED_EVENT(LostFocus, ICoreWebView2FocusChangedEventHandler)
+    NOT_IMPLEMENTED_EVENT(AcceleratorKeyPressed, ICoreWebView2AcceleratorKeyPressedEventHandler)
+    NOT_IMPLEMENTED(get_ParentWindow, HWND*)
+    NOT_IMPLEMENTED(put_ParentWindow, HWND)
+    NOT_IMPLEMENTED(NotifyParentWindowPositionChanged)
+    NOT_IMPLEMENTED(Close)
+    NOT_IMPLEMENTED(get_CoreWebView2, ICoreWebView2**)
 };
 
 struct UnimplementedCoreWebView2Settings : ICoreWebView2Settings {
-    HRESULT STDMETHODCALLTYPE get_IsScriptEnabled(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_IsScriptEnabled(BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_IsWebMessageEnabled(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_IsWebMessageEnabled(BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_AreDefaultScriptDialogsEnabled(BOOL*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE put_AreDefaultScriptDialogsEnabled(BOOL) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE get_IsStatusBarEnabled(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_IsStatusBarEnabled(BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_AreDevToolsEnabled(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_AreDevToolsEnabled(BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_AreDefaultContextMenusEnabled(BOOL*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE put_AreDefaultContextMenusEnabled(BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_AreHostObjectsAllowed(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_AreHostObjectsAllowed(BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_IsZoomControlEnabled(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_IsZoomControlEnabled(BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_IsBuiltInErrorPageEnabled(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_IsBuiltInErrorPageEnabled(BOOL) override { return E_NOTIMPL; }
+    NOT_IMPLEMENTED(get_IsScriptEnabled, BOOL*)
+    NOT_IMPLEMENTED(put_IsScriptEnabled, BOOL)
+    NOT_IMPLEMENTED(get_IsWebMessageEnabled, BOOL*)
+    NOT_IMPLEMENTED(put_IsWebMessageEnabled, BOOL)
+    NOT_IMPLEMENTED(get_AreDefaultScriptDialogsEnabled, BOOL*)
+    NOT_IMPLEMENTED(put_AreDefaultScriptDialogsEnabled, BOOL)
+    NOT_IMPLEMENTED(get_IsStatusBarEnabled, BOOL*)
+    NOT_IMPLEMENTED(put_IsStatusBarEnabled, BOOL)
+    NOT_IMPLEMENTED(get_AreDevToolsEnabled, BOOL*)
+    NOT_IMPLEMENTED(put_AreDevToolsEnabled, BOOL)
+    NOT_IMPLEMENTED(get_AreDefaultContextMenusEnabled, BOOL*)
+    NOT_IMPLEMENTED(put_AreDefaultContextMenusEnabled, BOOL)
+    NOT_IMPLEMENTED(get_AreHostObjectsAllowed, BOOL*)
+    NOT_IMPLEMENTED(put_AreHostObjectsAllowed, BOOL)
+    NOT_IMPLEMENTED(get_IsZoomControlEnabled, BOOL*)
+    NOT_IMPLEMENTED(put_IsZoomControlEnabled, BOOL)
+    NOT_IMPLEMENTED(get_IsBuiltInErrorPageEnabled, BOOL*)
+    NOT_IMPLEMENTED(put_IsBuiltInErrorPageEnabled, BOOL)
 };
 
 struct UnimplementedCoreWebView2WebMessageReceivedEventArgs
     : ICoreWebView2WebMessageReceivedEventArgs {
-    HRESULT STDMETHODCALLTYPE get_Source(LPWSTR*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_WebMessageAsJson(LPWSTR*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE TryGetWebMessageAsString(LPWSTR*) override { return E_NOTIMPL; }
+    NOT_IMPLEMENTED(get_Source, LPWSTR*)
+    NOT_IMPLEMENTED(get_WebMessageAsJson, LPWSTR*)
+    NOT_IMPLEMENTED(TryGetWebMessageAsString, LPWSTR*)
 };
 
 struct UnimplementedCoreWebView2NavigationStartingEventArgs
     : ICoreWebView2NavigationStartingEventArgs {
-    HRESULT STDMETHODCALLTYPE get_Uri(LPWSTR*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_IsUserInitiated(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_IsRedirected(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_RequestHeaders(ICoreWebView2HttpRequestHeaders**) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE get_Cancel(BOOL*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE put_Cancel(BOOL) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE get_NavigationId(UINT64*) override { return E_NOTIMPL; }
+    NOT_IMPLEMENTED(get_Uri, LPWSTR*)
+    NOT_IMPLEMENTED(get_IsUserInitiated, BOOL*)
+    NOT_IMPLEMENTED(get_IsRedirected, BOOL*)
+    NOT_IMPLEMENTED(get_RequestHeaders, ICoreWebView2HttpRequestHeaders**)
+    NOT_IMPLEMENTED(get_Cancel, BOOL*)
+    NOT_IMPLEMENTED(put_Cancel, BOOL)
+    NOT_IMPLEMENTED(get_NavigationId, UINT64*)
 };
+
+#undef NOT_IMPLEMENTED_EVENT
+#undef NOT_IMPLEMENTED

@@ -15,6 +15,7 @@
 #include "logging/async_logger.h"
 #include "web_browser.h"
 #include "win_timers.h"
+#include "window_test_support.h"
 
 namespace {
 
@@ -40,13 +41,7 @@ class LendingHost final : public HostApiDefaults {
     std::vector<HostWindow> closed;
 };
 
-void PumpMessages() {
-    MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-        DispatchMessageW(&message);
-}
-
-class WinPageDialogTest : public ::testing::Test {
+class WinPageDialogTest : public ::testing::Test, protected FakeBrowserRuntime {
   protected:
     WinPageDialogTest() { browserExt_->table = reinterpret_cast<HostExtTable>(&host_); }
     ~WinPageDialogTest() override { DestroyWindow(parent_); }
@@ -55,12 +50,6 @@ class WinPageDialogTest : public ::testing::Test {
         return std::make_unique<WinPageDialog>(services_, runtime_, kind, parent_);
     }
 
-    CallLog log_;
-    FakeSettings settings_{log_};
-    FakeWebView webView_{log_, settings_};
-    FakeController controller_{log_, webView_};
-    FakeEnvironment environment_{log_, controller_};
-    FakeRuntime runtime_{log_, environment_};
     LendingHost host_;
     FakePlatform platform_;
     CommandTable commands_;
@@ -73,8 +62,7 @@ class WinPageDialogTest : public ::testing::Test {
     PageDialogServices services_{host_,     platform_,      commands_,   AsyncLogger::Instance(),
                                  config_,   serviceConfig_, browserExt_, accountPage_,
                                  hostPage_, browserStream_, paneStream_, batchStream_};
-    HWND parent_ = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 500, 400, nullptr,
-                                   nullptr, nullptr, nullptr);
+    HWND parent_ = MakeParentWindow();
 };
 
 TEST_F(WinPageDialogTest, ThePaneShowsTheHostViewUntilItsBrowserHasLoaded) {

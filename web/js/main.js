@@ -8,7 +8,9 @@
   const bridge = new S.bridge.Bridge(() => root.chrome && root.chrome.webview);
   const workflow = new S.workflow.Workflow({ bridge });
   if (options.accountPage) workflow.page = 'account';
-  workflow.userMarks = new S.userMarks.UserMarks({ workflow });
+  workflow.userMarks = new S.userMarks.UserMarks({
+    workflow, beforeScan: !options.auto && !options.batch,
+  });
   workflow.usage = new S.accountUsage.AccountUsage({
     workflow, address: options.service, fetch: (...args) => root.fetch(...args),
   });

@@ -1,15 +1,18 @@
 // The user's own redaction marks: Redact annotations drawn in the editor (its Redact tool), not
 // made by this page. When the editor says that the document changed, the page asks whether the
-// document holds marks it did not make, and lists them beside its findings as "Your marks". The
-// editor names no page for them, and the apply can take them only as "every mark of the
-// document": while they are ticked, Apply burns in every Redact mark the document holds, the
-// page's kept marks and the user's own together.
+// document holds marks it did not make, and lists them beside its findings as "Your marks" (in the
+// pane, before any scan too, in a review of them alone). The editor names no page for them, and
+// the apply can take them only as "every mark of the document": while they are ticked, Apply
+// burns in every Redact mark the document holds, the page's kept marks and the user's own
+// together.
 (function (root) {
   'use strict';
 
   class UserMarks {
-    constructor({ workflow }) {
+    // beforeScan: look for the user's marks before any scan (the pane, not an unattended run).
+    constructor({ workflow, beforeScan = false }) {
       this.workflow = workflow;
+      this.beforeScan = beforeScan;
       this._docs = new Map(); // document id -> {present, included}
       this._asking = null; // the document id being asked about
     }
@@ -49,6 +52,13 @@
       const session = this.workflow.current;
       if (event.name === 'ev-doc-closed') this._docs.delete(event.data.id);
       if (event.name !== 'ev-doc-modified' && event.name !== 'ev-doc-activate') return;
+      if (!session && event.name === 'ev-doc-modified') {
+        // Before any scan: asked again, now or once the page is idle (see follow).
+        const state = this._docs.get(event.data.id);
+        if (state) this._docs.set(event.data.id, { ...state, present: null });
+        this.follow();
+        return;
+      }
       if (!session || session.batch || session.doc.id !== event.data.id || session.applied) return;
       // A change while one of the page's own commands runs is that command's.
       if (event.name === 'ev-doc-modified' && this.workflow.bridge.busy) return;
@@ -75,11 +85,19 @@
     // A listener of the workflow: a session that the page has not asked about yet (a new scan)
     // is asked about once the workflow is idle. A batch's document is never the active one, the
     // one the question is about.
+    // Before any scan of the active document, marks of the user's open a review of them alone.
     follow() {
       const session = this.workflow.current;
       if (session && !session.batch && !session.applied && !this.workflow.busy &&
         this.stateOf(session.doc.id).present === null) {
         this.refresh(session).catch(() => {});
+      }
+      const active = this.workflow.activeDoc;
+      if (this.beforeScan && !session && active && !this.workflow.busy &&
+        this.stateOf(active.id).present === null && this._asking === null) {
+        this.refresh({ doc: active })
+          .then(() => this.stateOf(active.id).present && this.workflow.reviewOwnMarks(active.id))
+          .catch(() => {});
       }
     }
 

@@ -254,7 +254,7 @@
         : 'No document';
 
       $('scan').disabled = workflow.busy;
-      $('scan').textContent = session && !session.applied ? 'Scan again' : 'Scan';
+      $('scan').textContent = session && !session.applied && session.scanned ? 'Scan again' : 'Scan';
       $('apply').disabled = workflow.busy || !workflow.canApply();
       const unmarked = workflow.unmarkedFindings().length > 0;
       $('save').hidden = !session || !session.applied || session.saved;

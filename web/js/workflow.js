@@ -80,6 +80,27 @@
     return dot > 0 ? name.slice(0, dot) + suffix + name.slice(dot) : name + suffix;
   }
 
+  // A document's review: its findings, what the user decided and what became of them.
+  function newSession(doc, batch) {
+    return {
+      doc,
+      pageCount: 0,
+      findings: [],
+      notices: [],
+      stale: false,
+      marked: false,
+      applied: false,
+      saved: false,
+      output: null,
+      summary: null,
+      unmarked: [],
+      verification: null,
+      batch,
+      textless: [], // pages without text to search
+      scanned: true, // false: opened for the user's own marks, before any scan
+    };
+  }
+
   class Workflow {
     constructor({ bridge, nameBase, onChange } = {}) {
       this.bridge = bridge;
@@ -225,8 +246,11 @@
       }).then(() => this.loadAccount());
     }
 
-    // Asks the editor for its current document; null when none is open.
+    // Asks the editor for its current document; null when none is open. While an operation runs
+    // (a scan waiting for its own document to come back, say) the active document is read at
+    // once instead of after it, so the pane names the document the user is looking at.
     refreshDocument() {
+      if (this.busy) return this._peekDocument();
       return this._run('Looking for the current document', async () => {
         try {
           this.activeDoc = await this._currentDoc();
@@ -238,6 +262,36 @@
         if (this.activeDoc && !this.current) this.status = `Ready to scan ${this.activeDoc.name || 'the document'}.`;
         return this.activeDoc;
       });
+    }
+
+    // A review without findings for the active document, whose only marks are those the user
+    // drew in the editor: the pane lists them and Apply & save can take them before any scan.
+    reviewOwnMarks(id) {
+      return this._run('Looking for the current document', async () => {
+        if (this.current) return this.current;
+        const doc = await this._currentDoc();
+        if (doc.id !== id) return null;
+        const session = newSession(doc, false);
+        session.scanned = false;
+        this.sessions.set(doc.id, session);
+        this.current = session;
+        this.activeDoc = doc;
+        this.status = 'Your marks are listed: Apply & save redacts them, Scan finds more.';
+        return session;
+      });
+    }
+
+    async _peekDocument() {
+      try {
+        const doc = await this._currentDoc();
+        if (doc.id === this._activeId && !this.current) {
+          this.activeDoc = doc;
+          this._notify();
+        }
+        return doc;
+      } catch (error) {
+        return null;
+      }
     }
 
     async _currentDoc() {
@@ -266,22 +320,7 @@
         // Marks of an earlier scan of the same, unchanged text fit the same matches again.
         const reusable = previous && !previous.applied && !previous.stale;
         if (previous) await (reusable ? this._clearSelection(previous) : this._retire(previous));
-        const session = {
-          doc,
-          pageCount: 0,
-          findings: [],
-          notices: [],
-          stale: false,
-          marked: false,
-          applied: false,
-          saved: false,
-          output: null,
-          summary: null,
-          unmarked: [],
-          verification: null,
-          batch: Boolean(options.batch),
-          textless: [], // pages without text to search
-        };
+        const session = newSession(doc, Boolean(options.batch));
         this.sessions.set(doc.id, session);
         this.current = session;
         this._scanning = session;

@@ -114,7 +114,8 @@ class FakePlugin {
 
   _getFileTexts({ pageIndex }) {
     if (!this.doc) return [300001];
-    return [0, pageIndex === -1 ? this.doc.pages : [this.doc.pages[pageIndex]]];
+    if (pageIndex === -1) return [0, this.doc.pages];
+    return pageIndex >= 0 && pageIndex < this.doc.pages.length ? [0, [this.doc.pages[pageIndex]]] : [400013];
   }
 
   // The recognition gives each page without text the text of `ocrTexts` (page -> text); a

@@ -138,3 +138,37 @@ test('without the user\'s marks Apply has nothing to do and applies nothing', as
     assert.equal(context.workflow.canApply(), false, name);
   }
 });
+
+test('before any scan, marks the user draws are listed alone and Apply & save takes them', async () => {
+  const plugin = new FakePlugin({ docs: DOCS });
+  const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 't' });
+  workflow.userMarks = new UserMarks({ workflow, beforeScan: true });
+  workflow.onChange(() => workflow.userMarks.follow());
+  plugin.onEvent = (event) => {
+    workflow.handleEvent(parseEvent(event));
+    workflow.userMarks.handleEvent(parseEvent(event));
+  };
+  await workflow.refreshDocument();
+  await settled();
+  assert.equal(workflow.current, null, 'no mark of the user\'s: nothing to review yet');
+  assert.deepEqual(plugin.commands(), ['getCurrentDoc', 'hasOtherRedact']);
+
+  plugin.otherRedact = true; // the user draws an area with the editor's Redact tool
+  plugin.emit('ev-doc-modified', { id: '{DOC-1}' });
+  for (let wait = 0; wait < 50 && !workflow.current; wait++) await settled();
+  assert.equal(workflow.current.scanned, false);
+  assert.equal(workflow.userMarks.listed(workflow.current), true);
+  assert.equal(workflow.canApply(), true);
+  const session = await workflow.apply();
+  assert.deepEqual(plugin.paramsOf('redactApply'), ['']);
+  assert.ok(session.applied && session.saved && session.summary.userMarks);
+
+  // A scan afterwards of a document with marks of the user's starts from that review.
+  const other = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 'u' });
+  other.userMarks = new UserMarks({ workflow: other }); // an unattended run does not look first
+  other.onChange(() => other.userMarks.follow());
+  plugin.calls.length = 0;
+  await other.refreshDocument();
+  await settled();
+  assert.deepEqual(plugin.commands(), ['getCurrentDoc']);
+});

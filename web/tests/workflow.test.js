@@ -423,3 +423,25 @@ test('a short document is scanned with no progress window', async () => {
   assert.deepEqual(plugin.paramsOf('getFileTexts'), [{ pageIndex: -1 }]);
   assert.ok(!plugin.commands().some((c) => /ProgressBar$/.test(c)));
 });
+
+test('while a scan waits for its document, the pane names the document the user is looking at', async () => {
+  const docs = [{ id: '{DOC-1}', filePath: '/data/report.pdf', pages: PAGES },
+    { id: '{DOC-2}', filePath: '/data/other.pdf', pages: ['Kestrel only'] }];
+  const { plugin, workflow } = setUp({ docs });
+  plugin.activate(0);
+  const read = plugin._getFileTexts.bind(plugin);
+  let header = null;
+  plugin._getFileTexts = (params) => {
+    const texts = read(params);
+    plugin.activate(1); // the user switches tabs while the text is read
+    header = workflow.refreshDocument().then(() => workflow.activeDoc && workflow.activeDoc.name);
+    return texts;
+  };
+  const scanned = workflow.scan({ terms: ['nightjar'] });
+  for (let wait = 0; wait < 200 && !header; wait++) await new Promise((resolve) => setTimeout(resolve, 10));
+  const late = new Promise((resolve) => setTimeout(() => resolve('(not before the scan ends)'), 2000));
+  assert.equal(await Promise.race([header, late]), 'other.pdf');
+  plugin._getFileTexts = read;
+  plugin.activate(0);
+  assert.equal((await scanned).doc.id, '{DOC-1}');
+});
