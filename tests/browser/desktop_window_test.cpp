@@ -147,29 +147,31 @@ class DesktopWindowTest : public ::testing::Test {
             browser_ = PluginBrowser(*window_);
             return browser_ != nullptr && browser_->url().fileName() == QLatin1String("index.html");
         }));
-        ASSERT_TRUE(WaitFor([&] {
-            return Page("document.getElementById('doc-line').innerText")
-                .toString()
-                .contains(QStringLiteral("sample.pdf"));
-        }));
+        ASSERT_TRUE(
+            WaitFor([&] { return Text("doc-line").contains(QStringLiteral("sample.pdf")); }));
     }
 
     // Scan in the page, until it lists what it found.
     void Scan() {
         Click("scan");
-        ASSERT_TRUE(WaitFor([&] {
-            return Page("document.querySelectorAll('#findings li.finding').length").toInt() > 0 &&
-                   !Page("document.body.classList.contains('busy')").toBool();
-        }));
+        ASSERT_TRUE(WaitFor([&] { return Listed(); }));
     }
+    // The page lists findings and is not busy.
+    bool Listed() {
+        return Page("document.querySelectorAll('#findings li.finding').length").toInt() > 0 &&
+               !Busy();
+    }
+    bool Busy() { return Page("document.body.classList.contains('busy')").toBool(); }
 
-    QVariant Page(const char* script) {
-        return Evaluate(*browser_->page(), QString::fromUtf8(script));
+    QVariant Page(const std::string& script) {
+        return Evaluate(*browser_->page(), QString::fromStdString(script));
     }
-    void Click(const char* id) {
-        Page((std::string("document.getElementById('") + id + "').click(), 0").c_str());
+    QVariant Element(const char* id, const char* property) {
+        return Page(std::string("document.getElementById('") + id + "')." + property);
     }
-    QString Status() { return Page("document.getElementById('status').textContent").toString(); }
+    QString Text(const char* id) { return Element(id, "textContent").toString(); }
+    void Click(const char* id) { Element(id, "click(), 0"); }
+    QString Status() { return Text("status"); }
 
     // Saves the window as build/artifacts/<name>.png and gives the picture.
     QImage SavePicture(const char* name) {
@@ -197,10 +199,7 @@ TEST_F(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocumen
     ASSERT_NO_FATAL_FAILURE(OpenThePane());
     ASSERT_NO_FATAL_FAILURE(Scan());
     // The header names the signed-in user.
-    EXPECT_TRUE(WaitFor([&] {
-        return Page("document.getElementById('account').textContent").toString() ==
-               QStringLiteral("Local User");
-    }));
+    EXPECT_TRUE(WaitFor([&] { return Text("account") == QStringLiteral("Local User"); }));
     Spin(500);  // let the page paint
 
     const QImage picture = SavePicture("desktop_task_pane");
@@ -221,19 +220,16 @@ TEST_F(DesktopWindowTest, AutoRedactionShowsThePageInTheTaskPaneBesideTheDocumen
 TEST_F(DesktopWindowTest, PicturesOfTheScanTheReviewAndTheAccountPage) {
     ASSERT_NO_FATAL_FAILURE(OpenThePane());
     Click("scan");
-    EXPECT_TRUE(WaitFor([&] { return Page("document.body.classList.contains('busy')").toBool(); }));
+    EXPECT_TRUE(WaitFor([&] { return Busy(); }));
     Spin(150);  // the pane paints its busy state
     SavePicture("desktop_mid_scan");
-    ASSERT_TRUE(WaitFor([&] {
-        return Page("document.querySelectorAll('#findings li.finding').length").toInt() > 0 &&
-               !Page("document.body.classList.contains('busy')").toBool();
-    }));
+    ASSERT_TRUE(WaitFor([&] { return Listed(); }));
 
     // The review: the first finding dropped, the second shown in the document.
     Page("document.querySelector('#findings input[data-finding]').click(), 0");
     ASSERT_TRUE(WaitFor([&] {
         return !Page("document.querySelector('#findings input[data-finding]').checked").toBool() &&
-               !Page("document.body.classList.contains('busy')").toBool();
+               !Busy();
     }));
     Page("document.querySelectorAll('#findings button[data-show]')[1].click(), 0");
     ASSERT_TRUE(WaitFor([&] { return Status().startsWith(QStringLiteral("Showing")); }));
@@ -254,15 +250,12 @@ TEST_F(DesktopWindowTest, PicturesOfTheScanTheReviewAndTheAccountPage) {
     ASSERT_NE(profile, nullptr);
     profile->trigger();
     ASSERT_TRUE(WaitFor([&] {
-        return !Page("document.getElementById('account-view').hidden").toBool() &&
-               Page("document.getElementById('account-who').textContent")
-                   .toString()
-                   .startsWith(QStringLiteral("Signed in as")) &&
-               Page("document.getElementById('account-usage').textContent")
-                   .toString()
+        return !Element("account-view", "hidden").toBool() &&
+               Text("account-who").startsWith(QStringLiteral("Signed in as")) &&
+               Text("account-usage")
                    .contains(QStringLiteral("November 2026: 3 document(s) redacted"));
-    })) << Page("document.getElementById('account-usage').textContent").toString().toStdString();
-    EXPECT_EQ(Page("document.getElementById('account-service').textContent").toString(),
+    })) << Text("account-usage").toStdString();
+    EXPECT_EQ(Text("account-service"),
               QStringLiteral("Service: http://127.0.0.1:%1").arg(port_.load()));
     Spin(500);
     SavePicture("desktop_profile");
@@ -302,12 +295,12 @@ TEST_F(DesktopWindowTest, MarksUndoneBeforeTheApplyAreNamedAndMarkedAgainBeforeT
     Click("apply");
     ASSERT_TRUE(WaitFor([&] { return Status().contains(QStringLiteral("no longer marked")); }))
         << Status().toStdString();
-    const QString notices = Page("document.getElementById('notices').textContent").toString();
+    const QString notices = Text("notices");
     EXPECT_TRUE(notices.contains(QStringLiteral("are no longer marked"))) << notices.toStdString();
     EXPECT_TRUE(std::any_of(findings.begin(), findings.end(), [&](const std::string& text) {
         return notices.contains(QString::fromStdString('"' + text + '"'));
     })) << notices.toStdString();
-    EXPECT_FALSE(Page("document.getElementById('remark').hidden").toBool());
+    EXPECT_FALSE(Element("remark", "hidden").toBool());
     EXPECT_EQ(host_->Answers().Pending("fileSave"), 1u);
     EXPECT_FALSE(std::filesystem::exists(saved));
 
@@ -316,7 +309,7 @@ TEST_F(DesktopWindowTest, MarksUndoneBeforeTheApplyAreNamedAndMarkedAgainBeforeT
     ASSERT_TRUE(WaitFor([&] {
         return Status() == QStringLiteral("Redaction applied, the copy saved and checked.");
     })) << Status().toStdString();
-    EXPECT_TRUE(Page("document.getElementById('remark').hidden").toBool());
+    EXPECT_TRUE(Element("remark", "hidden").toBool());
     ASSERT_TRUE(std::filesystem::exists(saved));
     EXPECT_EQ(leak_check::Leaks(saved, findings), "");
 }

@@ -3,10 +3,12 @@
 // the annotation list of a PDF page).
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
-#include "../engine/annot_test_support.h"
+#include "../engine/engine_test_support.h"
+#include "engine/page_object_number.h"
 #include "host_test_support.h"
 #include "wide_text.h"
 
@@ -14,30 +16,30 @@ namespace pdfhost::testing {
 
 class AnnotationTablesTest : public HostFixture {
   protected:
-    using Op = hostops::Op;
-
-    HostDocument& Open(const engine::PdfDescription& layout, bool shown = true) {
-        const std::string path = WritePdf(files_, "doc" + std::to_string(++files) + ".pdf", layout);
-        const HostApp::OpenResult opened =
-            shown ? app_.OpenDocument(path) : app_.OpenHidden(path, "", true);
-        EXPECT_NE(opened.document, nullptr) << opened.error;
-        return *opened.document;
+    // The smallest rectangle round all of `rects`.
+    static engine::Rect Union(const std::vector<engine::Rect>& rects) {
+        engine::Rect all = rects.front();
+        for (const engine::Rect& r : rects) {
+            all = engine::Rect{std::min(all.left, r.left), std::min(all.bottom, r.bottom),
+                               std::max(all.right, r.right), std::max(all.top, r.top)};
+        }
+        return all;
     }
 
     static NdxObject Numbers(std::initializer_list<float> values) {
-        const NdxObject array = CallHost<Op::NDXArrayNew>();
-        if (CallHost<Op::NDXObjectGetType>(array) == kNdxObjectArray) {
+        const NdxObject array = Call<NDXArrayNew>();
+        if (Call<NDXObjectGetType>(array) == kNdxObjectArray) {
             for (const float value : values)
-                CallHost<Op::NDXArrayAddNumber>(array, value);
+                Call<NDXArrayAddNumber>(array, value);
         }
         return array;
     }
 
     static void SetText(NdxObject dict, const char* key, const std::wstring& text) {
-        const HostByteString bytes = CallHost<Op::HostByteStringNew>();
-        CallHost<Op::HostTextToPdfString>(text.c_str(), static_cast<int>(text.size()), 0, bytes);
-        CallHost<Op::NDXDictSetString>(dict, key, bytes);
-        CallHost<Op::HostByteStringDelete>(bytes);
+        const HostByteString bytes = Call<HostByteStringNew>();
+        Call<HostTextToPdfString>(text.c_str(), static_cast<int>(text.size()), 0, bytes);
+        Call<NDXDictSetString>(dict, key, bytes);
+        Call<HostByteStringDelete>(bytes);
     }
 
     // The dictionary of a Highlight or Redact annotation over `rects`, entries in the order
@@ -46,27 +48,25 @@ class AnnotationTablesTest : public HostFixture {
                                const std::vector<engine::Rect>& rects, const std::wstring& name) {
         const bool redact = subtype == "Redact";
         const NdxDoc pdf = document.PdfHandle();
-        const NdxObject dict = CallHost<Op::NDXDictNew>();
-        CallHost<Op::NDXDictSetName>(dict, "Type", "Annot");
-        CallHost<Op::NDXDictSetName>(dict, "Subtype", subtype.c_str());
-        const engine::Rect all = engine::testing_support::Union(rects);
-        CallHost<Op::NDXDictSetRect>(dict, "Rect",
-                                     NdxRect{all.left, all.bottom, all.right, all.top});
-        CallHost<Op::NDXDictSetInteger>(dict, "F", 4);
-        const NdxObject quads = CallHost<Op::NDXArrayNew>();
+        const NdxObject dict = Call<NDXDictNew>();
+        Call<NDXDictSetName>(dict, "Type", "Annot");
+        Call<NDXDictSetName>(dict, "Subtype", subtype.c_str());
+        const engine::Rect all = Union(rects);
+        Call<NDXDictSetRect>(dict, "Rect", NdxRect{all.left, all.bottom, all.right, all.top});
+        Call<NDXDictSetInteger>(dict, "F", 4);
+        const NdxObject quads = Call<NDXArrayNew>();
         for (const engine::Rect& r : rects) {
             for (const float v :
                  {r.left, r.bottom, r.right, r.bottom, r.left, r.top, r.right, r.top}) {
-                CallHost<Op::NDXArrayAddNumber>(quads, v);
+                Call<NDXArrayAddNumber>(quads, v);
             }
         }
-        CallHost<Op::NDXDictSetObject>(dict, "QuadPoints", quads, pdf);
-        CallHost<Op::NDXDictSetObject>(dict, "C", redact ? Numbers({1, 0, 0}) : Numbers({1, 1, 0}),
-                                       pdf);
+        Call<NDXDictSetObject>(dict, "QuadPoints", quads, pdf);
+        Call<NDXDictSetObject>(dict, "C", redact ? Numbers({1, 0, 0}) : Numbers({1, 1, 0}), pdf);
         if (redact)
-            CallHost<Op::NDXDictSetObject>(dict, "IC", Numbers({0, 0, 0}), pdf);
+            Call<NDXDictSetObject>(dict, "IC", Numbers({0, 0, 0}), pdf);
         SetText(dict, "Subj", redact ? L"Redact" : L"Highlight");
-        CallHost<Op::NDXDictSetReference>(dict, "P", pdf, CallHost<Op::NDXDocGetPage>(pdf, page));
+        Call<NDXDictSetReference>(dict, "P", pdf, Call<NDXDocGetPage>(pdf, page));
         if (!redact)
             SetText(dict, "Contents", L"a comment");
         SetText(dict, "NM", name);
@@ -75,12 +75,12 @@ class AnnotationTablesTest : public HostFixture {
 
     // Adds through the page view as outside a batch run: add, record for undo, redraw, mark.
     static HostAnnot AddThroughView(const HostDocument& document, int page, NdxObject dict) {
-        const HostPageView view = CallHost<Op::HostDocGetPageView>(document.Handle(), page);
-        const HostAnnot annot = CallHost<Op::HostPageViewAddAnnot>(view, dict, -1);
+        const HostPageView view = Call<HostDocGetPageView>(document.Handle(), page);
+        const HostAnnot annot = Call<HostPageViewAddAnnot>(view, dict, -1);
         if (annot != nullptr) {
-            CallHost<Op::HostUndoRecordAddAnnot>(CallHost<Op::HostUndoGetManager>(), annot, 1, 1);
-            CallHost<Op::HostPageViewUpdateAnnot>(view, annot);
-            CallHost<Op::HostDocSetChanged>(document.Handle());
+            Call<HostUndoRecordAddAnnot>(Call<HostUndoGetManager>(), annot, 1, 1);
+            Call<HostPageViewUpdateAnnot>(view, annot);
+            Call<HostDocSetChanged>(document.Handle());
         }
         return annot;
     }
@@ -93,11 +93,9 @@ class AnnotationTablesTest : public HostFixture {
     }
 
     static std::string Subtype(HostAnnot annot) {
-        const HostByteString out = CallHost<Op::HostByteStringNew>();
-        CallHost<Op::NDXAnnotGetSubtype>(CallHost<Op::NDXHostAnnotGetPdfAnnot>(annot), out);
-        std::string subtype = ByteText(out);
-        CallHost<Op::HostByteStringDelete>(out);
-        return subtype;
+        return ReadBytes([&](HostByteString out) {
+            Call<NDXAnnotGetSubtype>(Call<NDXHostAnnotGetPdfAnnot>(annot), out);
+        });
     }
 
     // Saves in place and gives the path.
@@ -105,8 +103,6 @@ class AnnotationTablesTest : public HostFixture {
         EXPECT_EQ(app_.SaveDocument(document), 1);
         return document.Path();
     }
-
-    int files = 0;
 };
 
 }  // namespace pdfhost::testing

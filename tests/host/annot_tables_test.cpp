@@ -13,38 +13,32 @@ namespace pdfhost {
 namespace {
 
 using testing::AnnotationTablesTest;
-using testing::CallHost;
-using Op = hostops::Op;
+using testing::Call;
+using enum hostops::Op;
 
 // Entries of one object of a saved file, read with the engine.
-class SavedEntries {
-  public:
-    SavedEntries(engine::Context& context, const std::string& path, int object)
-        : document_(engine::Document::Open(context, path)),
-          value_(engine::ValueOf(document_.fz(),
-                                 engine::Annotations(document_).Dictionary(object).get(), 0)) {}
-    const engine::PdfValue& Get(const char* key) const {
-        static const engine::PdfValue missing;
-        const engine::PdfValue* found = value_.Get(key);
-        return found != nullptr ? *found : missing;
-    }
-    std::set<std::string> Keys() const {
-        std::set<std::string> keys;
-        for (const auto& [key, value] : value_.Entries())
-            keys.insert(key);
-        return keys;
-    }
-    std::vector<float> Numbers(const char* key) const {
-        std::vector<float> values;
-        for (const engine::PdfValue& item : Get(key).Items())
-            values.push_back(item.Number());
-        return values;
-    }
-
-  private:
-    engine::Document document_;
-    engine::PdfValue value_;
-};
+engine::PdfValue SavedEntries(engine::Context& context, const std::string& path, int object) {
+    engine::Document document = engine::Document::Open(context, path);
+    return engine::ValueOf(document.fz(), engine::Annotations(document).Dictionary(object).get(),
+                           0);
+}
+std::set<std::string> SavedKeys(const engine::PdfValue& value) {
+    std::set<std::string> keys;
+    for (const auto& [key, entry] : value.Entries())
+        keys.insert(key);
+    return keys;
+}
+const engine::PdfValue& SavedEntry(const engine::PdfValue& value, const char* key) {
+    static const engine::PdfValue missing;
+    const engine::PdfValue* found = value.Get(key);
+    return found != nullptr ? *found : missing;
+}
+std::vector<float> SavedNumbers(const engine::PdfValue& value, const char* key) {
+    std::vector<float> numbers;
+    for (const engine::PdfValue& item : SavedEntry(value, key).Items())
+        numbers.push_back(item.Number());
+    return numbers;
+}
 
 int ObjectOf(HostApp& app, HostAnnot annot) {
     return app.Annotations().Find(annot)->id.object;
@@ -59,91 +53,88 @@ TEST_F(AnnotationTablesTest, PlugInDictionaryStandsInTheSavedFileExactly) {
     const NdxObject dict = MatchDict(document, 0, "Highlight", rects, L"ai_plugin_1");
     const HostAnnot annot = AddThroughView(document, 0, dict);
     ASSERT_NE(annot, nullptr);
-    EXPECT_EQ(CallHost<Op::NDXObjectGetType>(dict), 0) << "the view took the dictionary over";
+    EXPECT_EQ(Call<NDXObjectGetType>(dict), 0) << "the view took the dictionary over";
     EXPECT_TRUE(document.IsModified());
     EXPECT_EQ(Subtype(annot), "Highlight");
-    const NdxRect rect =
-        CallHost<Op::NDXAnnotGetRect>(CallHost<Op::NDXHostAnnotGetPdfAnnot>(annot));
-    const engine::Rect all = engine::testing_support::Union(rects);
-    EXPECT_EQ((std::vector<float>{rect.left, rect.bottom, rect.right, rect.top}),
-              (std::vector<float>{all.left, all.bottom, all.right, all.top}));
-    const int page_object = engine::testing_support::PageObjectNumber(document.Engine(), 0);
+    const engine::Rect all = Union(rects);
+    const std::vector<float> corners{all.left, all.bottom, all.right, all.top};
+    EXPECT_EQ(testing::Corners(Call<NDXAnnotGetRect>(Call<NDXHostAnnotGetPdfAnnot>(annot))),
+              corners);
+    const int page_object = engine::PageObjectNumber(document.Engine(), 0);
 
-    const SavedEntries saved(app_.Engine(), Save(document), ObjectOf(app_, annot));
-    EXPECT_EQ(saved.Keys(),
+    const engine::PdfValue saved =
+        SavedEntries(app_.Engine(), Save(document), ObjectOf(app_, annot));
+    EXPECT_EQ(SavedKeys(saved),
               (std::set<std::string>{"AP", "C", "Contents", "F", "NM", "P", "QuadPoints", "Rect",
                                      "Subj", "Subtype", "Type"}))
         << "the plug-in's entries and the appearance, nothing the editor would add";
-    EXPECT_EQ(saved.Get("Type").Text(), "Annot");
-    EXPECT_EQ(saved.Numbers("Rect"),
-              (std::vector<float>{all.left, all.bottom, all.right, all.top}));
-    EXPECT_EQ(saved.Get("F").Integer(), 4);
+    EXPECT_EQ(SavedEntry(saved, "Type").Text(), "Annot");
+    EXPECT_EQ(SavedNumbers(saved, "Rect"), corners);
+    EXPECT_EQ(SavedEntry(saved, "F").Integer(), 4);
     std::vector<float> quads;
     for (const engine::Rect& r : rects)
         quads.insert(quads.end(),
                      {r.left, r.bottom, r.right, r.bottom, r.left, r.top, r.right, r.top});
-    EXPECT_EQ(saved.Numbers("QuadPoints"), quads);
-    EXPECT_EQ(saved.Get("Subj").Text(), "Highlight");
-    EXPECT_EQ(saved.Numbers("C"), (std::vector<float>{1, 1, 0}));
-    EXPECT_EQ(saved.Get("Contents").Text(), "a comment");
-    EXPECT_EQ(saved.Get("NM").Text(), "ai_plugin_1");
-    EXPECT_EQ(saved.Get("P").ReferencedObject(), page_object);
-    EXPECT_EQ(saved.Get("AP").kind(), engine::PdfValue::Kind::kDictionary);
+    EXPECT_EQ(SavedNumbers(saved, "QuadPoints"), quads);
+    EXPECT_EQ(SavedEntry(saved, "Subj").Text(), "Highlight");
+    EXPECT_EQ(SavedNumbers(saved, "C"), (std::vector<float>{1, 1, 0}));
+    EXPECT_EQ(SavedEntry(saved, "Contents").Text(), "a comment");
+    EXPECT_EQ(SavedEntry(saved, "NM").Text(), "ai_plugin_1");
+    EXPECT_EQ(SavedEntry(saved, "P").ReferencedObject(), page_object);
+    EXPECT_EQ(SavedEntry(saved, "AP").kind(), engine::PdfValue::Kind::kDictionary);
 }
 
 TEST_F(AnnotationTablesTest, NoteAndItsPopupAsThePointNotesMakeThem) {
     HostDocument& document = Open({.pages = {engine::PageDescription::Blank()}});
     const NdxDoc pdf = document.PdfHandle();
-    const NdxObject note = CallHost<Op::NDXDictNew>();
-    CallHost<Op::NDXDictSetName>(note, "Type", "Annot");
-    CallHost<Op::NDXDictSetName>(note, "Subtype", "Text");
-    CallHost<Op::NDXDictSetName>(note, "Name", "Note");
-    CallHost<Op::NDXDictSetRect>(note, "Rect", NdxRect{10, 770, 30, 790});
-    CallHost<Op::NDXDictSetInteger>(note, "F", 4);
-    CallHost<Op::NDXDictSetObject>(note, "C", Numbers({1, 1, 0}), pdf);
-    CallHost<Op::NDXDictSetReference>(note, "P", pdf, CallHost<Op::NDXDocGetPage>(pdf, 0));
+    const NdxObject note = Call<NDXDictNew>();
+    Call<NDXDictSetName>(note, "Type", "Annot");
+    Call<NDXDictSetName>(note, "Subtype", "Text");
+    Call<NDXDictSetName>(note, "Name", "Note");
+    Call<NDXDictSetRect>(note, "Rect", NdxRect{10, 770, 30, 790});
+    Call<NDXDictSetInteger>(note, "F", 4);
+    Call<NDXDictSetObject>(note, "C", Numbers({1, 1, 0}), pdf);
+    Call<NDXDictSetReference>(note, "P", pdf, Call<NDXDocGetPage>(pdf, 0));
     SetText(note, "Contents", L"caf\u00e9 \u4e2d");
     SetText(note, "NM", L"ai_plugin_pt_1");
     const HostDoc doc = document.Handle();
-    CallHost<Op::HostDocTouchPage>(doc, 0);
-    const HostPageView view = CallHost<Op::HostDocGetPageView>(doc, 0);
-    const HostAnnot made = CallHost<Op::HostPageViewAddAnnot>(view, note, -1);
+    Call<HostDocTouchPage>(doc, 0);
+    const HostPageView view = Call<HostDocGetPageView>(doc, 0);
+    const HostAnnot made = Call<HostPageViewAddAnnot>(view, note, -1);
     ASSERT_NE(made, nullptr);
 
-    const NdxObject popup = CallHost<Op::NDXDictNew>();
-    CallHost<Op::NDXDictSetRect>(popup, "Rect", NdxRect{432, 650, 612, 770});
-    CallHost<Op::NDXDictSetName>(popup, "Type", "Annot");
-    CallHost<Op::NDXDictSetName>(popup, "Subtype", "Popup");
-    const NdxObject note_dict =
-        CallHost<Op::NDXAnnotGetDict>(CallHost<Op::NDXHostAnnotGetPdfAnnot>(made));
-    CallHost<Op::NDXDictSetReference>(popup, "P", pdf, note_dict);
-    const HostAnnot popup_made = CallHost<Op::HostPageViewAddAnnot>(view, popup, -1);
+    const NdxObject popup = Call<NDXDictNew>();
+    Call<NDXDictSetRect>(popup, "Rect", NdxRect{432, 650, 612, 770});
+    Call<NDXDictSetName>(popup, "Type", "Annot");
+    Call<NDXDictSetName>(popup, "Subtype", "Popup");
+    const NdxObject note_dict = Call<NDXAnnotGetDict>(Call<NDXHostAnnotGetPdfAnnot>(made));
+    Call<NDXDictSetReference>(popup, "P", pdf, note_dict);
+    const HostAnnot popup_made = Call<HostPageViewAddAnnot>(view, popup, -1);
     ASSERT_NE(popup_made, nullptr);
-    ASSERT_EQ(CallHost<Op::HostPageViewCountAnnots>(view), 2);
-    EXPECT_EQ(CallHost<Op::HostPageViewGetAnnot>(view, 0), made) << "one handle per annotation";
-    EXPECT_EQ(CallHost<Op::HostPageViewGetAnnot>(view, 2), nullptr);
+    ASSERT_EQ(Call<HostPageViewCountAnnots>(view), 2);
+    EXPECT_EQ(Call<HostPageViewGetAnnot>(view, 0), made) << "one handle per annotation";
+    EXPECT_EQ(Call<HostPageViewGetAnnot>(view, 2), nullptr);
 
     // The point-note walk reads the note's entries back through its dictionary.
-    const NdxObject contents = CallHost<Op::NDXDictGet>(note_dict, "Contents");
-    EXPECT_EQ(CallHost<Op::NDXObjectGetType>(contents), kNdxObjectString);
-    const HostByteString bytes = CallHost<Op::HostByteStringNew>();
-    CallHost<Op::NDXStringGetBytes>(contents, bytes);
-    EXPECT_EQ(testing::ByteText(bytes), std::string("\xFE\xFF\x00"
-                                                    "c\x00"
-                                                    "a\x00"
-                                                    "f\x00\xE9\x00 \x4E\x2D",
-                                                    14))
+    const NdxObject contents = Call<NDXDictGet>(note_dict, "Contents");
+    EXPECT_EQ(Call<NDXObjectGetType>(contents), kNdxObjectString);
+    EXPECT_EQ(testing::ReadBytes([&](HostByteString s) { Call<NDXStringGetBytes>(contents, s); }),
+              std::string("\xFE\xFF\x00"
+                          "c\x00"
+                          "a\x00"
+                          "f\x00\xE9\x00 \x4E\x2D",
+                          14))
         << "a text that PDFDocEncoding cannot hold is UTF-16BE";
-    CallHost<Op::HostByteStringDelete>(bytes);
 
     const std::string path = Save(document);
-    const SavedEntries saved_note(app_.Engine(), path, ObjectOf(app_, made));
-    EXPECT_EQ(saved_note.Numbers("Rect"), (std::vector<float>{10, 770, 30, 790}));
-    EXPECT_EQ(saved_note.Get("Name").Text(), "Note");
-    EXPECT_EQ(saved_note.Get("Popup").kind(), engine::PdfValue::Kind::kNull);
-    const SavedEntries saved_popup(app_.Engine(), path, ObjectOf(app_, popup_made));
-    EXPECT_EQ(saved_popup.Get("P").ReferencedObject(), ObjectOf(app_, made));
-    EXPECT_EQ(saved_popup.Numbers("Rect"), (std::vector<float>{432, 650, 612, 770}));
+    const engine::PdfValue saved_note = SavedEntries(app_.Engine(), path, ObjectOf(app_, made));
+    EXPECT_EQ(SavedNumbers(saved_note, "Rect"), (std::vector<float>{10, 770, 30, 790}));
+    EXPECT_EQ(SavedEntry(saved_note, "Name").Text(), "Note");
+    EXPECT_EQ(SavedEntry(saved_note, "Popup").kind(), engine::PdfValue::Kind::kNull);
+    const engine::PdfValue saved_popup =
+        SavedEntries(app_.Engine(), path, ObjectOf(app_, popup_made));
+    EXPECT_EQ(SavedEntry(saved_popup, "P").ReferencedObject(), ObjectOf(app_, made));
+    EXPECT_EQ(SavedNumbers(saved_popup, "Rect"), (std::vector<float>{432, 650, 612, 770}));
 }
 
 TEST_F(AnnotationTablesTest, DeleteAliveOwnsAndHandlesThatOutliveTheirDocument) {
@@ -151,54 +142,54 @@ TEST_F(AnnotationTablesTest, DeleteAliveOwnsAndHandlesThatOutliveTheirDocument) 
                                              engine::PageDescription::TextLines({"two words"})}});
     const HostDoc doc = document.Handle();
     const HostAnnot annot = RedactWord(document, 0, "word");
-    const HostPageView first = CallHost<Op::HostDocGetPageView>(doc, 0);
-    const HostPageView second = CallHost<Op::HostDocGetPageView>(doc, 1);
-    EXPECT_EQ(CallHost<Op::HostDocIsAnnotAlive>(doc, annot), 1);
-    EXPECT_EQ(CallHost<Op::HostPageViewOwnsAnnot>(first, annot), 1);
-    EXPECT_EQ(CallHost<Op::HostPageViewOwnsAnnot>(second, annot), 0);
-    EXPECT_EQ(CallHost<Op::HostPageViewDeleteAnnot>(second, annot), 0) << "not on that page";
+    const HostPageView first = Call<HostDocGetPageView>(doc, 0);
+    const HostPageView second = Call<HostDocGetPageView>(doc, 1);
+    EXPECT_EQ(Call<HostDocIsAnnotAlive>(doc, annot), 1);
+    EXPECT_EQ(Call<HostPageViewOwnsAnnot>(first, annot), 1);
+    EXPECT_EQ(Call<HostPageViewOwnsAnnot>(second, annot), 0);
+    EXPECT_EQ(Call<HostPageViewDeleteAnnot>(second, annot), 0) << "not on that page";
 
-    EXPECT_EQ(CallHost<Op::HostPageViewDeleteAnnot>(first, annot), 1);
-    EXPECT_EQ(CallHost<Op::HostDocIsAnnotAlive>(doc, annot), 0);
-    EXPECT_EQ(CallHost<Op::HostPageViewOwnsAnnot>(first, annot), 0);
-    EXPECT_EQ(CallHost<Op::HostPageViewDeleteAnnot>(first, annot), 0);
-    EXPECT_EQ(CallHost<Op::HostPageViewCountAnnots>(first), 0);
+    EXPECT_EQ(Call<HostPageViewDeleteAnnot>(first, annot), 1);
+    EXPECT_EQ(Call<HostDocIsAnnotAlive>(doc, annot), 0);
+    EXPECT_EQ(Call<HostPageViewOwnsAnnot>(first, annot), 0);
+    EXPECT_EQ(Call<HostPageViewDeleteAnnot>(first, annot), 0);
+    EXPECT_EQ(Call<HostPageViewCountAnnots>(first), 0);
     EXPECT_EQ(Subtype(annot), "Redact") << "a deleted annotation can still be read";
 
     const HostAnnot kept = RedactWord(document, 1, "words");
-    const NdxAnnot pdf_annot = CallHost<Op::NDXHostAnnotGetPdfAnnot>(kept);
+    const NdxAnnot pdf_annot = Call<NDXHostAnnotGetPdfAnnot>(kept);
     app_.CloseDocument(document);
-    EXPECT_EQ(CallHost<Op::HostDocIsAnnotAlive>(doc, kept), 0);
-    EXPECT_EQ(CallHost<Op::HostPageViewOwnsAnnot>(second, kept), 0);
-    EXPECT_EQ(CallHost<Op::HostPageViewCountAnnots>(second), 0);
-    EXPECT_EQ(CallHost<Op::NDXHostAnnotGetPdfAnnot>(kept), nullptr);
-    EXPECT_EQ(CallHost<Op::NDXAnnotGetDict>(pdf_annot), nullptr);
-    const NdxRect rect = CallHost<Op::NDXAnnotGetRect>(pdf_annot);
+    EXPECT_EQ(Call<HostDocIsAnnotAlive>(doc, kept), 0);
+    EXPECT_EQ(Call<HostPageViewOwnsAnnot>(second, kept), 0);
+    EXPECT_EQ(Call<HostPageViewCountAnnots>(second), 0);
+    EXPECT_EQ(Call<NDXHostAnnotGetPdfAnnot>(kept), nullptr);
+    EXPECT_EQ(Call<NDXAnnotGetDict>(pdf_annot), nullptr);
+    const NdxRect rect = Call<NDXAnnotGetRect>(pdf_annot);
     EXPECT_EQ(rect.right - rect.left, 0.0f);
-    EXPECT_EQ(CallHost<Op::HostPageViewAddAnnot>(second, CallHost<Op::NDXDictNew>(), -1), nullptr);
+    EXPECT_EQ(Call<HostPageViewAddAnnot>(second, Call<NDXDictNew>(), -1), nullptr);
 }
 
 TEST_F(AnnotationTablesTest, UndoTakesBackAdditionsAndDeletionsNewestFirst) {
     HostDocument& document = Open({.pages = {engine::PageDescription::TextLines({"alpha beta"})}});
     const HostDoc doc = document.Handle();
-    const HostPageView view = CallHost<Op::HostDocGetPageView>(doc, 0);
+    const HostPageView view = Call<HostDocGetPageView>(doc, 0);
     const HostAnnot alpha = RedactWord(document, 0, "alpha");
     const HostAnnot beta = RedactWord(document, 0, "beta");
-    CallHost<Op::HostUndoRecordDeleteAnnot>(CallHost<Op::HostUndoGetManager>(), alpha, 1);
-    ASSERT_EQ(CallHost<Op::HostPageViewDeleteAnnot>(view, alpha), 1);
+    Call<HostUndoRecordDeleteAnnot>(Call<HostUndoGetManager>(), alpha, 1);
+    ASSERT_EQ(Call<HostPageViewDeleteAnnot>(view, alpha), 1);
 
     AnnotationEditor editor(app_);
     EXPECT_TRUE(editor.UndoLast(document)) << "the deletion";
-    EXPECT_EQ(CallHost<Op::HostPageViewGetAnnot>(view, 0), alpha) << "back in its place";
+    EXPECT_EQ(Call<HostPageViewGetAnnot>(view, 0), alpha) << "back in its place";
     EXPECT_TRUE(editor.UndoLast(document)) << "the addition of beta";
-    EXPECT_EQ(CallHost<Op::HostDocIsAnnotAlive>(doc, beta), 0);
+    EXPECT_EQ(Call<HostDocIsAnnotAlive>(doc, beta), 0);
     EXPECT_TRUE(editor.UndoLast(document)) << "the addition of alpha";
-    EXPECT_EQ(CallHost<Op::HostPageViewCountAnnots>(view), 0);
+    EXPECT_EQ(Call<HostPageViewCountAnnots>(view), 0);
     EXPECT_FALSE(editor.UndoLast(document));
 
     // A recording with a stale manager or handle is ignored.
-    CallHost<Op::HostUndoRecordAddAnnot>(reinterpret_cast<HostUndoManager>(0x1), alpha, 1, 1);
-    CallHost<Op::HostUndoRecordAddAnnot>(CallHost<Op::HostUndoGetManager>(), nullptr, 1, 1);
+    Call<HostUndoRecordAddAnnot>(reinterpret_cast<HostUndoManager>(0x1), alpha, 1, 1);
+    Call<HostUndoRecordAddAnnot>(Call<HostUndoGetManager>(), nullptr, 1, 1);
     EXPECT_EQ(app_.Undo().Count(doc), 0u);
 }
 
@@ -206,12 +197,12 @@ TEST_F(AnnotationTablesTest, UndoTakesBackAdditionsAndDeletionsNewestFirst) {
 // leave the document, so that a long session does not keep every annotation it removed.
 TEST_F(AnnotationTablesTest, DeletionsPastTheHistoryLeaveTheDocument) {
     HostDocument& document = Open({.pages = {engine::PageDescription::TextLines({"alpha beta"})}});
-    const HostPageView view = CallHost<Op::HostDocGetPageView>(document.Handle(), 0);
+    const HostPageView view = Call<HostDocGetPageView>(document.Handle(), 0);
     const HostAnnot alpha = RedactWord(document, 0, "alpha");
     const int object = app_.Annotations().Find(alpha)->id.object;
-    const HostUndoManager undo = CallHost<Op::HostUndoGetManager>();
-    CallHost<Op::HostUndoRecordDeleteAnnot>(undo, alpha, 1);
-    ASSERT_EQ(CallHost<Op::HostPageViewDeleteAnnot>(view, alpha), 1);
+    const HostUndoManager undo = Call<HostUndoGetManager>();
+    Call<HostUndoRecordDeleteAnnot>(undo, alpha, 1);
+    ASSERT_EQ(Call<HostPageViewDeleteAnnot>(view, alpha), 1);
     const auto exists = [&] {
         const pdf_xref_entry* entry =
             pdf_get_xref_entry(document.Engine().fz(), document.Engine().pdf(), object);
@@ -219,11 +210,11 @@ TEST_F(AnnotationTablesTest, DeletionsPastTheHistoryLeaveTheDocument) {
     };
     ASSERT_TRUE(exists()) << "kept while the deletion can be undone";
     for (int i = 0; i < 1000; ++i)
-        CallHost<Op::HostUndoRecordAddAnnot>(undo, RedactWord(document, 0, "beta"), 1, 1);
+        Call<HostUndoRecordAddAnnot>(undo, RedactWord(document, 0, "beta"), 1, 1);
     EXPECT_FALSE(exists());
     EXPECT_EQ(app_.Annotations().Find(alpha), nullptr) << "its handle is stale";
     EXPECT_FALSE(AnnotationEditor(app_).UndoLast(document) &&
-                 CallHost<Op::HostDocIsAnnotAlive>(document.Handle(), alpha) != 0);
+                 Call<HostDocIsAnnotAlive>(document.Handle(), alpha) != 0);
 }
 
 TEST_F(AnnotationTablesTest, DocumentWithoutViewTakesAnnotationsThroughPageLists) {
@@ -231,35 +222,34 @@ TEST_F(AnnotationTablesTest, DocumentWithoutViewTakesAnnotationsThroughPageLists
         Open({.pages = {engine::PageDescription::TextLines({"batch secret"})}}, false);
     const HostDoc doc = document.Handle();
     const NdxDoc pdf = document.PdfHandle();
-    EXPECT_EQ(CallHost<Op::HostDocGetView>(doc), nullptr);
-    EXPECT_EQ(CallHost<Op::HostDocGetTextSelectTool>(doc), nullptr);
+    EXPECT_EQ(Call<HostDocGetView>(doc), nullptr);
+    EXPECT_EQ(Call<HostDocGetTextSelectTool>(doc), nullptr);
 
-    const NdxPage page = CallHost<Op::NDXPageNew>();
-    CallHost<Op::NDXPageLoad>(page, pdf, CallHost<Op::NDXDocGetPage>(pdf, 0), 0);
-    CallHost<Op::NDXPageParse>(page, nullptr);
-    ASSERT_EQ(CallHost<Op::NDXPageIsParsed>(page), 1);
-    const NdxAnnotList list = CallHost<Op::NDXAnnotListGet>(page);
+    const NdxPage page = Call<NDXPageNew>();
+    Call<NDXPageLoad>(page, pdf, Call<NDXDocGetPage>(pdf, 0), 0);
+    Call<NDXPageParse>(page, nullptr);
+    ASSERT_EQ(Call<NDXPageIsParsed>(page), 1);
+    const NdxAnnotList list = Call<NDXAnnotListGet>(page);
     ASSERT_NE(list, nullptr);
     const auto rects = engine::testing_support::WordRects(document.Engine(), 0, "secret");
     const NdxObject dict = MatchDict(document, 0, "Redact", rects, L"ai_plugin_b");
-    const NdxAnnot annot = CallHost<Op::NDXAnnotNew>(dict);
+    const NdxAnnot annot = Call<NDXAnnotNew>(dict);
     ASSERT_NE(annot, nullptr);
-    const HostByteString subtype = CallHost<Op::HostByteStringNew>();
-    CallHost<Op::NDXAnnotGetSubtype>(annot, subtype);
-    EXPECT_EQ(testing::ByteText(subtype), "Redact") << "a pending annotation reads its entries";
-    CallHost<Op::HostByteStringDelete>(subtype);
+    EXPECT_EQ(testing::ReadBytes([&](HostByteString s) { Call<NDXAnnotGetSubtype>(annot, s); }),
+              "Redact")
+        << "a pending annotation reads its entries";
 
-    const int count = CallHost<Op::NDXAnnotListCount>(list);
-    CallHost<Op::NDXAnnotListInsert>(list, count, annot);
-    EXPECT_EQ(CallHost<Op::NDXAnnotListCount>(list), count + 1);
-    EXPECT_EQ(CallHost<Op::NDXAnnotListGetAt>(list, count), annot);
-    CallHost<Op::NDXAnnotListInsert>(list, count, annot);
-    EXPECT_EQ(CallHost<Op::NDXAnnotListCount>(list), count + 1) << "inserted once";
-    CallHost<Op::HostPageReloadAnnots>(CallHost<Op::HostDocGetPageView>(doc, 0));
-    CallHost<Op::HostDocRefreshPageAnnots>(doc, 0, 0);
-    CallHost<Op::NDXObjectDestroy>(dict);
-    CallHost<Op::NDXPageDestroy>(page);
-    EXPECT_EQ(CallHost<Op::HostDocIsAnnotAlive>(doc, reinterpret_cast<HostAnnot>(annot)), 1);
+    const int count = Call<NDXAnnotListCount>(list);
+    Call<NDXAnnotListInsert>(list, count, annot);
+    EXPECT_EQ(Call<NDXAnnotListCount>(list), count + 1);
+    EXPECT_EQ(Call<NDXAnnotListGetAt>(list, count), annot);
+    Call<NDXAnnotListInsert>(list, count, annot);
+    EXPECT_EQ(Call<NDXAnnotListCount>(list), count + 1) << "inserted once";
+    Call<HostPageReloadAnnots>(Call<HostDocGetPageView>(doc, 0));
+    Call<HostDocRefreshPageAnnots>(doc, 0, 0);
+    Call<NDXObjectDestroy>(dict);
+    Call<NDXPageDestroy>(page);
+    EXPECT_EQ(Call<HostDocIsAnnotAlive>(doc, reinterpret_cast<HostAnnot>(annot)), 1);
     EXPECT_TRUE(document.IsModified());
     EXPECT_EQ(document.Engine().PageCount(), 1);
 }
@@ -272,9 +262,7 @@ TEST_F(AnnotationTablesTest, DocumentThatForbidsAnnotatingStaysUnchanged) {
     const auto rects = engine::testing_support::WordRects(document.Engine(), 0, "locked");
     EXPECT_EQ(AddThroughView(document, 0, MatchDict(document, 0, "Redact", rects, L"x")), nullptr);
     EXPECT_FALSE(document.IsModified());
-    EXPECT_EQ(CallHost<Op::HostPageViewCountAnnots>(
-                  CallHost<Op::HostDocGetPageView>(document.Handle(), 0)),
-              0);
+    EXPECT_EQ(Call<HostPageViewCountAnnots>(Call<HostDocGetPageView>(document.Handle(), 0)), 0);
 }
 
 }  // namespace

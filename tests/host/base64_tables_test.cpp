@@ -8,8 +8,8 @@
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
-using testing::CallHost;
+using enum hostops::Op;
+using testing::Call;
 
 std::string Encode(char padding, const std::string& bytes) {
     std::string out = "left over";
@@ -51,22 +51,22 @@ TEST(Base64Encoder, EveryByteValueAndLengthMatchesAnIndependentEncoder) {
 class Base64TablesTest : public testing::HostFixture {};
 
 TEST_F(Base64TablesTest, EncodingReplacesTheByteString) {
-    const HostBase64Encoder encoder = CallHost<Op::HostBase64EncoderNew>('=');
+    const HostBase64Encoder encoder = Call<HostBase64EncoderNew>('=');
     ASSERT_NE(encoder, nullptr);
-    const HostByteString out = CallHost<Op::HostByteStringNew>();
-    CallHost<Op::HostByteStringSet>(out, "old text");
+    const HostByteString out = Call<HostByteStringNew>();
+    Call<HostByteStringSet>(out, "old text");
     const std::string data("PDF\x00\xff bytes", 11);
-    CallHost<Op::HostBase64Encode>(encoder, data.data(), static_cast<int64_t>(data.size()), out);
+    Call<HostBase64Encode>(encoder, data.data(), static_cast<int64_t>(data.size()), out);
     EXPECT_EQ(testing::ByteText(out), QByteArray(data.data(), 11).toBase64().toStdString());
-    CallHost<Op::HostBase64Encode>(encoder, data.data(), 0, out);
+    Call<HostBase64Encode>(encoder, data.data(), 0, out);
     EXPECT_EQ(testing::ByteText(out), "");
-    CallHost<Op::HostBase64Encode>(encoder, data.data(), -5, out);
+    Call<HostBase64Encode>(encoder, data.data(), -5, out);
     EXPECT_EQ(testing::ByteText(out), "");
-    CallHost<Op::HostBase64EncoderDestroy>(encoder);
-    CallHost<Op::HostByteStringSet>(out, "kept");
-    CallHost<Op::HostBase64Encode>(encoder, data.data(), 3, out);
+    Call<HostBase64EncoderDestroy>(encoder);
+    Call<HostByteStringSet>(out, "kept");
+    Call<HostBase64Encode>(encoder, data.data(), 3, out);
     EXPECT_EQ(testing::ByteText(out), "kept") << "a destroyed encoder encodes nothing";
-    CallHost<Op::HostByteStringDelete>(out);
+    Call<HostByteStringDelete>(out);
 }
 
 }  // namespace

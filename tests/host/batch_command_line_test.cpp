@@ -1,4 +1,5 @@
-// The command line of headless batches and the split of their files between array-job parts.
+// The command line, with the options of headless batches, and the split of a batch's files
+// between array-job parts.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -8,6 +9,33 @@
 
 namespace pdfhost {
 namespace {
+
+TEST(CommandLine, DefaultsToADesktopRunWithPlugInsBesideTheExecutable) {
+    const CommandLine line = ParseCommandLine({"a.pdf", "b.pdf"}, "/opt/build/out/bin");
+    EXPECT_FALSE(line.options.headless);
+    EXPECT_FALSE(line.script);
+    EXPECT_EQ(line.options.plugins, std::filesystem::path("/opt/build/out/plugins"));
+    EXPECT_TRUE(line.options.profile.empty());
+    EXPECT_EQ(line.options.language, "en-US");
+    EXPECT_FALSE(line.options.signedIn.has_value());
+    EXPECT_EQ(line.files, (std::vector<std::string>{"a.pdf", "b.pdf"}));
+}
+
+TEST(CommandLine, ReadsEveryOption) {
+    const CommandLine line = ParseCommandLine(
+        {"--script", "--profile", "/p", "--plugins", "/q", "--lang", "de-DE", "--signed-out",
+         "--account-server", "http://s", "--browser-pane", "x.pdf"},
+        "/bin");
+    EXPECT_TRUE(line.script);
+    EXPECT_TRUE(line.options.headless);
+    EXPECT_EQ(line.options.profile, std::filesystem::path("/p"));
+    EXPECT_EQ(line.options.plugins, std::filesystem::path("/q"));
+    EXPECT_EQ(line.options.language, "de-DE");
+    EXPECT_EQ(line.options.signedIn, false);
+    EXPECT_EQ(line.options.accountServer, "http://s");
+    EXPECT_TRUE(line.browserPane);
+    EXPECT_EQ(line.files, std::vector<std::string>{"x.pdf"});
+}
 
 TEST(BatchCommandLine, ReadsTheBatchOptions) {
     const CommandLine line =
@@ -47,8 +75,11 @@ TEST(BatchCommandLine, NamesGetASuffixUnlessTheUserSaysOtherwise) {
     }
 }
 
-TEST(BatchCommandLine, RefusesBadUsage) {
+TEST(CommandLine, RefusesUnknownOptionsMissingValuesAndBadBatchUsage) {
     const std::vector<std::vector<std::string>> cases = {
+        {"--verbose"},
+        {"--headless", "--profile"},
+        {"--lang"},
         {"--batch"},
         {"--out", "/o", "a.pdf"},
         {"--overwrite", "a.pdf"},

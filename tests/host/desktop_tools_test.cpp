@@ -1,6 +1,6 @@
-// What the desktop offers beside the page: thumbnails that are drawn when in sight and go to
-// their page, the Redact tool (a dragged area, the selected text) with undo, the ribbon's
-// tooltip that says why an entry is disabled, and the feedback of a ribbon press.
+// What the desktop offers beside the page: thumbnails that are drawn when in sight, frame the
+// current page and go to their page, the Redact tool (a dragged area, the selected text) with
+// undo, the ribbon's tooltip that says why an entry is disabled, and the feedback of a press.
 #include <QAction>
 #include <QApplication>
 #include <QCoreApplication>
@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPalette>
 #include <QStatusBar>
 
 #include "annot_calls.h"
@@ -25,8 +26,8 @@ namespace pdfhost {
 namespace {
 
 using testing::AnnotationTablesTest;
-using testing::CallHost;
-using Op = hostops::Op;
+using testing::Call;
+using enum hostops::Op;
 
 void SendMouse(QWidget* target, QEvent::Type type, QPoint at) {
     const Qt::MouseButtons held =
@@ -85,6 +86,25 @@ void ExpectQuads(const std::vector<float>& quads, const std::vector<engine::Rect
         EXPECT_NEAR(quads[i], want[i], tolerance) << i;
 }
 
+// The pages among the first `count` whose thumbnail is framed in the highlight colour: at least
+// the frame's length on the picture's two long sides. -1 stands for a page with less.
+std::vector<int> FramedPages(ui::ThumbnailBar& bar, int count) {
+    const QImage picture = bar.viewport()->grab().toImage();
+    const QColor frame = bar.palette().color(QPalette::Active, QPalette::Highlight);
+    std::vector<int> framed;
+    for (int page = 0; page < count; ++page) {
+        const QRect area = bar.visualRect(bar.Pages().index(page)) & picture.rect();
+        int pixels = 0;
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            for (int x = area.left(); x <= area.right(); ++x)
+                pixels += picture.pixelColor(x, y) == frame ? 1 : 0;
+        }
+        if (pixels > 0)
+            framed.push_back(pixels >= 2 * ui::ThumbnailModel::kHeight ? page : -1);
+    }
+    return framed;
+}
+
 class DesktopToolsTest : public AnnotationTablesTest {
   protected:
     ui::DocumentView* ShownView(HostDocument& document) {
@@ -122,13 +142,17 @@ TEST_F(DesktopToolsTest, ThumbnailsAreDrawnInSightGoToTheirPageAndHideFromTheVie
     EXPECT_EQ(first.width(), ui::ThumbnailModel::kWidth);
     EXPECT_EQ(first.toImage().pixelColor(2, 2), QColor(Qt::white));
     EXPECT_EQ(bar.currentIndex().row(), 0);
+    EXPECT_EQ(FramedPages(bar, 4), std::vector<int>{0}) << "only the current page is framed";
 
-    // A click on the second one shows its page and selects it.
+    // A click on the second one shows its page, selects it and moves the frame there.
     const QRect second = bar.visualRect(pages.index(1));
     ASSERT_TRUE(bar.viewport()->rect().contains(second.center()));
     Click(bar.viewport(), second.center());
     EXPECT_EQ(view->CurrentPage(), 1);
     EXPECT_EQ(bar.currentIndex().row(), 1);
+    view->ShowPage(2);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(FramedPages(bar, 4), std::vector<int>{2});
 
     // A change of the document draws the pictures in sight anew.
     ASSERT_TRUE(pages.IsDrawn(2));
@@ -174,7 +198,7 @@ TEST_F(DesktopToolsTest, ADragWithTheRedactToolMarksThatAreaOfThePageAndUndoTake
     EXPECT_TRUE(RedactMarks(document).empty());
 
     testing::RecordingHooks hooks;
-    CallHost<Op::HostAppRegisterDocEvents>(hooks.Record());
+    Call<HostAppRegisterDocEvents>(hooks.Record());
     ASSERT_NE(AddUserRedaction(app_, document, 0, {{10, 10, 20, 20}}), nullptr);
     ASSERT_TRUE(AnnotationEditor(app_).UndoLast(document));
     hooks.Take();
@@ -187,12 +211,8 @@ TEST_F(DesktopToolsTest, ADragWithTheRedactToolMarksThatAreaOfThePageAndUndoTake
     SendMouse(picture, QEvent::MouseButtonRelease, origin + QPoint(149, 299));
     const std::vector<RedactMark> marks = RedactMarks(document);
     ASSERT_EQ(marks.size(), 1u);
-    const engine::Rect expected{74.5f, 792 - 300.0f, 225, 792 - 149.5f};
-    EXPECT_NEAR(marks[0].rect.left, expected.left, 0.01);
-    EXPECT_NEAR(marks[0].rect.bottom, expected.bottom, 0.01);
-    EXPECT_NEAR(marks[0].rect.right, expected.right, 0.01);
-    EXPECT_NEAR(marks[0].rect.top, expected.top, 0.01);
-    EXPECT_EQ(marks[0].quads.size(), 8u);
+    ExpectQuads(marks[0].quads, {{74.5f, 792 - 300.0f, 225, 792 - 149.5f}}, 0.01f);
+    ExpectQuads(marks[0].quads, {marks[0].rect}, 0.01f);
     EXPECT_FALSE(marks[0].named) << "the user's own mark carries no plug-in's name";
     EXPECT_TRUE(document.IsModified());
     // Plug-ins hear of each mark, though the document was modified before.
@@ -219,13 +239,9 @@ TEST_F(DesktopToolsTest, RedactSelectionCoversTheSelectedTextPageByPage) {
     EXPECT_EQ(view->RedactSelection(), 0) << "nothing selected";
 
     // A rectangle selection is covered as it stands.
-    const NdxRectArray rects = CallHost<Op::NDXRectArrayNew>();
-    for (const engine::Rect& r : alpha)
-        CallHost<Op::NDXRectArrayAdd>(rects, r.left, r.bottom, r.right, r.top);
-    CallHost<Op::HostTextSelectToolSelectRects>(
-        CallHost<Op::HostDocGetTextSelectTool>(document.Handle()),
-        CallHost<Op::HostDocGetPageView>(document.Handle(), 0), rects);
-    CallHost<Op::NDXRectArrayDestroy>(rects);
+    testing::SelectRects(document, 0,
+                         {{alpha[0].left, alpha[0].bottom, alpha[0].right, alpha[0].top},
+                          {alpha[1].left, alpha[1].bottom, alpha[1].right, alpha[1].top}});
     EXPECT_EQ(view->RedactSelection(), 1);
     std::vector<RedactMark> marks = RedactMarks(document);
     ASSERT_EQ(marks.size(), 1u);
@@ -273,18 +289,16 @@ class RibbonFeedbackTest : public DesktopToolsTest {
     RibbonFeedbackTest() {
         g_press = PressLog{};
         g_press.window = &window_;
-        const HostFrame frame = HostApp::FrameHandle(window_);
-        const HostRibbonPanel panel = CallHost<Op::HostRibbonFindPanel>(
-            CallHost<Op::HostRibbonFindCategory>(CallHost<Op::HostRibbonGetBar>(frame),
-                                                 L"Ribbon_Category_Protect"),
+        const HostRibbonPanel panel = Call<HostRibbonFindPanel>(
+            Call<HostRibbonFindCategory>(Call<HostRibbonGetBar>(HostApp::FrameHandle(window_)),
+                                         L"Ribbon_Category_Protect"),
             L"Protect_Panel_Redaction");
-        const HostRibbonElement element =
-            CallHost<Op::HostRibbonAddElement>(panel, 8, L"Marks", L"Marks", 0);
         const HostRibbonItem entry =
-            CallHost<Op::HostRibbonAddSubItem>(element, 0, L"Batch", L"Batch Work", 0, 0, 0, 0);
-        CallHost<Op::HostRibbonSetTooltip>(entry, L"Runs over files");
-        CallHost<Op::HostRibbonSetExecuteProc>(entry, &Execute);
-        CallHost<Op::HostRibbonSetEnableProc>(entry, &Enabled);
+            Call<HostRibbonAddSubItem>(Call<HostRibbonAddElement>(panel, 8, L"Marks", L"Marks", 0),
+                                       0, L"Batch", L"Batch Work", 0, 0, 0, 0);
+        Call<HostRibbonSetTooltip>(entry, L"Runs over files");
+        Call<HostRibbonSetExecuteProc>(entry, &Execute);
+        Call<HostRibbonSetEnableProc>(entry, &Enabled);
     }
 
     QAction* Entry() { return window_.findChild<QAction*>(QStringLiteral("Batch")); }

@@ -1,7 +1,5 @@
 // The document lifecycle as plug-ins see it: which hooks fire, in which order, with what.
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <vector>
 
 #include "engine/document.h"
@@ -12,8 +10,8 @@
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
-using testing::CallHost;
+using enum hostops::Op;
+using testing::Call;
 using testing::RecordingHooks;
 
 using Calls = std::vector<std::string>;
@@ -22,14 +20,11 @@ class DocumentEvents : public testing::HostFixture {
   protected:
     DocumentEvents() {
         path_ = testing::WritePdf(files_, "three.pdf", testing::ThreePages());
-        CallHost<Op::HostAppRegisterDocEvents>(hooks_.Record());
+        Call<HostAppRegisterDocEvents>(hooks_.Record());
     }
 
-    HostDocument& Open() {
-        HostApp::OpenResult result = app_.OpenDocument(path_);
-        EXPECT_NE(result.document, nullptr) << result.error;
-        return *result.document;
-    }
+    HostDocument& Open() { return OpenPath(path_); }
+    HostDocument& Doc(int number) { return *app_.Documents().FindByNumber(number); }
 
     RecordingHooks hooks_;
     std::string path_;
@@ -42,9 +37,9 @@ TEST_F(DocumentEvents, OpeningFiresWillOpenDidOpenThenActivate) {
     HostDocument& second = Open();
     EXPECT_EQ(hooks_.Take(), (Calls{"will-open", "did-open 2", "activate 2"}));
     EXPECT_EQ(app_.Documents().Active(), &second);
-    EXPECT_EQ(CallHost<Op::HostAppGetActiveDoc>(), second.Handle());
-    EXPECT_EQ(CallHost<Op::HostAppGetDocCount>(), 2);
-    EXPECT_EQ(CallHost<Op::HostAppGetDocByIndex>(0), first.Handle());
+    EXPECT_EQ(Call<HostAppGetActiveDoc>(), second.Handle());
+    EXPECT_EQ(Call<HostAppGetDocCount>(), 2);
+    EXPECT_EQ(Call<HostAppGetDocByIndex>(0), first.Handle());
 }
 
 TEST_F(DocumentEvents, AFileThatCannotBeOpenedFiresNothing) {
@@ -53,28 +48,40 @@ TEST_F(DocumentEvents, AFileThatCannotBeOpenedFiresNothing) {
     EXPECT_TRUE(
         missing.error.starts_with("cannot open " + (files_ / "missing.pdf").string() + ": "))
         << missing.error;
-    EXPECT_EQ(CallHost<Op::HostDocOpen>(L"/no/such.pdf", L"", 1, 0), nullptr);
+    EXPECT_EQ(Call<HostDocOpen>(L"/no/such.pdf", L"", 1, 0), nullptr);
     EXPECT_TRUE(hooks_.Take().empty());
     EXPECT_TRUE(app_.Documents().All().empty());
 }
 
-TEST_F(DocumentEvents, ClosingTheActiveTabActivatesItsNeighbour) {
+// Each step, the hooks it fires and the active document after it (0: none).
+TEST_F(DocumentEvents, TabChangesFireTheirHooksAndAClosedActiveTabGivesWayToItsNeighbour) {
     Open();
     Open();
     Open();
     hooks_.Take();
-    app_.Activate(*app_.Documents().FindByNumber(2));
-    EXPECT_EQ(hooks_.Take(), (Calls{"activate 2"}));
-    app_.Activate(*app_.Documents().FindByNumber(2));
-    EXPECT_TRUE(hooks_.Take().empty()) << "an active tab does not become active again";
-
-    CallHost<Op::HostDocClose>(app_.Documents().FindByNumber(2)->Handle(), 0, 0, 0);
-    EXPECT_EQ(hooks_.Take(), (Calls{"closing 2", "activate 3"}));
-    app_.CloseDocument(*app_.Documents().FindByNumber(3));
-    EXPECT_EQ(hooks_.Take(), (Calls{"closing 3", "activate 1"}));
-    app_.CloseDocument(*app_.Documents().FindByNumber(1));
-    EXPECT_EQ(hooks_.Take(), (Calls{"closing 1"}));
-    EXPECT_EQ(CallHost<Op::HostAppGetActiveDoc>(), nullptr);
+    const struct {
+        std::function<void()> step;
+        Calls calls;
+        int active;
+    } steps[] = {
+        {[&] { app_.Activate(Doc(2)); }, {"activate 2"}, 2},
+        {[&] { app_.Activate(Doc(2)); }, {}, 2},  // an active tab does not become active again
+        {[&] { Call<HostDocClose>(Doc(2).Handle(), 0, 0, 0); }, {"closing 2", "activate 3"}, 3},
+        {[&] { app_.CloseDocument(Doc(3)); }, {"closing 3", "activate 1"}, 1},
+        {[&] { Open(); }, {"will-open", "did-open 4", "activate 4"}, 4},
+        {[&] { app_.CloseDocument(Doc(1)); }, {"closing 1"}, 4},  // a background tab
+        {[&] { app_.ActivateOtherTab(); }, {"other-tab"}, 0},
+        {[&] { Call<HostAppActivateDoc>(Doc(4).Handle()); }, {"activate 4"}, 4},
+        {[&] { app_.CloseDocument(Doc(4)); }, {"closing 4"}, 0},
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(&step - steps);
+        step.step();
+        EXPECT_EQ(hooks_.Take(), step.calls);
+        const HostDocument* active = app_.Documents().Active();
+        EXPECT_EQ(active != nullptr ? active->Number() : 0, step.active);
+        EXPECT_EQ(Call<HostAppGetActiveDoc>(), active != nullptr ? active->Handle() : nullptr);
+    }
 }
 
 TEST_F(DocumentEvents, WhileTheActiveTabClosesTheTabTakingItsPlaceCountsAsActive) {
@@ -82,49 +89,30 @@ TEST_F(DocumentEvents, WhileTheActiveTabClosesTheTabTakingItsPlaceCountsAsActive
     Open();
     hooks_.Take();
     HostDoc seen = nullptr;
-    hooks_.duringNextHook = [&] { seen = CallHost<Op::HostAppGetActiveDoc>(); };
-    app_.CloseDocument(*app_.Documents().FindByNumber(2));
-    EXPECT_EQ(seen, app_.Documents().FindByNumber(1)->Handle());
+    hooks_.duringNextHook = [&] { seen = Call<HostAppGetActiveDoc>(); };
+    app_.CloseDocument(Doc(2));
+    EXPECT_EQ(seen, Doc(1).Handle());
     // Closing the last one leaves no document: the closing hook sees none.
-    hooks_.duringNextHook = [&] { seen = CallHost<Op::HostAppGetActiveDoc>(); };
-    app_.CloseDocument(*app_.Documents().FindByNumber(1));
+    hooks_.duringNextHook = [&] { seen = Call<HostAppGetActiveDoc>(); };
+    app_.CloseDocument(Doc(1));
     EXPECT_EQ(seen, nullptr);
     EXPECT_EQ(hooks_.Take(), (Calls{"closing 2", "activate 1", "closing 1"}));
-}
-
-TEST_F(DocumentEvents, ClosingABackgroundTabKeepsTheActiveOne) {
-    HostDocument& first = Open();
-    Open();
-    hooks_.Take();
-    app_.CloseDocument(first);
-    EXPECT_EQ(hooks_.Take(), (Calls{"closing 1"}));
-    EXPECT_EQ(app_.Documents().Active()->Number(), 2);
-}
-
-TEST_F(DocumentEvents, OtherTabLeavesNoActiveDocumentUntilATabIsChosen) {
-    HostDocument& document = Open();
-    hooks_.Take();
-    app_.ActivateOtherTab();
-    EXPECT_EQ(hooks_.Take(), (Calls{"other-tab"}));
-    EXPECT_EQ(CallHost<Op::HostAppGetActiveDoc>(), nullptr);
-    CallHost<Op::HostAppActivateDoc>(document.Handle());
-    EXPECT_EQ(hooks_.Take(), (Calls{"activate 1"}));
 }
 
 TEST_F(DocumentEvents, ModifiedFiresOnceUntilASaveWritesAFullFileThatReopens) {
     HostDocument& document = Open();
     hooks_.Take();
-    EXPECT_EQ(CallHost<Op::HostDocIsModified>(document.Handle()), 0);
+    EXPECT_EQ(Call<HostDocIsModified>(document.Handle()), 0);
     document.Engine().SetInfoString("Title", "Saved by the host");
-    CallHost<Op::HostDocSetChanged>(document.Handle());
-    CallHost<Op::HostDocSetChanged>(document.Handle());
+    Call<HostDocSetChanged>(document.Handle());
+    Call<HostDocSetChanged>(document.Handle());
     EXPECT_EQ(hooks_.Take(), (Calls{"modified 1"}));
-    EXPECT_EQ(CallHost<Op::HostDocIsModified>(document.Handle()), 1);
+    EXPECT_EQ(Call<HostDocIsModified>(document.Handle()), 1);
 
-    EXPECT_EQ(CallHost<Op::HostDocSave>(document.Handle(), 0, 0, 1, 0), 1);
+    EXPECT_EQ(Call<HostDocSave>(document.Handle(), 0, 0, 1, 0), 1);
     EXPECT_EQ(hooks_.Take(), (Calls{"did-save 1 1"}));
-    EXPECT_EQ(CallHost<Op::HostDocIsModified>(document.Handle()), 0);
-    CallHost<Op::HostDocSetChanged>(document.Handle());
+    EXPECT_EQ(Call<HostDocIsModified>(document.Handle()), 0);
+    Call<HostDocSetChanged>(document.Handle());
     EXPECT_EQ(hooks_.Take(), (Calls{"modified 1"}));
 
     engine::Context context;
@@ -132,24 +120,21 @@ TEST_F(DocumentEvents, ModifiedFiresOnceUntilASaveWritesAFullFileThatReopens) {
     EXPECT_EQ(reopened.PageCount(), 3);
     EXPECT_EQ(reopened.InfoString("Title"), "Saved by the host");
     // A full save rewrites the file; an incremental one would only append to it.
-    std::ifstream file(path_, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(file)), {});
+    const std::string bytes = testing::FileBytes(path_);
     EXPECT_EQ(bytes.find("%%EOF"), bytes.rfind("%%EOF"));
 }
 
 TEST_F(DocumentEvents, ANewDocumentIsTemporaryAndCannotBeSavedInPlace) {
     HostDocument& document = app_.NewDocument();
     EXPECT_EQ(hooks_.Take(), (Calls{"will-open", "did-open 1", "activate 1"}));
-    EXPECT_EQ(CallHost<Op::HostDocIsTemporary>(document.Handle()), 1);
-    EXPECT_EQ(CallHost<Op::HostDocGetPageCount>(document.Handle()), 1);
-    HostWideString text = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostDocGetFilePath>(document.Handle(), text);
-    EXPECT_EQ(testing::WideText(text), L"");
-    CallHost<Op::HostDocGetFileName>(document.Handle(), text);
-    EXPECT_EQ(testing::WideText(text), L"Untitled-1.pdf");
-    CallHost<Op::HostWideStringDelete>(text);
+    EXPECT_EQ(Call<HostDocIsTemporary>(document.Handle()), 1);
+    EXPECT_EQ(Call<HostDocGetPageCount>(document.Handle()), 1);
+    const HostDoc doc = document.Handle();
+    EXPECT_EQ(testing::ReadWide([&](HostWideString s) { Call<HostDocGetFilePath>(doc, s); }), L"");
+    EXPECT_EQ(testing::ReadWide([&](HostWideString s) { Call<HostDocGetFileName>(doc, s); }),
+              L"Untitled-1.pdf");
 
-    EXPECT_EQ(CallHost<Op::HostDocSave>(document.Handle(), 0, 0, 1, 0), 0);
+    EXPECT_EQ(Call<HostDocSave>(document.Handle(), 0, 0, 1, 0), 0);
     EXPECT_EQ(hooks_.Take(), (Calls{"did-save 1 0"}));
 }
 
@@ -160,38 +145,36 @@ TEST_F(DocumentEvents, HiddenDocumentsHaveNoTabButCloseWithTheHook) {
     HostOpenHiddenOptions quiet{};
     quiet.readOnly = 1;
     quiet.quiet = 1;
-    const HostDoc hidden = CallHost<Op::HostDocOpenHidden>(wide.c_str(), &quiet);
+    const HostDoc hidden = Call<HostDocOpenHidden>(wide.c_str(), &quiet);
     ASSERT_NE(hidden, nullptr);
     EXPECT_TRUE(hooks_.Take().empty());
-    EXPECT_EQ(CallHost<Op::HostAppGetDocCount>(), 1);
-    EXPECT_EQ(CallHost<Op::HostDocGetPageCount>(hidden), 3);
-    CallHost<Op::HostAppActivateDoc>(hidden);
+    EXPECT_EQ(Call<HostAppGetDocCount>(), 1);
+    EXPECT_EQ(Call<HostDocGetPageCount>(hidden), 3);
+    Call<HostAppActivateDoc>(hidden);
     EXPECT_EQ(app_.Documents().Active()->Number(), 1);
 
-    const HostDoc announced = CallHost<Op::HostDocOpenHidden>(wide.c_str(), nullptr);
+    const HostDoc announced = Call<HostDocOpenHidden>(wide.c_str(), nullptr);
     EXPECT_EQ(hooks_.Take(), (Calls{"will-open", "did-open 3"}));
 
-    CallHost<Op::HostDocClose>(hidden, 0, 0, 0);
-    CallHost<Op::HostDocClose>(announced, 0, 0, 0);
+    Call<HostDocClose>(hidden, 0, 0, 0);
+    Call<HostDocClose>(announced, 0, 0, 0);
     EXPECT_EQ(hooks_.Take(), (Calls{"closing 2", "closing 3"}));
     EXPECT_EQ(app_.Documents().Active()->Number(), 1);
 }
 
 TEST_F(DocumentEvents, HooksMayUnregisterAndCloseWhileTheyRun) {
     RecordingHooks second;
-    CallHost<Op::HostAppRegisterDocEvents>(second.Record());
-    CallHost<Op::HostAppRegisterDocEvents>(second.Record());  // once is enough
+    Call<HostAppRegisterDocEvents>(second.Record());
+    Call<HostAppRegisterDocEvents>(second.Record());  // once is enough
     // The first record unregisters the second during will-open: the second hears nothing more.
-    hooks_.duringNextHook = [&] { CallHost<Op::HostAppUnregisterDocEvents>(second.Record()); };
+    hooks_.duringNextHook = [&] { Call<HostAppUnregisterDocEvents>(second.Record()); };
     Open();
     EXPECT_EQ(hooks_.Take(), (Calls{"will-open", "did-open 1", "activate 1"}));
     EXPECT_TRUE(second.Take().empty());
 
     // Closing from inside the closing hook is ignored; the document goes once.
-    hooks_.duringNextHook = [&] {
-        CallHost<Op::HostDocClose>(app_.Documents().FindByNumber(1)->Handle(), 0, 0, 0);
-    };
-    app_.CloseDocument(*app_.Documents().FindByNumber(1));
+    hooks_.duringNextHook = [&] { Call<HostDocClose>(Doc(1).Handle(), 0, 0, 0); };
+    app_.CloseDocument(Doc(1));
     EXPECT_EQ(hooks_.Take(), (Calls{"closing 1"}));
     EXPECT_TRUE(app_.Documents().All().empty());
 }
@@ -199,18 +182,18 @@ TEST_F(DocumentEvents, HooksMayUnregisterAndCloseWhileTheyRun) {
 TEST_F(DocumentEvents, ClosedDocumentHandlesGiveNeutralResults) {
     HostDocument& document = Open();
     const HostDoc handle = document.Handle();
-    const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(handle);
+    const NdxDoc pdf = Call<HostDocGetPdfDoc>(handle);
     ASSERT_NE(pdf, nullptr);
     app_.CloseDocument(document);
-    EXPECT_EQ(CallHost<Op::HostDocGetPdfDoc>(handle), nullptr);
-    EXPECT_EQ(CallHost<Op::HostDocGetPageCount>(handle), 0);
-    EXPECT_EQ(CallHost<Op::HostDocGetPermissions>(handle), 0u);
-    EXPECT_EQ(CallHost<Op::NDXDocGetPageCount>(pdf), 0);
-    EXPECT_EQ(CallHost<Op::HostDocGetPageView>(handle, 0), nullptr);
-    CallHost<Op::HostDocSetChanged>(handle);
-    CallHost<Op::HostDocClose>(handle, 0, 0, 0);
-    CallHost<Op::HostAppActivateDoc>(handle);
-    EXPECT_EQ(CallHost<Op::HostDocSave>(handle, 0, 0, 1, 0), 0);
+    EXPECT_EQ(Call<HostDocGetPdfDoc>(handle), nullptr);
+    EXPECT_EQ(Call<HostDocGetPageCount>(handle), 0);
+    EXPECT_EQ(Call<HostDocGetPermissions>(handle), 0u);
+    EXPECT_EQ(Call<NDXDocGetPageCount>(pdf), 0);
+    EXPECT_EQ(Call<HostDocGetPageView>(handle, 0), nullptr);
+    Call<HostDocSetChanged>(handle);
+    Call<HostDocClose>(handle, 0, 0, 0);
+    Call<HostAppActivateDoc>(handle);
+    EXPECT_EQ(Call<HostDocSave>(handle, 0, 0, 1, 0), 0);
 }
 
 }  // namespace

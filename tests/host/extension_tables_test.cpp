@@ -2,9 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <sstream>
 
-#include "automation/script_session.h"
 #include "engine/ocr_recognizer.h"
 #include "host_test_support.h"
 #include "script_lines.h"
@@ -14,9 +12,8 @@ namespace pdfhost {
 namespace {
 
 using hostops::ExtOp;
-using hostops::Op;
-using testing::CallHost;
-using testing::Compact;
+using enum hostops::Op;
+using testing::Call;
 using ::testing::HasSubstr;
 
 // Function of an extension table, found as a plug-in finds it.
@@ -24,18 +21,17 @@ template <ExtOp op>
 auto* ExtensionFunction() {
     using Traits = hostops::ExtOpTraits<op>;
     const hostops::ExtTableInfo& info = hostops::InfoOf(Traits::table);
-    const HostExtTable table = CallHost<Op::HostExtensionFind>(info.name, info.version);
+    const HostExtTable table = Call<HostExtensionFind>(info.name, info.version);
     EXPECT_NE(table, nullptr) << info.name;
     return reinterpret_cast<typename Traits::Fn*>(
-        CallHost<Op::HostExtensionGetFunction>(table, Traits::index));
+        Call<HostExtensionGetFunction>(table, Traits::index));
 }
 
 class ExtensionTablesTest : public testing::HostFixture {
   protected:
     ExtensionTablesTest() { app_.LoadPlugins(); }
 
-    std::ostringstream out_;
-    ScriptSession session_{app_, out_};
+    testing::Scripted script_{app_};
 };
 
 TEST_F(ExtensionTablesTest, AnAddressOpensOutsideAndHeadlessOnlyPrintsIt) {
@@ -71,7 +67,7 @@ TEST_F(ExtensionTablesTest, TheRecognitionDialogIsAnsweredLikeOtherDialogs) {
                                        ++seen->calls;
                                    }};
     HostOcrOptions options{L"English", 1};
-    const HostWindow window = CallHost<Op::HostAppGetMainWindow>();
+    const HostWindow window = Call<HostAppGetMainWindow>();
 
     app_.Answers().Queue("ocr", true);
     EXPECT_EQ(show(window, &options, &callback), 1);
@@ -83,11 +79,11 @@ TEST_F(ExtensionTablesTest, TheRecognitionDialogIsAnsweredLikeOtherDialogs) {
     EXPECT_EQ(show(window, &options, &callback), 0);
     EXPECT_EQ(show(window, &options, &callback), 0);
     EXPECT_EQ(confirmed.calls, 1);
-    const auto lines = testing::TakeScriptLines(out_);
-    ASSERT_EQ(lines.size(), 4u);
-    EXPECT_EQ(Compact(lines[0]), R"({"answer":true,"dialog":"ocr","language":"English"})");
-    EXPECT_EQ(Compact(lines[1]), R"({"answer":false,"dialog":"ocr","language":"English"})");
-    EXPECT_EQ(Compact(lines[3]), R"({"unanswered":"ocr"})");
+    EXPECT_EQ(script_.TakeTexts(),
+              (std::vector<std::string>{R"({"answer":true,"dialog":"ocr","language":"English"})",
+                                        R"({"answer":false,"dialog":"ocr","language":"English"})",
+                                        R"({"answer":null,"dialog":"ocr","language":"English"})",
+                                        R"({"unanswered":"ocr"})"}));
 }
 
 TEST_F(ExtensionTablesTest, RecognitionMakesAScannedPageSearchable) {
@@ -108,23 +104,21 @@ TEST_F(ExtensionTablesTest, RecognitionMakesAScannedPageSearchable) {
     auto* recognize = ExtensionFunction<ExtOp::OcrRecognizePage>();
     ASSERT_NE(recognize, nullptr);
     HostOcrOptions options{L"English", 1};
-    const NdxPage page =
-        CallHost<Op::HostPageViewGetPage>(CallHost<Op::HostDocGetPageView>(doc, 0));
+    const NdxPage page = Call<HostPageViewGetPage>(Call<HostDocGetPageView>(doc, 0));
     EXPECT_EQ(recognize(page, &options, 0), 1);
-    EXPECT_EQ(CallHost<Op::HostDocIsModified>(doc), 1);
+    EXPECT_EQ(Call<HostDocIsModified>(doc), 1);
     // A page with text keeps it as it is: a second run doubles nothing.
     EXPECT_EQ(recognize(page, &options, 0), 1);
     EXPECT_EQ(recognize(nullptr, &options, 0), 0);
 
-    const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(doc);
-    const HostStringArray lines = CallHost<Op::HostStringArrayNew>();
-    CallHost<Op::NDXPageGetTextLines>(lines, pdf, CallHost<Op::NDXDocGetPage>(pdf, 0), 10, 15);
-    ASSERT_EQ(CallHost<Op::HostStringArrayCount>(lines), 1);
-    const HostWideString line = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostStringArrayGet>(lines, 0, line);
-    EXPECT_EQ(testing::WideText(line), L"ACCOUNT 55120 CLOSED");
-    CallHost<Op::HostWideStringDelete>(line);
-    CallHost<Op::HostStringArrayDestroy>(lines);
+    const NdxDoc pdf = Call<HostDocGetPdfDoc>(doc);
+    const HostStringArray lines = Call<HostStringArrayNew>();
+    Call<NDXPageGetTextLines>(lines, pdf, Call<NDXDocGetPage>(pdf, 0), 10, 15);
+    ASSERT_EQ(Call<HostStringArrayCount>(lines), 1);
+    EXPECT_EQ(
+        testing::ReadWide([&](HostWideString line) { Call<HostStringArrayGet>(lines, 0, line); }),
+        L"ACCOUNT 55120 CLOSED");
+    Call<HostStringArrayDestroy>(lines);
 }
 
 }  // namespace

@@ -11,8 +11,8 @@
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
-using testing::CallHost;
+using enum hostops::Op;
+using testing::Call;
 namespace fs = std::filesystem;
 namespace perm = engine::permission;
 
@@ -33,10 +33,10 @@ class FileCheckTables : public testing::HostFixture {
     }
 
     int ReaderVerdict(const std::string& path) {
-        HostReader reader = CallHost<Op::HostReaderCreate>();
-        const int result = CallHost<Op::HostReaderOpen>(reader, WideOf(path).c_str(), 0);
-        CallHost<Op::HostReaderDetach>(reader, 0);
-        CallHost<Op::HostReaderDestroy>(reader);
+        HostReader reader = Call<HostReaderCreate>();
+        const int result = Call<HostReaderOpen>(reader, WideOf(path).c_str(), 0);
+        Call<HostReaderDetach>(reader, 0);
+        Call<HostReaderDestroy>(reader);
         return result;
     }
 
@@ -46,7 +46,7 @@ class FileCheckTables : public testing::HostFixture {
         options.quiet = 1;
         options.keepHidden = 1;
         const std::wstring wide = WideOf(path);
-        return CallHost<Op::HostDocOpenHidden>(wide.c_str(), &options);
+        return Call<HostDocOpenHidden>(wide.c_str(), &options);
     }
 };
 
@@ -71,18 +71,18 @@ TEST_F(FileCheckTables, ReaderRefusesWhatCannotBeOpened) {
 }
 
 TEST_F(FileCheckTables, StaleReadersAndHandlersAreRefused) {
-    HostReader reader = CallHost<Op::HostReaderCreate>();
-    CallHost<Op::HostReaderDestroy>(reader);
+    HostReader reader = Call<HostReaderCreate>();
+    Call<HostReaderDestroy>(reader);
     const std::string path = testing::WritePdf(files_, "plain.pdf", testing::ThreePages());
-    EXPECT_NE(CallHost<Op::HostReaderOpen>(reader, WideOf(path).c_str(), 0), 0);
-    CallHost<Op::HostReaderDetach>(reader, 0);
+    EXPECT_NE(Call<HostReaderOpen>(reader, WideOf(path).c_str(), 0), 0);
+    Call<HostReaderDetach>(reader, 0);
 
-    HostSecurityHandler handler = CallHost<Op::HostSecurityHandlerCreate>();
-    const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(OpenHidden(path));
-    EXPECT_EQ(CallHost<Op::HostSecurityHandlerCheck>(handler, pdf, 0), 0);
-    EXPECT_NE(CallHost<Op::HostSecurityHandlerCheck>(handler, nullptr, 0), 0);
-    CallHost<Op::HostSecurityHandlerDestroy>(handler);
-    EXPECT_NE(CallHost<Op::HostSecurityHandlerCheck>(handler, pdf, 0), 0);
+    HostSecurityHandler handler = Call<HostSecurityHandlerCreate>();
+    const NdxDoc pdf = Call<HostDocGetPdfDoc>(OpenHidden(path));
+    EXPECT_EQ(Call<HostSecurityHandlerCheck>(handler, pdf, 0), 0);
+    EXPECT_NE(Call<HostSecurityHandlerCheck>(handler, nullptr, 0), 0);
+    Call<HostSecurityHandlerDestroy>(handler);
+    EXPECT_NE(Call<HostSecurityHandlerCheck>(handler, pdf, 0), 0);
 }
 
 TEST_F(FileCheckTables, SecurityHandlerRefusesWhatMayNotBeChanged) {
@@ -95,14 +95,14 @@ TEST_F(FileCheckTables, SecurityHandlerRefusesWhatMayNotBeChanged) {
         {"changes allowed", Encrypted("modify.pdf", "", perm::kModify | perm::kCopy), 0},
         {"changes forbidden", Encrypted("nomodify.pdf", "", perm::kPrint | perm::kCopy), 1},
     };
-    HostSecurityHandler handler = CallHost<Op::HostSecurityHandlerCreate>();
+    HostSecurityHandler handler = Call<HostSecurityHandlerCreate>();
     for (const auto& c : cases) {
         const HostDoc doc = OpenHidden(c.path);
         ASSERT_NE(doc, nullptr) << c.what;
-        const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(doc);
-        EXPECT_EQ(CallHost<Op::HostSecurityHandlerCheck>(handler, pdf, 0), c.expected) << c.what;
+        const NdxDoc pdf = Call<HostDocGetPdfDoc>(doc);
+        EXPECT_EQ(Call<HostSecurityHandlerCheck>(handler, pdf, 0), c.expected) << c.what;
     }
-    CallHost<Op::HostSecurityHandlerDestroy>(handler);
+    Call<HostSecurityHandlerDestroy>(handler);
 }
 
 TEST_F(FileCheckTables, HiddenDocumentIsSavedElsewhereWholeAndClosed) {
@@ -110,16 +110,16 @@ TEST_F(FileCheckTables, HiddenDocumentIsSavedElsewhereWholeAndClosed) {
     const HostDoc doc = OpenHidden(source);
     ASSERT_NE(doc, nullptr);
     EXPECT_TRUE(app_.Documents().Tabs().empty());
-    EXPECT_EQ(CallHost<Op::HostDocIsTemporary>(doc), 0);
+    EXPECT_EQ(Call<HostDocIsTemporary>(doc), 0);
 
     const fs::path out = files_ / "out";
     fs::create_directory(out);
     const std::string target = (out / "source_redacted.pdf").string();
     const HostSaveAsOptions options{0, 1, 0, 0};
-    EXPECT_EQ(CallHost<Op::HostDocSaveAs>(doc, WideOf(target).c_str(), 0, 0, &options), 1);
+    EXPECT_EQ(Call<HostDocSaveAs>(doc, WideOf(target).c_str(), 0, 0, &options), 1);
     // A target in a missing folder fails without leaving anything behind.
     const std::string nowhere = (files_ / "missing" / "x.pdf").string();
-    EXPECT_EQ(CallHost<Op::HostDocSaveAs>(doc, WideOf(nowhere).c_str(), 0, 0, &options), 0);
+    EXPECT_EQ(Call<HostDocSaveAs>(doc, WideOf(nowhere).c_str(), 0, 0, &options), 0);
     EXPECT_FALSE(fs::exists(files_ / "missing"));
 
     std::vector<std::string> written;
@@ -128,7 +128,7 @@ TEST_F(FileCheckTables, HiddenDocumentIsSavedElsewhereWholeAndClosed) {
     EXPECT_EQ(written, std::vector<std::string>{"source_redacted.pdf"}) << "no temporary left";
     EXPECT_EQ(engine::Document::Open(app_.Engine(), target).PageCount(), 3);
 
-    CallHost<Op::HostDocClose>(doc, 0, 0, 0);
+    Call<HostDocClose>(doc, 0, 0, 0);
     EXPECT_EQ(app_.Documents().Find(doc), nullptr);
 }
 
@@ -153,10 +153,9 @@ TEST(FileSizeText, UnitsAndRounding) {
 }
 
 TEST_F(FileCheckTables, FormatFileSizeFillsTheString) {
-    HostWideString out = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostFormatFileSize>(int64_t{2048}, out);
-    EXPECT_EQ(testing::WideText(out), L"2.0 KB");
-    CallHost<Op::HostWideStringDelete>(out);
+    EXPECT_EQ(
+        testing::ReadWide([](HostWideString out) { Call<HostFormatFileSize>(int64_t{2048}, out); }),
+        L"2.0 KB");
 }
 
 }  // namespace

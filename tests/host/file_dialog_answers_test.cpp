@@ -1,8 +1,6 @@
 // Headless file dialogs answered from the queued answers, as the plug-in's own dialogs are.
 #include <QFileDialog>
-#include <sstream>
 
-#include "automation/script_session.h"
 #include "host_test_support.h"
 #include "script_lines.h"
 
@@ -16,14 +14,6 @@ class FileDialogAnswersTest : public testing::HostFixture {
     FileDialogAnswersTest() {
         first_ = testing::WritePdf(files_, "first.pdf", testing::ThreePages());
         second_ = testing::WritePdf(other_, "second.pdf", testing::ThreePages());
-    }
-
-    void Answer(const std::string& kind, const Json::Value& value) {
-        Json::Value line(Json::objectValue);
-        line["host"] = "answer";
-        line["dialog"] = kind;
-        line["value"] = value;
-        session_.HandleLine(Compact(line));
     }
 
     // A dialog set up as the plug-in sets up its own: non-native, modal, run with exec().
@@ -55,17 +45,16 @@ class FileDialogAnswersTest : public testing::HostFixture {
     testing::TempFolder other_;
     std::string first_;
     std::string second_;
-    std::ostringstream out_;
-    ScriptSession session_{app_, out_};
+    testing::Scripted script_{app_};
 };
 
 TEST_F(FileDialogAnswersTest, AQueuedFileOpenAnswerPicksTheFilesAndIsPrinted) {
-    Answer("fileOpen", Paths({first_, second_}));
+    script_.Answer("fileOpen", Paths({first_, second_}));
     const Outcome picked = Run(QFileDialog::AcceptOpen, QFileDialog::ExistingFiles, "Select");
     EXPECT_TRUE(picked.accepted);
     EXPECT_EQ(picked.files,
               QStringList({QString::fromStdString(first_), QString::fromStdString(second_)}));
-    auto lines = testing::TakeScriptLines(out_);
+    auto lines = script_.Take();
     ASSERT_EQ(lines.size(), 1u);
     Json::Value expected(Json::objectValue);
     expected["dialog"] = "fileOpen";
@@ -74,42 +63,40 @@ TEST_F(FileDialogAnswersTest, AQueuedFileOpenAnswerPicksTheFilesAndIsPrinted) {
     EXPECT_EQ(lines[0], expected) << Compact(lines[0]);
 
     // One path as a plain string will do; a dialog for one file takes the first of several.
-    Answer("fileOpen", second_);
+    script_.Answer("fileOpen", second_);
     EXPECT_EQ(Run(QFileDialog::AcceptOpen, QFileDialog::ExistingFile).files,
               QStringList({QString::fromStdString(second_)}));
-    Answer("fileOpen", Paths({first_, second_}));
+    script_.Answer("fileOpen", Paths({first_, second_}));
     EXPECT_EQ(Run(QFileDialog::AcceptOpen, QFileDialog::ExistingFile).files,
               QStringList({QString::fromStdString(first_)}));
-    EXPECT_EQ(testing::TakeScriptLines(out_).size(), 2u);
+    EXPECT_EQ(script_.Take().size(), 2u);
 }
 
 TEST_F(FileDialogAnswersTest, WithoutAnAnswerOrWithNullTheDialogIsCancelled) {
+    const std::string cancelled = R"({"answer":null,"dialog":"fileOpen","title":"Open"})";
     EXPECT_FALSE(Run(QFileDialog::AcceptOpen, QFileDialog::ExistingFiles).accepted);
-    auto lines = testing::TakeScriptLines(out_);
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0]["dialog"].asString(), "fileOpen");
-    EXPECT_TRUE(lines[0]["answer"].isNull());
-    EXPECT_EQ(Compact(lines[1]), R"({"unanswered":"fileOpen"})");
+    EXPECT_EQ(script_.TakeTexts(),
+              (std::vector<std::string>{cancelled, R"({"unanswered":"fileOpen"})"}));
 
-    Answer("fileOpen", Json::Value());
+    script_.Answer("fileOpen", Json::Value());
     EXPECT_FALSE(Run(QFileDialog::AcceptOpen, QFileDialog::ExistingFiles).accepted);
-    lines = testing::TakeScriptLines(out_);
-    ASSERT_EQ(lines.size(), 1u) << "a cancel that was asked for is not unanswered";
+    EXPECT_EQ(script_.TakeTexts(), std::vector<std::string>{cancelled})
+        << "a cancel that was asked for is not unanswered";
     EXPECT_EQ(app_.Answers().Pending("fileOpen"), 0u);
 }
 
 TEST_F(FileDialogAnswersTest, AnswersTheDialogCannotTakeCancelItWithAnError) {
     const std::string missing = (files_ / "missing.pdf").string();
-    Answer("fileOpen", Paths({first_, missing}));
+    script_.Answer("fileOpen", Paths({first_, missing}));
     EXPECT_FALSE(Run(QFileDialog::AcceptOpen, QFileDialog::ExistingFiles).accepted);
-    Answer("fileOpen", 42);
+    script_.Answer("fileOpen", 42);
     EXPECT_FALSE(Run(QFileDialog::AcceptOpen, QFileDialog::ExistingFiles).accepted);
-    Answer("folder", first_);
+    script_.Answer("folder", first_);
     EXPECT_FALSE(Run(QFileDialog::AcceptOpen, QFileDialog::Directory).accepted);
-    Answer("fileSave", files_.Path().string());
+    script_.Answer("fileSave", files_.Path().string());
     EXPECT_FALSE(Run(QFileDialog::AcceptSave, QFileDialog::AnyFile).accepted);
 
-    const auto lines = testing::TakeScriptLines(out_);
+    const auto lines = script_.Take();
     ASSERT_EQ(lines.size(), 8u);
     EXPECT_EQ(lines[1]["error"].asString(), "fileOpen answer: no file " + missing);
     EXPECT_EQ(lines[3]["error"].asString(), "fileOpen answer: expected an array of paths or null");
@@ -120,22 +107,22 @@ TEST_F(FileDialogAnswersTest, AnswersTheDialogCannotTakeCancelItWithAnError) {
 
 TEST_F(FileDialogAnswersTest, SaveAndFolderDialogsTakeTheirPath) {
     // Saving over an existing file asks nothing more: the answer is the user's confirmed choice.
-    Answer("fileSave", first_);
+    script_.Answer("fileSave", first_);
     const Outcome over = Run(QFileDialog::AcceptSave, QFileDialog::AnyFile, "Save As");
     EXPECT_TRUE(over.accepted);
     EXPECT_EQ(over.files, QStringList({QString::fromStdString(first_)}));
 
     const std::string fresh = (other_ / "new.pdf").string();
-    Answer("fileSave", fresh);
+    script_.Answer("fileSave", fresh);
     EXPECT_EQ(Run(QFileDialog::AcceptSave, QFileDialog::AnyFile).files,
               QStringList({QString::fromStdString(fresh)}));
 
-    Answer("folder", other_.Path().string());
+    script_.Answer("folder", other_.Path().string());
     const Outcome folder = Run(QFileDialog::AcceptOpen, QFileDialog::Directory);
     EXPECT_TRUE(folder.accepted);
     EXPECT_EQ(folder.files, QStringList({QString::fromStdString(other_.Path().string())}));
 
-    const auto lines = testing::TakeScriptLines(out_);
+    const auto lines = script_.Take();
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0]["dialog"].asString(), "fileSave");
     EXPECT_EQ(lines[0]["title"].asString(), "Save As");

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 
 namespace pdfhost::testing {
 
@@ -33,17 +35,57 @@ engine::PdfDescription ThreePages() {
 }
 
 std::wstring WideText(HostWideString text) {
-    const wchar_t* data = CallHost<hostops::Op::HostWideStringData>(text);
+    const wchar_t* data = Call<HostWideStringData>(text);
     return data != nullptr ? data : L"";
 }
 
 std::string ByteText(HostByteString text) {
-    const char* data = CallHost<hostops::Op::HostByteStringData>(text);
-    const int length = CallHost<hostops::Op::HostByteStringGetLength>(text);
+    const char* data = Call<HostByteStringData>(text);
+    const int length = Call<HostByteStringGetLength>(text);
     return data != nullptr ? std::string(data, static_cast<std::size_t>(length)) : "";
 }
 
+std::vector<float> Corners(const NdxRect& rect) {
+    return {rect.left, rect.bottom, rect.right, rect.top};
+}
+
+void SelectRects(const HostDocument& document, int page, const std::vector<NdxRect>& rects) {
+    const NdxRectArray array = Call<NDXRectArrayNew>();
+    for (const NdxRect& r : rects)
+        Call<NDXRectArrayAdd>(array, r.left, r.bottom, r.right, r.top);
+    Call<HostTextSelectToolSelectRects>(Call<HostDocGetTextSelectTool>(document.Handle()),
+                                        Call<HostDocGetPageView>(document.Handle(), page), array);
+    Call<NDXRectArrayDestroy>(array);
+}
+
+std::string FileBytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+::testing::Matcher<std::string> HoldsWords(const std::vector<std::string>& kept,
+                                           const std::vector<std::string>& gone) {
+    std::vector<::testing::Matcher<std::string>> all;
+    for (const std::string& word : kept)
+        all.push_back(::testing::HasSubstr(word));
+    for (const std::string& word : gone)
+        all.push_back(::testing::Not(::testing::HasSubstr(word)));
+    return ::testing::AllOfArray(all);
+}
+
 HostFixture::HostFixture() : app_(Options()) {}
+
+HostDocument& HostFixture::OpenPath(const std::string& path, bool shown) {
+    const HostApp::OpenResult opened =
+        shown ? app_.OpenDocument(path) : app_.OpenHidden(path, "", true);
+    if (opened.document == nullptr)
+        throw std::runtime_error(opened.error);
+    return *opened.document;
+}
+
+HostDocument& HostFixture::Open(const engine::PdfDescription& layout, bool shown) {
+    return OpenPath(WritePdf(files_, "doc" + std::to_string(++written_) + ".pdf", layout), shown);
+}
 
 HostOptions HostFixture::Options() const {
     HostOptions options;

@@ -1,12 +1,14 @@
-// Shared helpers of the host tests: temporary folders, test PDFs, and calls into the host's
-// tables through the same lookup a plug-in uses.
+// Shared helpers of the host tests: temporary folders, test PDFs, calls into the host's tables
+// through the same lookup a plug-in uses, and the host strings and rectangles they fill.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "engine/context.h"
 #include "engine/pdf_factory.h"
@@ -38,9 +40,11 @@ engine::PdfDescription ThreePages();
 // Runs the event loop until `done` holds or `milliseconds` have passed; whether it held.
 bool ProcessEventsUntil(const std::function<bool()>& done, int milliseconds = 5000);
 
-// Calls a host operation through the ABI lookup, as plug-in `pluginId` would.
+using enum hostops::Op;
+
+// Calls a host operation through the ABI lookup, as plug-in 0 would.
 template <hostops::Op op, typename... Args>
-auto CallHost(Args... args) {
+auto Call(Args... args) {
     using Traits = hostops::OpTraits<op>;
     HostFunction found =
         TableManager::Abi()->lookup(Traits::category, Traits::selector, /*pluginId=*/0);
@@ -52,15 +56,55 @@ auto CallHost(Args... args) {
 std::wstring WideText(HostWideString text);
 std::string ByteText(HostByteString text);
 
+// What `fill` writes into a fresh host wide string (holding `start` before), then deleted.
+template <typename Fill>
+std::wstring ReadWide(Fill&& fill, const wchar_t* start = nullptr) {
+    const HostWideString out = Call<HostWideStringNew>();
+    if (start != nullptr)
+        Call<HostWideStringSet>(out, start);
+    fill(out);
+    std::wstring text = WideText(out);
+    Call<HostWideStringDelete>(out);
+    return text;
+}
+// The same for a host byte string.
+template <typename Fill>
+std::string ReadBytes(Fill&& fill, const char* start = nullptr) {
+    const HostByteString out = Call<HostByteStringNew>();
+    if (start != nullptr)
+        Call<HostByteStringSet>(out, start);
+    fill(out);
+    std::string text = ByteText(out);
+    Call<HostByteStringDelete>(out);
+    return text;
+}
+
+// The four numbers of a rectangle: left, bottom, right, top.
+std::vector<float> Corners(const NdxRect& rect);
+// Selects `rects` on page `page` of `document` through its text select tool.
+void SelectRects(const HostDocument& document, int page, const std::vector<NdxRect>& rects);
+// The whole content of a file.
+std::string FileBytes(const std::string& path);
+
+// Matches a text that holds every one of `kept` and none of `gone`.
+::testing::Matcher<std::string> HoldsWords(const std::vector<std::string>& kept,
+                                           const std::vector<std::string>& gone);
+
 // A headless host on a fresh profile folder (kept in the fixture).
 class HostFixture : public ::testing::Test {
   protected:
     HostFixture();
     HostOptions Options() const;
 
+    // Opens `path` in a tab (or hidden and quiet); a failure fails the test.
+    HostDocument& OpenPath(const std::string& path, bool shown = true);
+    // Writes `layout` into a file of its own and opens it.
+    HostDocument& Open(const engine::PdfDescription& layout, bool shown = true);
+
     TempFolder profile_;
     TempFolder files_;
     HostApp app_;
+    int written_ = 0;
 };
 
 }  // namespace pdfhost::testing

@@ -1,10 +1,5 @@
 // The "login" extension table over the local account, the sign-in window and the account lines
 // of scripted mode.
-#include <sstream>
-
-#include <json/reader.h>
-
-#include "automation/script_session.h"
 #include "host_test_support.h"
 #include "script_lines.h"
 
@@ -12,16 +7,16 @@ namespace pdfhost {
 namespace {
 
 using hostops::ExtOp;
-using hostops::Op;
-using testing::CallHost;
+using enum hostops::Op;
+using testing::Call;
 using testing::WideText;
 
 // Calls function `op` of the "login" table as a plug-in does: found by name, version and index.
 template <ExtOp op, typename... Args>
 auto CallLogin(Args... args) {
     using Traits = hostops::ExtOpTraits<op>;
-    const HostExtTable table = CallHost<Op::HostExtensionFind>("login", 103);
-    const HostFunction fn = CallHost<Op::HostExtensionGetFunction>(table, Traits::index);
+    const HostExtTable table = Call<HostExtensionFind>("login", 103);
+    const HostFunction fn = Call<HostExtensionGetFunction>(table, Traits::index);
     EXPECT_NE(fn, nullptr) << Traits::name;
     return reinterpret_cast<typename Traits::Fn*>(fn)(args...);
 }
@@ -29,8 +24,8 @@ auto CallLogin(Args... args) {
 // A host wide string that goes with the scope.
 class Wide {
   public:
-    Wide() : handle_(CallHost<Op::HostWideStringNew>()) {}
-    ~Wide() { CallHost<Op::HostWideStringDelete>(handle_); }
+    Wide() : handle_(Call<HostWideStringNew>()) {}
+    ~Wide() { Call<HostWideStringDelete>(handle_); }
     Wide(const Wide&) = delete;
     Wide& operator=(const Wide&) = delete;
     HostWideString get() const { return handle_; }
@@ -50,12 +45,6 @@ std::pair<std::wstring, int> Token(const wchar_t* server) {
     Wide token;
     const int result = CallLogin<ExtOp::LoginGetToken>(server, L"", token.get());
     return {token.Text(), result};
-}
-
-Json::Value Parsed(const std::string& text) {
-    Json::Value value;
-    EXPECT_TRUE(Json::Reader().parse(text, value)) << text;
-    return value;
 }
 
 class LoginTablesTest : public testing::HostFixture {
@@ -124,8 +113,8 @@ TEST_F(LoginTablesTest, DomainCallbacksHearEveryChangeUntilThePluginGoes) {
 }
 
 TEST_F(LoginTablesTest, TheSignInWindowAndTheScriptedLinesTakeTheirAnswers) {
-    std::ostringstream out;
-    ScriptSession session(app_, out);
+    testing::Scripted script(app_);
+    ScriptSession& session = script.session;
     session.HandleLine(R"({"host":"signIn","server":"https://d.test"})");
     session.HandleLine(R"({"host":"signOut"})");
     session.HandleLine(R"({"host":"signIn","server":5})");
@@ -136,10 +125,11 @@ TEST_F(LoginTablesTest, TheSignInWindowAndTheScriptedLinesTakeTheirAnswers) {
     EXPECT_EQ(CallLogin<ExtOp::LoginGetState>(L""), 2);
     EXPECT_EQ(g_heard, (std::vector<std::wstring>{L"https://d.test", L"", L"https://d.test"}));
 
-    const std::vector<Json::Value> lines = testing::ParseScriptLines(out.str());
-    ASSERT_EQ(lines.size(), 4u) << out.str();
+    const std::vector<Json::Value> lines = script.Take();
+    ASSERT_EQ(lines.size(), 4u);
     EXPECT_TRUE(lines[0].isMember("error")) << "a server that is no text";
-    EXPECT_EQ(lines[1], Parsed(R"({"answer":false,"dialog":"signIn","server":"https://d.test"})"));
+    EXPECT_EQ(testing::Compact(lines[1]),
+              R"({"answer":false,"dialog":"signIn","server":"https://d.test"})");
     EXPECT_EQ(lines[2]["unanswered"], "signIn");
     EXPECT_EQ(lines[3]["answer"], true);
 }

@@ -8,7 +8,6 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <fstream>
-#include <iterator>
 
 #include "annot_calls.h"
 #include "host_test_support.h"
@@ -18,8 +17,8 @@
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
-using testing::CallHost;
+using enum hostops::Op;
+using testing::Call;
 
 std::vector<std::string> g_calls;
 void OnActivate(void*, HostDoc doc) {
@@ -40,7 +39,7 @@ class MainWindowTest : public testing::HostFixture {
         record_.setWord(kDocEventActivate, reinterpret_cast<void*>(&OnActivate));
         record_.setWord(kDocEventOtherTab, reinterpret_cast<void*>(&OnOtherTab));
         record_.setWord(kDocEventClosing, reinterpret_cast<void*>(&OnClosing));
-        CallHost<Op::HostAppRegisterDocEvents>(&record_);
+        Call<HostAppRegisterDocEvents>(&record_);
         tabs_ = window_.findChild<QTabWidget*>();
     }
 
@@ -81,7 +80,7 @@ TEST_F(MainWindowTest, TabsFollowTheDocumentsAndFireHooks) {
     EXPECT_EQ(g_calls, (std::vector<std::string>{"activate 1", "other-tab"}));
     EXPECT_EQ(app_.Documents().Active(), nullptr);
 
-    CallHost<Op::HostDocSetChanged>(app_.Documents().FindByNumber(1)->Handle());
+    Call<HostDocSetChanged>(app_.Documents().FindByNumber(1)->Handle());
     EXPECT_EQ(tabs_->tabText(1), "a.pdf *");
 
     // A modified document asks first: Cancel keeps it, No closes it unsaved.
@@ -96,18 +95,13 @@ TEST_F(MainWindowTest, TabsFollowTheDocumentsAndFireHooks) {
     EXPECT_EQ(app_.Documents().All().size(), 1u);
 }
 
-std::string Bytes(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
 class DesktopPromptsTest : public testing::AnnotationTablesTest {
   protected:
     HostDocument& OpenModified(const std::string& name) {
         window_.OpenFile(
             QString::fromStdString(testing::WritePdf(files_, name, testing::ThreePages())));
         HostDocument* document = app_.Documents().Active();
-        CallHost<Op::HostDocSetChanged>(document->Handle());
+        Call<HostDocSetChanged>(document->Handle());
         return *document;
     }
 
@@ -126,7 +120,7 @@ TEST_F(DesktopPromptsTest, QuitAsksAboutEachModifiedDocumentAndCancelKeepsAll) {
     HostDocument& first = OpenModified("first.pdf");
     const std::string firstPath = first.Path();
     OpenModified("second.pdf");
-    const std::string before = Bytes(firstPath);
+    const std::string before = testing::FileBytes(firstPath);
 
     // Yes saves the first; Cancel on the second keeps the window and both documents.
     app_.Answers().Queue("messageBox", 6);
@@ -134,7 +128,7 @@ TEST_F(DesktopPromptsTest, QuitAsksAboutEachModifiedDocumentAndCancelKeepsAll) {
     EXPECT_FALSE(window_.close());
     ASSERT_EQ(app_.Documents().Tabs().size(), 2u);
     EXPECT_FALSE(app_.Documents().Tabs()[0]->IsModified());
-    EXPECT_NE(Bytes(firstPath), before);
+    EXPECT_NE(testing::FileBytes(firstPath), before);
     EXPECT_TRUE(app_.Documents().Tabs()[1]->IsModified());
 
     app_.Answers().Queue("messageBox", 7);
@@ -145,34 +139,34 @@ TEST_F(DesktopPromptsTest, QuitAsksAboutEachModifiedDocumentAndCancelKeepsAll) {
 TEST_F(DesktopPromptsTest, SavingUnappliedRedactMarksAsksFirst) {
     HostDocument& document = Open(testing::ThreePages());
     const std::string path = document.Path();
-    const std::string before = Bytes(path);
+    const std::string before = testing::FileBytes(path);
     RedactWord(document, 0, "first");
 
     app_.Answers().Queue("messageBox", 2);
     Save();
-    EXPECT_EQ(Bytes(path), before);
+    EXPECT_EQ(testing::FileBytes(path), before);
     EXPECT_TRUE(document.IsModified());
 
     app_.Answers().Queue("messageBox", 1);
     Save();
     EXPECT_FALSE(document.IsModified());
-    EXPECT_NE(Bytes(path).find("/Redact"), std::string::npos);
+    EXPECT_NE(testing::FileBytes(path).find("/Redact"), std::string::npos);
 
     // Closing: Save at the close prompt asks about the marks too; Cancel there keeps the
     // document open and its file as it was.
     RedactWord(document, 1, "second");
-    const std::string saved = Bytes(path);
+    const std::string saved = testing::FileBytes(path);
     app_.Answers().Queue("messageBox", 6);
     app_.Answers().Queue("messageBox", 2);
     Trigger(QStringLiteral("&Close"));
     EXPECT_EQ(app_.Answers().Pending("messageBox"), 0u);
     ASSERT_EQ(app_.Documents().Active(), &document);
-    EXPECT_EQ(Bytes(path), saved);
+    EXPECT_EQ(testing::FileBytes(path), saved);
     app_.Answers().Queue("messageBox", 6);
     app_.Answers().Queue("messageBox", 1);
     Trigger(QStringLiteral("&Close"));
     EXPECT_TRUE(app_.Documents().All().empty());
-    EXPECT_NE(Bytes(path), saved);
+    EXPECT_NE(testing::FileBytes(path), saved);
 }
 
 // Answers the password dialogs as they come up, in order; an empty answer cancels.
@@ -209,7 +203,8 @@ TEST_F(DesktopPromptsTest, EncryptedFilesAskForTheirPasswordAndRepairedOnesSaySo
     EXPECT_TRUE(window_.statusBar()->currentMessage().isEmpty());
 
     // A file cut before its cross-reference table opens repaired, with a word about it.
-    const std::string bytes = Bytes(testing::WritePdf(files_, "whole.pdf", testing::ThreePages()));
+    const std::string bytes =
+        testing::FileBytes(testing::WritePdf(files_, "whole.pdf", testing::ThreePages()));
     const std::string cut = (files_ / "cut.pdf").string();
     std::ofstream(cut, std::ios::binary) << bytes.substr(0, bytes.rfind("xref"));
     window_.OpenFile(QString::fromStdString(cut));

@@ -5,7 +5,7 @@
 
 #include <fstream>
 
-#include "../engine/raw_pdf.h"
+#include "../engine/engine_test_support.h"
 #include "form_sample.h"
 #include "host_test_support.h"
 #include "wide_text.h"
@@ -13,44 +13,43 @@
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
-using testing::CallHost;
+using enum hostops::Op;
+using testing::Call;
 using ::testing::ElementsAre;
 
 class PageTextLinesTest : public testing::HostFixture {
   protected:
     // The lines of a page, read into a new string array.
     static std::vector<std::wstring> Lines(NdxDoc pdf, int page) {
-        const HostStringArray array = CallHost<Op::HostStringArrayNew>();
-        CallHost<Op::NDXPageGetTextLines>(array, pdf, CallHost<Op::NDXDocGetPage>(pdf, page), 10,
-                                          15);
+        const HostStringArray array = Call<HostStringArrayNew>();
+        Call<NDXPageGetTextLines>(array, pdf, Call<NDXDocGetPage>(pdf, page), 10, 15);
         std::vector<std::wstring> lines;
-        const HostWideString text = CallHost<Op::HostWideStringNew>();
-        for (int i = 0; i < CallHost<Op::HostStringArrayCount>(array); ++i) {
-            CallHost<Op::HostStringArrayGet>(array, i, text);
+        const HostWideString text = Call<HostWideStringNew>();
+        for (int i = 0; i < Call<HostStringArrayCount>(array); ++i) {
+            Call<HostStringArrayGet>(array, i, text);
             lines.push_back(testing::WideText(text));
         }
-        CallHost<Op::HostWideStringDelete>(text);
-        CallHost<Op::HostStringArrayDestroy>(array);
+        Call<HostWideStringDelete>(text);
+        Call<HostStringArrayDestroy>(array);
         return lines;
     }
 
     HostDoc OpenHidden(const std::string& path) {
         HostOpenHiddenOptions options{};
         options.quiet = 1;
-        return CallHost<Op::HostDocOpenHidden>(WideOf(path).c_str(), &options);
+        return Call<HostDocOpenHidden>(WideOf(path).c_str(), &options);
     }
 
     static void Flatten(NdxDoc pdf, std::initializer_list<int> pages) {
-        const NdxFlattener flattener = CallHost<Op::NDXFlattenerNew>(pdf);
+        const NdxFlattener flattener = Call<NDXFlattenerNew>(pdf);
         ASSERT_NE(flattener, nullptr);
         for (const int index : pages) {
-            const NdxPage page = CallHost<Op::NDXPageNew>();
-            CallHost<Op::NDXPageLoad>(page, pdf, CallHost<Op::NDXDocGetPage>(pdf, index), 0);
-            CallHost<Op::NDXFlattenerAddPage>(flattener, page, 1, 0);
-            CallHost<Op::NDXPageDestroy>(page);
+            const NdxPage page = Call<NDXPageNew>();
+            Call<NDXPageLoad>(page, pdf, Call<NDXDocGetPage>(pdf, index), 0);
+            Call<NDXFlattenerAddPage>(flattener, page, 1, 0);
+            Call<NDXPageDestroy>(page);
         }
-        CallHost<Op::NDXFlattenerDone>(flattener);
+        Call<NDXFlattenerDone>(flattener);
     }
 };
 
@@ -61,73 +60,62 @@ TEST_F(PageTextLinesTest, LinesComeInReadingOrderAndAreAppended) {
                                              {"Dear Ms Roe,", "your claim 4711 is approved."}),
                                          engine::PageDescription::Blank()}});
     const HostDoc doc = app_.OpenDocument(path).document->Handle();
-    const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(doc);
+    const NdxDoc pdf = Call<HostDocGetPdfDoc>(doc);
     EXPECT_THAT(Lines(pdf, 0), ElementsAre(L"Dear Ms Roe,", L"your claim 4711 is approved."));
     EXPECT_TRUE(Lines(pdf, 1).empty());
 
-    const HostStringArray array = CallHost<Op::HostStringArrayNew>();
-    const NdxObject first = CallHost<Op::NDXDocGetPage>(pdf, 0);
-    CallHost<Op::NDXPageGetTextLines>(array, pdf, first, 10, 15);
-    CallHost<Op::NDXPageGetTextLines>(array, pdf, first, 10, 15);
-    EXPECT_EQ(CallHost<Op::HostStringArrayCount>(array), 4);
+    const HostStringArray array = Call<HostStringArrayNew>();
+    const NdxObject first = Call<NDXDocGetPage>(pdf, 0);
+    Call<NDXPageGetTextLines>(array, pdf, first, 10, 15);
+    Call<NDXPageGetTextLines>(array, pdf, first, 10, 15);
+    EXPECT_EQ(Call<HostStringArrayCount>(array), 4);
     // A page dictionary of another document, or no document, adds nothing.
     const HostDoc other = OpenHidden(testing::WritePdf(files_, "other.pdf", testing::ThreePages()));
-    CallHost<Op::NDXPageGetTextLines>(array, CallHost<Op::HostDocGetPdfDoc>(other), first, 10, 15);
-    CallHost<Op::NDXPageGetTextLines>(array, nullptr, first, 10, 15);
-    EXPECT_EQ(CallHost<Op::HostStringArrayCount>(array), 4);
-    CallHost<Op::HostStringArrayDestroy>(array);
+    Call<NDXPageGetTextLines>(array, Call<HostDocGetPdfDoc>(other), first, 10, 15);
+    Call<NDXPageGetTextLines>(array, nullptr, first, 10, 15);
+    EXPECT_EQ(Call<HostStringArrayCount>(array), 4);
+    Call<HostStringArrayDestroy>(array);
 }
 
 TEST_F(PageTextLinesTest, AFlattenedCopyShowsTypedValuesAsPageText) {
-    using engine::FieldKind;
-    const std::string path =
-        testing::WriteFormPdf(files_, "claim.pdf", {{"Claim form"}, {"Page two"}},
-                              {{.kind = FieldKind::kText,
-                                .name = "holder",
-                                .controls = {{0, {72, 600, 300, 620}}},
-                                .value = "Jane Roe"},
-                               {.kind = FieldKind::kText,
-                                .name = "city",
-                                .controls = {{1, {72, 600, 300, 620}}},
-                                .value = "Oslo"}});
+    const std::string path = testing::WriteFormPdf(
+        files_, "claim.pdf", {{"Claim form"}, {"Page two"}},
+        {{engine::FieldKind::kText, "holder", "", {{0, {72, 600, 300, 620}}}, "Jane Roe"},
+         {engine::FieldKind::kText, "city", "", {{1, {72, 600, 300, 620}}}, "Oslo"}});
     const HostDoc doc = OpenHidden(path);
-    const NdxDoc pdf = CallHost<Op::HostDocGetPdfDoc>(doc);
+    const NdxDoc pdf = Call<HostDocGetPdfDoc>(doc);
     EXPECT_THAT(Lines(pdf, 0), ElementsAre(L"Claim form"));
 
     Flatten(pdf, {0});
     EXPECT_THAT(Lines(pdf, 0), ElementsAre(L"Claim form", L"Jane Roe"));
     EXPECT_THAT(Lines(pdf, 1), ElementsAre(L"Page two")) << "only the pages asked for";
-    EXPECT_EQ(CallHost<Op::HostDocIsModified>(doc), 1);
+    EXPECT_EQ(Call<HostDocIsModified>(doc), 1);
 
     Flatten(pdf, {1});
-    CallHost<Op::NDXDocSaveToFile>(pdf, path.c_str(), 0, 1);
-    EXPECT_EQ(CallHost<Op::HostDocIsModified>(doc), 0) << "written over its own file";
-    CallHost<Op::HostDocClose>(doc, 0, 0, 0);
+    Call<NDXDocSaveToFile>(pdf, path.c_str(), 0, 1);
+    EXPECT_EQ(Call<HostDocIsModified>(doc), 0) << "written over its own file";
+    Call<HostDocClose>(doc, 0, 0, 0);
 
     // The file written over reads back with the typed value as page text.
     const HostDoc reopened = OpenHidden(path);
-    EXPECT_THAT(Lines(CallHost<Op::HostDocGetPdfDoc>(reopened), 1),
-                ElementsAre(L"Page two", L"Oslo"));
+    EXPECT_THAT(Lines(Call<HostDocGetPdfDoc>(reopened), 1), ElementsAre(L"Page two", L"Oslo"));
 }
 
 TEST_F(PageTextLinesTest, AFlattenerServesOnlyItsOwnDocument) {
-    EXPECT_EQ(CallHost<Op::NDXFlattenerNew>(nullptr), nullptr);
-    using engine::FieldKind;
-    const std::string path = testing::WriteFormPdf(files_, "form.pdf", {{"Form"}},
-                                                   {{.kind = FieldKind::kText,
-                                                     .name = "a",
-                                                     .controls = {{0, {72, 600, 300, 620}}},
-                                                     .value = "typed"}});
-    const NdxDoc form = CallHost<Op::HostDocGetPdfDoc>(OpenHidden(path));
-    const NdxDoc other = CallHost<Op::HostDocGetPdfDoc>(
+    EXPECT_EQ(Call<NDXFlattenerNew>(nullptr), nullptr);
+    const std::string path = testing::WriteFormPdf(
+        files_, "form.pdf", {{"Form"}},
+        {{engine::FieldKind::kText, "a", "", {{0, {72, 600, 300, 620}}}, "typed"}});
+    const NdxDoc form = Call<HostDocGetPdfDoc>(OpenHidden(path));
+    const NdxDoc other = Call<HostDocGetPdfDoc>(
         OpenHidden(testing::WritePdf(files_, "plain.pdf", testing::ThreePages())));
 
-    const NdxFlattener flattener = CallHost<Op::NDXFlattenerNew>(other);
-    const NdxPage page = CallHost<Op::NDXPageNew>();
-    CallHost<Op::NDXPageLoad>(page, form, CallHost<Op::NDXDocGetPage>(form, 0), 0);
-    CallHost<Op::NDXFlattenerAddPage>(flattener, page, 1, 0);
-    CallHost<Op::NDXFlattenerDone>(flattener);
-    CallHost<Op::NDXPageDestroy>(page);
+    const NdxFlattener flattener = Call<NDXFlattenerNew>(other);
+    const NdxPage page = Call<NDXPageNew>();
+    Call<NDXPageLoad>(page, form, Call<NDXDocGetPage>(form, 0), 0);
+    Call<NDXFlattenerAddPage>(flattener, page, 1, 0);
+    Call<NDXFlattenerDone>(flattener);
+    Call<NDXPageDestroy>(page);
     EXPECT_THAT(Lines(form, 0), ElementsAre(L"Form"));
 }
 
@@ -152,7 +140,7 @@ TEST_F(PageTextLinesTest, HyphenatedWordsKeepTheirHyphenAndAnnotationTextFollows
     std::ofstream(path, std::ios::binary) << bytes;
 
     const HostDoc doc = app_.OpenDocument(path).document->Handle();
-    EXPECT_THAT(Lines(CallHost<Op::HostDocGetPdfDoc>(doc), 0),
+    EXPECT_THAT(Lines(Call<HostDocGetPdfDoc>(doc), 0),
                 ElementsAre(L"The confiden-tiality clause", L"Call Ana Lind"));
 }
 

@@ -6,8 +6,8 @@
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
-using testing::CallHost;
+using enum hostops::Op;
+using testing::Call;
 using testing::WideText;
 
 // The test plug-ins are built beside pdfhost, in out/test-plugins.

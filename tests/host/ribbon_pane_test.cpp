@@ -5,9 +5,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QToolButton>
-#include <sstream>
 
-#include "automation/script_session.h"
 #include "host_test_support.h"
 #include "script_lines.h"
 #include "ui/ribbon_widget.h"
@@ -16,8 +14,8 @@
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
-using testing::CallHost;
+using enum hostops::Op;
+using testing::Call;
 
 // ---- What the test's own "plug-in" records.
 
@@ -73,11 +71,6 @@ void Notify(void*, int ready) {
     g_notified += ready;
 }
 
-template <typename Handle>
-HostRibbonItem AsItem(Handle handle) {
-    return reinterpret_cast<HostRibbonItem>(handle);
-}
-
 class RibbonAndPanes : public testing::HostFixture {
   protected:
     RibbonAndPanes() {
@@ -88,84 +81,63 @@ class RibbonAndPanes : public testing::HostFixture {
         frame_ = app_.Frames().front();
     }
 
-    std::vector<Json::Value> Run(const std::string& line) {
-        out_.str("");
-        session_.HandleLine(line);
-        return testing::ParseScriptLines(out_.str());
-    }
-
     bool PaneShownInState() {
-        const auto lines = Run(R"({"host":"state"})");
+        const auto lines = script_.Run({R"({"host":"state"})"});
         return !lines.empty() && lines.back()["state"]["paneShown"].asBool();
     }
 
     // The host's panel with a drop-down "Sablemark" holding one entry.
     HostRibbonItem AddEntry(const wchar_t* name, bool withEnable) {
-        const HostRibbonBar bar = CallHost<Op::HostRibbonGetBar>(frame_);
-        const HostRibbonCategory category =
-            CallHost<Op::HostRibbonFindCategory>(bar, L"Ribbon_Category_Protect");
-        const HostRibbonPanel panel =
-            CallHost<Op::HostRibbonFindPanel>(category, L"Protect_Panel_Redaction");
-        HostRibbonElement element = CallHost<Op::HostRibbonFindElement>(panel, L"Sablemark");
-        if (element == nullptr)
-            element = CallHost<Op::HostRibbonAddElement>(panel, 8, L"Sablemark", L"Sable Mark", 0);
-        const HostRibbonItem entry =
-            CallHost<Op::HostRibbonAddSubItem>(element, 0, name, L"Title", 0, 0, 0, 0);
-        CallHost<Op::HostRibbonSetExecuteProc>(entry, &Execute);
+        const HostRibbonElement element = Call<HostRibbonFindElement>(Panel(), L"Sablemark");
+        const HostRibbonItem entry = Call<HostRibbonAddSubItem>(
+            element != nullptr
+                ? element
+                : Call<HostRibbonAddElement>(Panel(), 8, L"Sablemark", L"Sable Mark", 0),
+            0, name, L"Title", 0, 0, 0, 0);
+        Call<HostRibbonSetExecuteProc>(entry, &Execute);
         if (withEnable)
-            CallHost<Op::HostRibbonSetEnableProc>(entry, &Enabled);
+            Call<HostRibbonSetEnableProc>(entry, &Enabled);
         return entry;
     }
-
-    HostPaneRecord PaneRecord() {
-        HostPaneRecord record;
-        record.setWord(kPaneClientData, &record);
-        record.setWord(kPaneGetName, reinterpret_cast<void*>(&PaneName));
-        record.setWord(kPaneGetTitle, reinterpret_cast<void*>(&PaneTitle));
-        record.setWord(kPaneCreateWindow, reinterpret_cast<void*>(&CreatePane));
-        record.setWord(kPaneDestroyWindow, reinterpret_cast<void*>(&DestroyPane));
-        record.setWord(kPaneClosed, reinterpret_cast<void*>(&PaneClosed));
-        return record;
+    HostRibbonPanel Panel() {
+        return Call<HostRibbonFindPanel>(
+            Call<HostRibbonFindCategory>(Call<HostRibbonGetBar>(frame_),
+                                         L"Ribbon_Category_Protect"),
+            L"Protect_Panel_Redaction");
     }
 
     HostFrame frame_ = nullptr;
-    std::ostringstream out_;
-    ScriptSession session_{app_, out_};
+    testing::Scripted script_{app_};
 };
 
 TEST_F(RibbonAndPanes, BarsHoldTheProtectCategoryAndTakeElementsAndEntries) {
-    const HostRibbonBar bar = CallHost<Op::HostRibbonGetBar>(frame_);
+    const HostRibbonBar bar = Call<HostRibbonGetBar>(frame_);
     ASSERT_NE(bar, nullptr);
-    EXPECT_EQ(CallHost<Op::HostRibbonGetBar>(frame_), bar);
-    EXPECT_EQ(CallHost<Op::HostRibbonGetBar>(reinterpret_cast<HostFrame>(0x10)), nullptr);
-
-    const HostRibbonCategory category =
-        CallHost<Op::HostRibbonFindCategory>(bar, L"Ribbon_Category_Protect");
-    ASSERT_NE(category, nullptr);
-    EXPECT_EQ(CallHost<Op::HostRibbonFindCategory>(bar, L"Ribbon_Category_View"), nullptr);
-    const HostRibbonPanel panel =
-        CallHost<Op::HostRibbonFindPanel>(category, L"Protect_Panel_Redaction");
+    EXPECT_EQ(Call<HostRibbonGetBar>(frame_), bar);
+    EXPECT_EQ(Call<HostRibbonGetBar>(reinterpret_cast<HostFrame>(0x10)), nullptr);
+    ASSERT_NE(Call<HostRibbonFindCategory>(bar, L"Ribbon_Category_Protect"), nullptr);
+    EXPECT_EQ(Call<HostRibbonFindCategory>(bar, L"Ribbon_Category_View"), nullptr);
+    const HostRibbonPanel panel = Panel();
     ASSERT_NE(panel, nullptr);
     // A panel is not a category: nothing is added under the wrong kind of node.
-    EXPECT_EQ(CallHost<Op::HostRibbonAddPanel>(reinterpret_cast<HostRibbonCategory>(panel),
-                                               L"Inner", L"Inner", 0),
+    EXPECT_EQ(Call<HostRibbonAddPanel>(reinterpret_cast<HostRibbonCategory>(panel), L"Inner",
+                                       L"Inner", 0),
               nullptr);
 
     const HostRibbonElement element =
-        CallHost<Op::HostRibbonAddElement>(panel, 8, L"Sablemark", L"Sable Mark", 0);
+        Call<HostRibbonAddElement>(panel, 8, L"Sablemark", L"Sable Mark", 0);
     ASSERT_NE(element, nullptr);
-    EXPECT_EQ(CallHost<Op::HostRibbonFindElement>(panel, L"Sablemark"), element);
+    EXPECT_EQ(Call<HostRibbonFindElement>(panel, L"Sablemark"), element);
     const RibbonNode* shown = app_.Ribbons().FindButton(reinterpret_cast<uintptr_t>(element));
     ASSERT_NE(shown, nullptr);
     EXPECT_EQ(shown->elementType, 8);
 
     const HostRibbonItem second =
-        CallHost<Op::HostRibbonAddSubItem>(element, 0, L"Second", L"Second", 1, 0, 0, 0);
+        Call<HostRibbonAddSubItem>(element, 0, L"Second", L"Second", 1, 0, 0, 0);
     const HostRibbonItem first =
-        CallHost<Op::HostRibbonAddSubItem>(element, 0, L"First", L"First", 0, 0, 0, 0);
-    EXPECT_EQ(CallHost<Op::HostRibbonItemGetButton>(first),
-              reinterpret_cast<HostRibbonButton>(first));
-    EXPECT_EQ(CallHost<Op::HostRibbonItemGetButton>(AsItem(element)), nullptr);
+        Call<HostRibbonAddSubItem>(element, 0, L"First", L"First", 0, 0, 0, 0);
+    EXPECT_EQ(Call<HostRibbonItemGetButton>(first), reinterpret_cast<HostRibbonButton>(first));
+    EXPECT_EQ(Call<HostRibbonItemGetButton>(reinterpret_cast<HostRibbonItem>(element)), nullptr);
     const auto entries = app_.Ribbons().Children(reinterpret_cast<uintptr_t>(element));
     ASSERT_EQ(entries.size(), 2u);
     EXPECT_EQ(entries[0]->name, L"First");
@@ -174,45 +146,50 @@ TEST_F(RibbonAndPanes, BarsHoldTheProtectCategoryAndTakeElementsAndEntries) {
 
 TEST_F(RibbonAndPanes, TheRibbonLinePressesEntriesTheirEnableProcedureAllows) {
     const HostRibbonItem entry = AddEntry(L"AutoRedaction", true);
-    AddEntry(L"Profile", false);
-
-    EXPECT_TRUE(Run(R"({"host":"ribbon","item":"AutoRedaction"})").empty());
-    EXPECT_EQ(g_entry.executed, 1);
-    EXPECT_EQ(g_entry.client, entry);
-
-    g_entry.enabled = 0;
-    auto lines = Run(R"({"host":"ribbon","item":"AutoRedaction"})");
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0]["error"].asString(), "disabled: AutoRedaction");
-    EXPECT_EQ(g_entry.executed, 1);
-
-    // Without an enable procedure an entry is always enabled.
-    EXPECT_TRUE(Run(R"({"host":"ribbon","item":"Profile"})").empty());
-    EXPECT_EQ(g_entry.executed, 2);
-
-    lines = Run(R"({"host":"ribbon","item":"Nope"})");
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0]["error"].asString(), "no ribbon item: Nope");
-    lines = Run(R"({"host":"ribbon"})");
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_TRUE(lines[0].isMember("error"));
+    const HostRibbonItem profile = AddEntry(L"Profile", false);
+    const struct {
+        const char* item;  // null: no item named
+        int enabled;
+        const char* error;  // null: none
+        int executed;
+        HostRibbonItem pressed;  // the client of the last press
+    } cases[] = {
+        {"AutoRedaction", 1, nullptr, 1, entry},
+        {"AutoRedaction", 0, "disabled: AutoRedaction", 1, entry},
+        // Without an enable procedure an entry is always enabled.
+        {"Profile", 0, nullptr, 2, profile},
+        {"Nope", 0, "no ribbon item: Nope", 2, profile},
+        {nullptr, 0, R"("ribbon" needs an "item" name)", 2, profile},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.item != nullptr ? c.item : "none");
+        g_entry.enabled = c.enabled;
+        const auto lines = script_.Run(
+            {c.item != nullptr ? std::string(R"({"host":"ribbon","item":")") + c.item + "\"}"
+                               : R"({"host":"ribbon"})"});
+        EXPECT_EQ(g_entry.executed, c.executed);
+        EXPECT_EQ(g_entry.client, c.pressed);
+        ASSERT_EQ(lines.size(), c.error != nullptr ? 1u : 0u);
+        if (c.error != nullptr) {
+            EXPECT_EQ(lines[0]["error"].asString(), c.error);
+        }
+    }
 }
 
 TEST_F(RibbonAndPanes, TheDesktopRibbonShowsEntriesWithImagesAndKeepsTheirStatesCurrent) {
-    for (const wchar_t* name :
-         {L"Ribbon_Protect_Sable_Mark_32", L"Ribbon_Protect_Sable_Mark_16",
-          L"Ribbon_Protect_Auto Redaction_32", L"Ribbon_Protect_Auto Redaction_16",
-          L"Ribbon_Protect_Batch Redaction_32", L"Ribbon_Protect_Batch Redaction_16",
-          L"Ribbon_Protect_Profile_32", L"Ribbon_Protect_Profile_16"}) {
-        EXPECT_FALSE(ui::RibbonWidget::ImageNamed(name).isNull())
-            << QString::fromWCharArray(name).toStdString();
+    for (const wchar_t* name : {L"Sable_Mark", L"Auto Redaction", L"Batch Redaction", L"Profile"}) {
+        for (const wchar_t* size : {L"_32", L"_16"}) {
+            const std::wstring image = L"Ribbon_Protect_" + std::wstring(name) + size;
+            EXPECT_FALSE(ui::RibbonWidget::ImageNamed(image.c_str()).isNull())
+                << QString::fromStdWString(image).toStdString();
+        }
     }
     EXPECT_TRUE(ui::RibbonWidget::ImageNamed(L"Ribbon_Protect_Nothing_32").isNull());
 
     ui::RibbonWidget ribbon(app_, frame_);
     const HostRibbonItem entry = AddEntry(L"AutoRedaction", true);
-    CallHost<Op::HostRibbonSetImages>(entry, L"Ribbon_Protect_Auto Redaction_32",
-                                      L"Ribbon_Protect_Auto Redaction_16");
+    Call<HostRibbonSetImages>(entry, L"Ribbon_Protect_Auto Redaction_32",
+                              L"Ribbon_Protect_Auto Redaction_16");
     EXPECT_EQ(ribbon.tabText(0), "Protect");
     auto* button = ribbon.findChild<QToolButton*>("Sablemark");
     ASSERT_NE(button, nullptr);
@@ -233,73 +210,79 @@ TEST_F(RibbonAndPanes, TheDesktopRibbonShowsEntriesWithImagesAndKeepsTheirStates
 }
 
 TEST_F(RibbonAndPanes, APaneShowsThePluginsWindowInADockAndReportsEveryHiding) {
-    HostPaneRecord record = PaneRecord();
-    CallHost<Op::HostAppRegisterPane>(&record);
+    HostPaneRecord record;
+    record.setWord(kPaneClientData, &record);
+    record.setWord(kPaneGetName, reinterpret_cast<void*>(&PaneName));
+    record.setWord(kPaneGetTitle, reinterpret_cast<void*>(&PaneTitle));
+    record.setWord(kPaneCreateWindow, reinterpret_cast<void*>(&CreatePane));
+    record.setWord(kPaneDestroyWindow, reinterpret_cast<void*>(&DestroyPane));
+    record.setWord(kPaneClosed, reinterpret_cast<void*>(&PaneClosed));
+    Call<HostAppRegisterPane>(&record);
     EXPECT_FALSE(PaneShownInState());
 
-    HostWideString title = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostWideStringSet>(title, L"Sable Mark");
+    HostWideString title = Call<HostWideStringNew>();
+    Call<HostWideStringSet>(title, L"Sable Mark");
     g_pane.title = title;
-    CallHost<Op::HostAppShowPane>("TestPane", 1);
+    Call<HostAppShowPane>("TestPane", 1);
     ui::TaskPaneDock* dock = app_.Panes().DockOf("TestPane");
     ASSERT_NE(dock, nullptr);
     EXPECT_EQ(dock->objectName(), "TestPane");
     EXPECT_EQ(dock->windowTitle(), "Sable Mark");
-    EXPECT_EQ(g_pane.created, 1);
     EXPECT_EQ(g_pane.parent, dock);
     EXPECT_EQ(dock->widget(), g_pane.window.data());
-    EXPECT_TRUE(PaneShownInState());
 
-    CallHost<Op::HostAppShowPane>("TestPane", 1);
-    EXPECT_EQ(g_pane.created, 1);
-    EXPECT_EQ(g_pane.closed, 0);
-
-    CallHost<Op::HostAppShowPane>("TestPane", 0);
-    EXPECT_EQ(g_pane.closed, 1);
-    EXPECT_FALSE(PaneShownInState());
-    CallHost<Op::HostAppShowPane>("TestPane", 0);
-    EXPECT_EQ(g_pane.closed, 1);
-
-    // The user closes the dock.
-    CallHost<Op::HostAppShowPane>("TestPane", 1);
-    EXPECT_TRUE(PaneShownInState());
-    dock->close();
-    EXPECT_EQ(g_pane.closed, 2);
-    EXPECT_FALSE(PaneShownInState());
-
-    // Unknown panes are left alone.
-    CallHost<Op::HostAppShowPane>("OtherPane", 1);
-    EXPECT_FALSE(PaneShownInState());
+    // Each step: the pane shown or hidden by name, or the user closing the dock; then the
+    // windows made, the hidings reported, and what the state says.
+    const struct {
+        const char* name;  // null: the dock is closed
+        int show;
+        int created;
+        int closed;
+        bool shown;
+    } steps[] = {
+        {"TestPane", 1, 1, 0, true},  {"TestPane", 0, 1, 1, false},
+        {"TestPane", 0, 1, 1, false}, {"TestPane", 1, 1, 1, true},
+        {nullptr, 0, 1, 2, false},    {"OtherPane", 1, 1, 2, false},  // unknown: left alone
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(&step - steps);
+        if (step.name != nullptr)
+            Call<HostAppShowPane>(step.name, step.show);
+        else
+            dock->close();
+        EXPECT_EQ(g_pane.created, step.created);
+        EXPECT_EQ(g_pane.closed, step.closed);
+        EXPECT_EQ(PaneShownInState(), step.shown);
+    }
 
     app_.UnloadPlugins();
     EXPECT_EQ(g_pane.destroyed, 1);
     EXPECT_TRUE(g_pane.window.isNull());
     EXPECT_EQ(app_.Panes().DockOf("TestPane"), nullptr);
-    CallHost<Op::HostWideStringDelete>(title);
+    Call<HostWideStringDelete>(title);
 }
 
 TEST_F(RibbonAndPanes, TheSurfaceTellsEachRecordOnceAndKeepsNoticesOfKnownSources) {
-    const HostBubbleSource source = CallHost<Op::HostBubbleCreate>();
+    const HostBubbleSource source = Call<HostBubbleCreate>();
     ASSERT_NE(source, nullptr);
     HostBubbleRecord record;
     record.setWord(kBubbleDeclaredSize, reinterpret_cast<void*>(kHostBubbleRecordSize));
     record.setWord(kBubbleNotify, reinterpret_cast<void*>(&Notify));
-    CallHost<Op::HostBubbleRegister>(source, &record);
+    Call<HostBubbleRegister>(source, &record);
     app_.Bubbles().SurfaceReady();
     app_.Bubbles().SurfaceReady();
     EXPECT_EQ(g_notified, 1);
 
-    CallHost<Op::HostBubbleShow>(source, 0u, 0, L"Hello", 10000, 2, 0);
-    CallHost<Op::HostBubbleShow>(reinterpret_cast<HostBubbleSource>(0x10), 0u, 0, L"Stray", 1, 2,
-                                 0);
+    Call<HostBubbleShow>(source, 0u, 0, L"Hello", 10000, 2, 0);
+    Call<HostBubbleShow>(reinterpret_cast<HostBubbleSource>(0x10), 0u, 0, L"Stray", 1, 2, 0);
     ASSERT_EQ(app_.Bubbles().Shown().size(), 1u);
     EXPECT_EQ(app_.Bubbles().Shown()[0].text, L"Hello");
     EXPECT_EQ(app_.Bubbles().Shown()[0].milliseconds, 10000);
 
-    CallHost<Op::HostBubbleUnregister>(source, &record);
+    Call<HostBubbleUnregister>(source, &record);
     HostBubbleRecord later = record;
-    CallHost<Op::HostBubbleRegister>(source, &later);
-    CallHost<Op::HostBubbleUnregister>(source, &later);
+    Call<HostBubbleRegister>(source, &later);
+    Call<HostBubbleUnregister>(source, &later);
     app_.Bubbles().SurfaceReady();
     EXPECT_EQ(g_notified, 1);
 }
@@ -321,27 +304,15 @@ class WelcomeLike : public QDialog {
 };
 
 TEST_F(RibbonAndPanes, QueuedWelcomeAnswersPressTheirButtonOrCancel) {
-    out_.str("");
+    script_.out.str("");
     app_.Answers().Queue("welcome", 1);
-    {
-        WelcomeLike dialog;
-        EXPECT_EQ(dialog.exec(), 11);
-    }
-    auto lines = testing::ParseScriptLines(out_.str());
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0]["dialog"].asString(), "welcome");
-    EXPECT_EQ(lines[0]["title"].asString(), "Welcome");
-    EXPECT_EQ(lines[0]["answer"].asInt(), 1);
-
-    out_.str("");
-    {
-        WelcomeLike dialog;
-        EXPECT_EQ(dialog.exec(), 12);
-    }
-    lines = testing::ParseScriptLines(out_.str());
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0]["answer"].asInt(), 2);
-    EXPECT_EQ(lines[1]["unanswered"].asString(), "welcome");
+    EXPECT_EQ(WelcomeLike().exec(), 11);
+    EXPECT_EQ(script_.TakeTexts(),
+              (std::vector<std::string>{R"({"answer":1,"dialog":"welcome","title":"Welcome"})"}));
+    EXPECT_EQ(WelcomeLike().exec(), 12);
+    EXPECT_EQ(script_.TakeTexts(),
+              (std::vector<std::string>{R"({"answer":2,"dialog":"welcome","title":"Welcome"})",
+                                        R"({"unanswered":"welcome"})"}));
 }
 
 }  // namespace

@@ -1,44 +1,35 @@
 // Scripted mode in process: every kind of line.
 #include <QCoreApplication>
 #include <QTimer>
-#include <sstream>
 
-#include "automation/script_session.h"
 #include "host_test_support.h"
 #include "script_lines.h"
 
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
-using testing::CallHost;
+using enum hostops::Op;
+using testing::Call;
 
 class ScriptSessionTest : public testing::HostFixture {
   protected:
-    // Handles the lines and gives what they printed, parsed.
     std::vector<Json::Value> Run(std::initializer_list<std::string> lines) {
-        out_.str("");
-        for (const auto& line : lines)
-            session_.HandleLine(line);
-        return testing::ParseScriptLines(out_.str());
+        return script_.Run(lines);
     }
-
     std::string Raw(const std::string& line) {
-        out_.str("");
+        script_.out.str("");
         session_.HandleLine(line);
-        return out_.str();
+        return script_.out.str();
     }
 
-    std::ostringstream out_;
-    ScriptSession session_{app_, out_};
+    testing::Scripted script_{app_};
+    ScriptSession& session_ = script_.session;
 };
 
 TEST_F(ScriptSessionTest, OpenNewAndStateDescribeTheTabs) {
     const std::string path = testing::WritePdf(files_, "a.pdf", testing::ThreePages());
-    Json::Value open(Json::objectValue);
-    open["host"] = "open";
-    open["path"] = path;
-    const auto lines = Run({testing::Compact(open), R"({"host":"new"})", R"({"host":"state"})"});
+    const auto lines = Run(
+        {R"({"host":"open","path":")" + path + "\"}", R"({"host":"new"})", R"({"host":"state"})"});
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0]["opened"].asInt(), 1);
     EXPECT_EQ(lines[0]["path"].asString(), path);
@@ -60,7 +51,7 @@ TEST_F(ScriptSessionTest, ActivateCloseSaveAndStartPageChangeTheState) {
     const std::string path = testing::WritePdf(files_, "a.pdf", testing::ThreePages());
     app_.OpenDocument(path);
     app_.NewDocument();
-    CallHost<Op::HostDocSetChanged>(app_.Documents().FindByNumber(1)->Handle());
+    Call<HostDocSetChanged>(app_.Documents().FindByNumber(1)->Handle());
 
     auto lines = Run(
         {R"({"host":"activate","doc":1})", R"({"host":"save","doc":1})", R"({"host":"state"})"});
@@ -80,15 +71,12 @@ TEST_F(ScriptSessionTest, ActivateCloseSaveAndStartPageChangeTheState) {
 
 TEST_F(ScriptSessionTest, BadLinesAnswerWithAnErrorAndChangeNothing) {
     const std::string missing = (files_ / "missing.pdf").string();
-    Json::Value open(Json::objectValue);
-    open["host"] = "open";
-    open["path"] = missing;
-    const auto lines =
-        Run({testing::Compact(open), "not json", "[1,2]", R"({"host":"open"})",
-             R"({"host":"activate","doc":9})", R"({"host":"close","doc":"1"})",
-             R"({"host":"wait","ms":-1})", R"({"host":"fly"})", R"({"post":3})", R"({"other":1})",
-             R"({"host":"setField","doc":1})", R"({"host":"answer","value":1})",
-             R"({"host":)" + std::string(1001, '[') + std::string(1001, ']') + "}"});
+    const auto lines = Run({R"({"host":"open","path":")" + missing + "\"}", "not json", "[1,2]",
+                            R"({"host":"open"})", R"({"host":"activate","doc":9})",
+                            R"({"host":"close","doc":"1"})", R"({"host":"wait","ms":-1})",
+                            R"({"host":"fly"})", R"({"post":3})", R"({"other":1})",
+                            R"({"host":"setField","doc":1})", R"({"host":"answer","value":1})",
+                            R"({"host":)" + std::string(1001, '[') + std::string(1001, ']') + "}"});
     ASSERT_EQ(lines.size(), 13u);
     for (const auto& line : lines)
         EXPECT_TRUE(line["error"].isString()) << testing::Compact(line);
@@ -120,11 +108,9 @@ TEST_F(ScriptSessionTest, ThePageChannelCarriesPostsRepliesAndEvents) {
 }
 
 TEST_F(ScriptSessionTest, MessagesOfPlugInsBecomeDialogLines) {
-    CallHost<Op::HostMessageShow>(L"Cannot start: bad key", 0, 0, L"", 0, 0);
-    const auto lines = testing::ParseScriptLines(out_.str());
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0]["dialog"].asString(), "message");
-    EXPECT_EQ(lines[0]["text"].asString(), "Cannot start: bad key");
+    Call<HostMessageShow>(L"Cannot start: bad key", 0, 0, L"", 0, 0);
+    EXPECT_EQ(script_.TakeTexts(),
+              std::vector<std::string>{R"({"dialog":"message","text":"Cannot start: bad key"})"});
 }
 
 TEST_F(ScriptSessionTest, WaitRunsTheEventLoopAndQuitEnds) {
@@ -132,7 +118,7 @@ TEST_F(ScriptSessionTest, WaitRunsTheEventLoopAndQuitEnds) {
     QTimer::singleShot(5, [&] { fired = true; });
     EXPECT_EQ(session_.HandleLine(R"({"host":"wait","ms":50})"), ScriptSession::Outcome::kContinue);
     EXPECT_TRUE(fired);
-    EXPECT_TRUE(out_.str().empty());
+    EXPECT_TRUE(script_.out.str().empty());
     EXPECT_EQ(session_.HandleLine(R"({"host":"quit"})"), ScriptSession::Outcome::kQuit);
 }
 

@@ -6,24 +6,17 @@
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
-using testing::CallHost;
-using testing::WideText;
+using enum hostops::Op;
+using testing::Call;
+using testing::ReadWide;
 
 std::wstring PrefString(const wchar_t* section, const wchar_t* key) {
-    HostWideString out = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostPrefGetString>(section, key, out);
-    std::wstring text = WideText(out);
-    CallHost<Op::HostWideStringDelete>(out);
-    return text;
+    return ReadWide([&](HostWideString out) { Call<HostPrefGetString>(section, key, out); });
 }
 
 std::wstring Setting(const wchar_t* section, const wchar_t* key, const wchar_t* fallback) {
-    HostWideString out = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostPluginSettingGet>(section, key, out, fallback);
-    std::wstring text = WideText(out);
-    CallHost<Op::HostWideStringDelete>(out);
-    return text;
+    return ReadWide(
+        [&](HostWideString out) { Call<HostPluginSettingGet>(section, key, out, fallback); });
 }
 
 HostOptions OnProfile(const std::filesystem::path& profile) {
@@ -36,12 +29,12 @@ TEST(Settings, SurviveANewHostOnTheSameProfile) {
     testing::TempFolder profile;
     {
         HostApp app(OnProfile(profile.Path()));
-        CallHost<Op::HostPrefSetInt>(L"Installed\\Plugin", L"welcome", 3);
-        CallHost<Op::HostPrefSetString>(L"Installed\\Plugin", L"lastTime", L"2026-01-02 \u00e9");
-        CallHost<Op::HostPluginSettingSet>(L"plugins\\Installed\\Plugin", L"bLoad", L"2026.1.0");
+        Call<HostPrefSetInt>(L"Installed\\Plugin", L"welcome", 3);
+        Call<HostPrefSetString>(L"Installed\\Plugin", L"lastTime", L"2026-01-02 \u00e9");
+        Call<HostPluginSettingSet>(L"plugins\\Installed\\Plugin", L"bLoad", L"2026.1.0");
     }
     HostApp app(OnProfile(profile.Path()));
-    EXPECT_EQ(CallHost<Op::HostPrefGetInt>(L"Installed\\Plugin", L"welcome"), 3);
+    EXPECT_EQ(Call<HostPrefGetInt>(L"Installed\\Plugin", L"welcome"), 3);
     EXPECT_EQ(PrefString(L"Installed\\Plugin", L"lastTime"), L"2026-01-02 \u00e9");
     EXPECT_EQ(Setting(L"plugins\\Installed\\Plugin", L"bLoad", L""), L"2026.1.0");
     // Preferences and plug-in settings are separate stores.
@@ -51,17 +44,17 @@ TEST(Settings, SurviveANewHostOnTheSameProfile) {
 TEST(Settings, MissingValuesGiveDefaultsAndNumbersReadAsText) {
     testing::TempFolder profile;
     HostApp app(OnProfile(profile.Path()));
-    EXPECT_EQ(CallHost<Op::HostPrefGetInt>(L"none", L"none"), 0);
+    EXPECT_EQ(Call<HostPrefGetInt>(L"none", L"none"), 0);
     EXPECT_EQ(PrefString(L"none", L"none"), L"");
     EXPECT_EQ(Setting(L"none", L"none", L"fallback"), L"fallback");
     EXPECT_EQ(Setting(L"none", L"none", nullptr), L"");
 
-    CallHost<Op::HostPrefSetInt>(L"s", L"n", -12);
+    Call<HostPrefSetInt>(L"s", L"n", -12);
     EXPECT_EQ(PrefString(L"s", L"n"), L"-12");
-    CallHost<Op::HostPrefSetString>(L"s", L"t", L"41");
-    EXPECT_EQ(CallHost<Op::HostPrefGetInt>(L"s", L"t"), 41);
-    CallHost<Op::HostPrefSetString>(L"s", L"t", L"41x");
-    EXPECT_EQ(CallHost<Op::HostPrefGetInt>(L"s", L"t"), 0);
+    Call<HostPrefSetString>(L"s", L"t", L"41");
+    EXPECT_EQ(Call<HostPrefGetInt>(L"s", L"t"), 41);
+    Call<HostPrefSetString>(L"s", L"t", L"41x");
+    EXPECT_EQ(Call<HostPrefGetInt>(L"s", L"t"), 0);
 }
 
 TEST(Settings, ABrokenFileIsIgnored) {
@@ -69,7 +62,7 @@ TEST(Settings, ABrokenFileIsIgnored) {
     std::ofstream(profile / "preferences.json") << "{ not json";
     HostApp app(OnProfile(profile.Path()));
     EXPECT_EQ(PrefString(L"s", L"k"), L"");
-    CallHost<Op::HostPrefSetString>(L"s", L"k", L"v");
+    Call<HostPrefSetString>(L"s", L"k", L"v");
     EXPECT_EQ(PrefString(L"s", L"k"), L"v");
 }
 
@@ -79,7 +72,7 @@ TEST(Settings, ATemporaryProfileIsMadeAndRemoved) {
         HostApp app(HostOptions{});
         folder = app.ProfileFolder().Folder();
         EXPECT_TRUE(std::filesystem::is_directory(folder / "userdata"));
-        CallHost<Op::HostPrefSetInt>(L"s", L"k", 1);
+        Call<HostPrefSetInt>(L"s", L"k", 1);
         EXPECT_TRUE(std::filesystem::exists(folder / "preferences.json"));
     }
     EXPECT_FALSE(std::filesystem::exists(folder));

@@ -4,152 +4,145 @@
 namespace pdfhost {
 namespace {
 
-using hostops::Op;
+using enum hostops::Op;
 using testing::ByteText;
-using testing::CallHost;
+using testing::Call;
 using testing::WideText;
 
 class ValueTables : public testing::HostFixture {};
 
 TEST_F(ValueTables, WideStringsHoldTextAndCompare) {
-    HostWideString text = CallHost<Op::HostWideStringNew>();
-    HostWideString tail = CallHost<Op::HostWideStringNew>();
+    HostWideString text = Call<HostWideStringNew>();
+    HostWideString tail = Call<HostWideStringNew>();
     ASSERT_NE(text, nullptr);
-    EXPECT_EQ(CallHost<Op::HostWideStringGetLength>(text), 0);
+    EXPECT_EQ(Call<HostWideStringGetLength>(text), 0);
     EXPECT_EQ(WideText(text), L"");
 
-    CallHost<Op::HostWideStringSet>(text, L"en-");
-    CallHost<Op::HostWideStringSet>(tail, L"US");
-    CallHost<Op::HostWideStringAppend>(text, tail);
+    Call<HostWideStringSet>(text, L"en-");
+    Call<HostWideStringSet>(tail, L"US");
+    Call<HostWideStringAppend>(text, tail);
     EXPECT_EQ(WideText(text), L"en-US");
-    EXPECT_EQ(CallHost<Op::HostWideStringCompareText>(text, L"en-US"), 0);
-    EXPECT_LT(CallHost<Op::HostWideStringCompareText>(text, L"en-USA"), 0);
-    EXPECT_GT(CallHost<Op::HostWideStringCompareText>(text, L"de-DE"), 0);
+    EXPECT_EQ(Call<HostWideStringCompareText>(text, L"en-US"), 0);
+    EXPECT_LT(Call<HostWideStringCompareText>(text, L"en-USA"), 0);
+    EXPECT_GT(Call<HostWideStringCompareText>(text, L"de-DE"), 0);
 
-    CallHost<Op::HostWideStringAppend>(text, text);
+    Call<HostWideStringAppend>(text, text);
     EXPECT_EQ(WideText(text), L"en-USen-US");
-    CallHost<Op::HostWideStringAppendText>(text, L" \u00e9\U0001F600");
-    EXPECT_EQ(CallHost<Op::HostWideStringGetLength>(text), 13);
-    CallHost<Op::HostWideStringAppendText>(text, nullptr);
-    CallHost<Op::HostWideStringSet>(tail, nullptr);
+    Call<HostWideStringAppendText>(text, L" \u00e9\U0001F600");
+    EXPECT_EQ(Call<HostWideStringGetLength>(text), 13);
+    Call<HostWideStringAppendText>(text, nullptr);
+    Call<HostWideStringSet>(tail, nullptr);
     EXPECT_EQ(WideText(tail), L"");
-    CallHost<Op::HostWideStringClear>(text);
+    Call<HostWideStringClear>(text);
     EXPECT_EQ(WideText(text), L"");
 
-    CallHost<Op::HostWideStringDelete>(text);
-    CallHost<Op::HostWideStringDelete>(tail);
+    Call<HostWideStringDelete>(text);
+    Call<HostWideStringDelete>(tail);
 }
 
 TEST_F(ValueTables, ByteStringsKeepBytesAndConvertFromUtf8) {
-    HostByteString bytes = CallHost<Op::HostByteStringNew>();
-    HostByteString other = CallHost<Op::HostByteStringNew>();
-    EXPECT_EQ(CallHost<Op::HostByteStringIsEmpty>(bytes), 1);
-    EXPECT_EQ(CallHost<Op::HostByteStringEquals>(bytes, other), 1);
+    HostByteString bytes = Call<HostByteStringNew>();
+    HostByteString other = Call<HostByteStringNew>();
+    EXPECT_EQ(Call<HostByteStringIsEmpty>(bytes), 1);
+    EXPECT_EQ(Call<HostByteStringEquals>(bytes, other), 1);
 
-    CallHost<Op::HostByteStringSet>(bytes, "Redact");
-    CallHost<Op::HostByteStringSet>(other, "Red");
-    EXPECT_EQ(CallHost<Op::HostByteStringEquals>(bytes, other), 0);
-    CallHost<Op::HostByteStringAppendText>(other, "act");
-    EXPECT_EQ(CallHost<Op::HostByteStringEquals>(bytes, other), 1);
-    CallHost<Op::HostByteStringAppend>(bytes, other);
+    Call<HostByteStringSet>(bytes, "Redact");
+    Call<HostByteStringSet>(other, "Red");
+    EXPECT_EQ(Call<HostByteStringEquals>(bytes, other), 0);
+    Call<HostByteStringAppendText>(other, "act");
+    EXPECT_EQ(Call<HostByteStringEquals>(bytes, other), 1);
+    Call<HostByteStringAppend>(bytes, other);
     EXPECT_EQ(ByteText(bytes), "RedactRedact");
-    EXPECT_EQ(CallHost<Op::HostByteStringIsEmpty>(bytes), 0);
+    EXPECT_EQ(Call<HostByteStringIsEmpty>(bytes), 0);
 
-    CallHost<Op::HostByteStringSet>(bytes, "caf\xc3\xa9");
-    HostWideString wide = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostByteStringToWide>(bytes, wide);
+    Call<HostByteStringSet>(bytes, "caf\xc3\xa9");
+    HostWideString wide = Call<HostWideStringNew>();
+    Call<HostByteStringToWide>(bytes, wide);
     EXPECT_EQ(WideText(wide), L"caf\u00e9");
 
     for (auto handle : {bytes, other})
-        CallHost<Op::HostByteStringDelete>(handle);
-    CallHost<Op::HostWideStringDelete>(wide);
+        Call<HostByteStringDelete>(handle);
+    Call<HostWideStringDelete>(wide);
 }
 
 TEST_F(ValueTables, StaleAndForeignHandlesGiveNeutralResults) {
-    HostWideString text = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostWideStringSet>(text, L"gone");
-    CallHost<Op::HostWideStringDelete>(text);
-    CallHost<Op::HostWideStringDelete>(text);  // twice: nothing happens
-    EXPECT_EQ(CallHost<Op::HostWideStringData>(text), nullptr);
-    EXPECT_EQ(CallHost<Op::HostWideStringGetLength>(text), 0);
-    EXPECT_NE(CallHost<Op::HostWideStringCompareText>(text, L""), 0);
-    CallHost<Op::HostWideStringSet>(text, L"x");
-    EXPECT_EQ(CallHost<Op::HostWideStringData>(nullptr), nullptr);
+    HostWideString text = Call<HostWideStringNew>();
+    Call<HostWideStringSet>(text, L"gone");
+    Call<HostWideStringDelete>(text);
+    Call<HostWideStringDelete>(text);  // twice: nothing happens
+    EXPECT_EQ(Call<HostWideStringData>(text), nullptr);
+    EXPECT_EQ(Call<HostWideStringGetLength>(text), 0);
+    EXPECT_NE(Call<HostWideStringCompareText>(text, L""), 0);
+    Call<HostWideStringSet>(text, L"x");
+    EXPECT_EQ(Call<HostWideStringData>(nullptr), nullptr);
 
     // A byte string is no wide string, and a number is no handle.
-    HostByteString bytes = CallHost<Op::HostByteStringNew>();
-    EXPECT_EQ(CallHost<Op::HostWideStringData>(reinterpret_cast<HostWideString>(bytes)), nullptr);
-    EXPECT_EQ(CallHost<Op::HostByteStringData>(reinterpret_cast<HostByteString>(uintptr_t{12345})),
+    HostByteString bytes = Call<HostByteStringNew>();
+    EXPECT_EQ(Call<HostWideStringData>(reinterpret_cast<HostWideString>(bytes)), nullptr);
+    EXPECT_EQ(Call<HostByteStringData>(reinterpret_cast<HostByteString>(uintptr_t{12345})),
               nullptr);
-    EXPECT_EQ(CallHost<Op::HostByteStringIsEmpty>(nullptr), 0);
-    CallHost<Op::HostByteStringDelete>(bytes);
+    EXPECT_EQ(Call<HostByteStringIsEmpty>(nullptr), 0);
+    Call<HostByteStringDelete>(bytes);
 }
 
 TEST_F(ValueTables, ArraysGrowAndAnswerNeutrallyOutOfRange) {
-    HostPtrArray pointers = CallHost<Op::HostPtrArrayNew>();
+    HostPtrArray pointers = Call<HostPtrArrayNew>();
     int first = 0;
     int second = 0;
-    CallHost<Op::HostPtrArrayAdd>(pointers, &first);
-    CallHost<Op::HostPtrArrayAdd>(pointers, &second);
-    EXPECT_EQ(CallHost<Op::HostPtrArrayGetCount>(pointers), 2);
-    EXPECT_EQ(CallHost<Op::HostPtrArrayGetAt>(pointers, 1), &second);
-    EXPECT_EQ(CallHost<Op::HostPtrArrayGetAt>(pointers, 2), nullptr);
-    EXPECT_EQ(CallHost<Op::HostPtrArrayGetAt>(pointers, -1), nullptr);
-    CallHost<Op::HostPtrArrayDestroy>(pointers);
-    EXPECT_EQ(CallHost<Op::HostPtrArrayGetCount>(pointers), 0);
+    Call<HostPtrArrayAdd>(pointers, &first);
+    Call<HostPtrArrayAdd>(pointers, &second);
+    EXPECT_EQ(Call<HostPtrArrayGetCount>(pointers), 2);
+    EXPECT_EQ(Call<HostPtrArrayGetAt>(pointers, 1), &second);
+    EXPECT_EQ(Call<HostPtrArrayGetAt>(pointers, 2), nullptr);
+    EXPECT_EQ(Call<HostPtrArrayGetAt>(pointers, -1), nullptr);
+    Call<HostPtrArrayDestroy>(pointers);
+    EXPECT_EQ(Call<HostPtrArrayGetCount>(pointers), 0);
 
-    NdxRectArray rects = CallHost<Op::NDXRectArrayNew>();
-    CallHost<Op::NDXRectArrayAdd>(rects, 1.f, 2.f, 3.f, 4.f);
-    EXPECT_EQ(CallHost<Op::NDXRectArrayGetCount>(rects), 1);
-    const NdxRect rect = CallHost<Op::NDXRectArrayGetAt>(rects, 0);
+    NdxRectArray rects = Call<NDXRectArrayNew>();
+    Call<NDXRectArrayAdd>(rects, 1.f, 2.f, 3.f, 4.f);
+    EXPECT_EQ(Call<NDXRectArrayGetCount>(rects), 1);
+    const NdxRect rect = Call<NDXRectArrayGetAt>(rects, 0);
     EXPECT_EQ(std::vector<float>({rect.left, rect.bottom, rect.right, rect.top}),
               std::vector<float>({1.f, 2.f, 3.f, 4.f}));
-    EXPECT_EQ(CallHost<Op::NDXRectArrayGetAt>(rects, 1).right, 0.f);
-    CallHost<Op::NDXRectArrayDestroy>(rects);
+    EXPECT_EQ(Call<NDXRectArrayGetAt>(rects, 1).right, 0.f);
+    Call<NDXRectArrayDestroy>(rects);
 
-    HostStringArray strings = CallHost<Op::HostStringArrayNew>();
-    EXPECT_EQ(CallHost<Op::HostStringArrayCount>(strings), 0);
-    HostWideString out = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostWideStringSet>(out, L"stale");
-    CallHost<Op::HostStringArrayGet>(strings, 0, out);
+    HostStringArray strings = Call<HostStringArrayNew>();
+    EXPECT_EQ(Call<HostStringArrayCount>(strings), 0);
+    HostWideString out = Call<HostWideStringNew>();
+    Call<HostWideStringSet>(out, L"stale");
+    Call<HostStringArrayGet>(strings, 0, out);
     EXPECT_EQ(WideText(out), L"");
-    CallHost<Op::HostStringArrayDestroy>(strings);
-    CallHost<Op::HostWideStringDelete>(out);
+    Call<HostStringArrayDestroy>(strings);
+    Call<HostWideStringDelete>(out);
 }
 
 TEST_F(ValueTables, ExtensionTablesAreFoundByNameAndVersion) {
-    EXPECT_EQ(CallHost<Op::HostExtensionFind>("sample", 7), nullptr);
-    EXPECT_EQ(CallHost<Op::HostExtensionFind>(nullptr, 0), nullptr);
+    EXPECT_EQ(Call<HostExtensionFind>("sample", 7), nullptr);
+    EXPECT_EQ(Call<HostExtensionFind>(nullptr, 0), nullptr);
 
     const HostFunction zero = reinterpret_cast<HostFunction>(+[] { return 0; });
     const HostFunction one = reinterpret_cast<HostFunction>(+[] { return 1; });
     const HostExtTable table = app_.Extensions().Add("sample", 7, {zero, one});
-    EXPECT_EQ(CallHost<Op::HostExtensionFind>("sample", 7), table);
-    EXPECT_EQ(CallHost<Op::HostExtensionFind>("sample", 6), nullptr);
-    EXPECT_EQ(CallHost<Op::HostExtensionGetFunction>(table, 1), one);
-    EXPECT_EQ(CallHost<Op::HostExtensionGetFunction>(table, 2), nullptr);
-    EXPECT_EQ(CallHost<Op::HostExtensionGetFunction>(nullptr, 0), nullptr);
+    EXPECT_EQ(Call<HostExtensionFind>("sample", 7), table);
+    EXPECT_EQ(Call<HostExtensionFind>("sample", 6), nullptr);
+    EXPECT_EQ(Call<HostExtensionGetFunction>(table, 1), one);
+    EXPECT_EQ(Call<HostExtensionGetFunction>(table, 2), nullptr);
+    EXPECT_EQ(Call<HostExtensionGetFunction>(nullptr, 0), nullptr);
 }
 
 TEST_F(ValueTables, ApplicationFactsComeFromTheOptions) {
-    HostWideString text = CallHost<Op::HostWideStringNew>();
-    CallHost<Op::HostAppGetLanguage>(text);
-    EXPECT_EQ(WideText(text), L"en-US");
-    CallHost<Op::HostAppGetUserDataFolder>(text);
-    const std::filesystem::path userData(WideText(text));
+    EXPECT_EQ(testing::ReadWide([](HostWideString s) { Call<HostAppGetLanguage>(s); }), L"en-US");
+    const std::filesystem::path userData(
+        testing::ReadWide([](HostWideString s) { Call<HostAppGetUserDataFolder>(s); }));
     EXPECT_EQ(userData, profile_.Path() / "userdata");
     EXPECT_TRUE(std::filesystem::is_directory(userData));
-    CallHost<Op::HostWideStringDelete>(text);
+    EXPECT_EQ(testing::ReadBytes([](HostByteString s) { Call<HostAppGetName>(s); }), "pdfhost");
 
-    HostByteString name = CallHost<Op::HostByteStringNew>();
-    CallHost<Op::HostAppGetName>(name);
-    EXPECT_EQ(ByteText(name), "pdfhost");
-    CallHost<Op::HostByteStringDelete>(name);
-
-    EXPECT_EQ(CallHost<Op::HostResourcesGetLanguage>(), 0x0409);
-    HostResources resources = CallHost<Op::HostResourcesNew>(L"/some/module.tpi");
+    EXPECT_EQ(Call<HostResourcesGetLanguage>(), 0x0409);
+    HostResources resources = Call<HostResourcesNew>(L"/some/module.tpi");
     EXPECT_NE(resources, nullptr);
-    CallHost<Op::HostResourcesDestroy>(resources);
+    Call<HostResourcesDestroy>(resources);
 }
 
 }  // namespace

@@ -19,30 +19,23 @@ namespace pdfhost {
 namespace {
 
 using testing::AnnotationTablesTest;
-using testing::CallHost;
-using Op = hostops::Op;
+using testing::Call;
+using enum hostops::Op;
 
 class ViewWidgetTest : public AnnotationTablesTest {
   protected:
-    // The colour of the shown page at device point (x, y), once queued repaints have run.
-    QColor ShownAt(int x, int y) {
+    // The picture of the shown page, once queued repaints have run.
+    QPixmap Picture() {
         QCoreApplication::processEvents();
-        const QLabel* picture = nullptr;
+        QPixmap picture;
         for (const QLabel* label : window_.findChildren<QLabel*>()) {
             if (!label->pixmap().isNull())
-                picture = label;
+                picture = label->pixmap();
         }
-        return picture != nullptr ? picture->pixmap().toImage().pixelColor(x, y) : QColor();
+        return picture;
     }
-
-    QSize Shown() {
-        QCoreApplication::processEvents();
-        for (const QLabel* label : window_.findChildren<QLabel*>()) {
-            if (!label->pixmap().isNull())
-                return label->pixmap().size();
-        }
-        return {};
-    }
+    QColor ShownAt(int x, int y) { return Picture().toImage().pixelColor(x, y); }
+    QSize Shown() { return Picture().size(); }
 
     ui::MainWindow window_{app_};
 };
@@ -52,32 +45,26 @@ TEST_F(ViewWidgetTest, PageAndSelectionOfTheModelAreShown) {
                                              engine::PageDescription::TextLines({"two"})}});
     const ui::DocumentView* shown = window_.findChild<ui::DocumentView*>();
     ASSERT_NE(shown, nullptr);
-    const HostDocView view = CallHost<Op::HostDocGetView>(document.Handle());
-    CallHost<Op::HostDocViewGotoPage>(view, 1);
+    const HostDocView view = Call<HostDocGetView>(document.Handle());
+    Call<HostDocViewGotoPage>(view, 1);
     QCoreApplication::processEvents();
     EXPECT_EQ(shown->CurrentPage(), 1);
 
     // An empty stretch of the page: white until selected.
     EXPECT_EQ(ShownAt(300, 300), QColor(Qt::white));
-    const NdxRectArray rects = CallHost<Op::NDXRectArrayNew>();
-    CallHost<Op::NDXRectArrayAdd>(rects, 200.0f, 500.0f, 260.0f, 600.0f);
-    CallHost<Op::HostTextSelectToolSelectRects>(
-        CallHost<Op::HostDocGetTextSelectTool>(document.Handle()),
-        CallHost<Op::HostDocGetPageView>(document.Handle(), 1), rects);
-    CallHost<Op::NDXRectArrayDestroy>(rects);
+    testing::SelectRects(document, 1, {{200.0f, 500.0f, 260.0f, 600.0f}});
     const QColor selected = ShownAt(300, 300);
     EXPECT_GT(selected.blue(), selected.red()) << "drawn as a selection";
-    CallHost<Op::HostTextSelectToolClear>(
-        CallHost<Op::HostDocGetTextSelectTool>(document.Handle()));
+    Call<HostTextSelectToolClear>(Call<HostDocGetTextSelectTool>(document.Handle()));
     EXPECT_EQ(ShownAt(300, 300), QColor(Qt::white));
 }
 
 TEST_F(ViewWidgetTest, AnnotationsShowAndUndoTakesThemAway) {
     HostDocument& document = Open({.pages = {engine::PageDescription::Blank()}});
-    const NdxObject dict = CallHost<Op::NDXDictNew>();
-    CallHost<Op::NDXDictSetName>(dict, "Subtype", "Square");
-    CallHost<Op::NDXDictSetRect>(dict, "Rect", NdxRect{200, 500, 260, 600});
-    CallHost<Op::NDXDictSetObject>(dict, "IC", Numbers({0, 0, 1}), document.PdfHandle());
+    const NdxObject dict = Call<NDXDictNew>();
+    Call<NDXDictSetName>(dict, "Subtype", "Square");
+    Call<NDXDictSetRect>(dict, "Rect", NdxRect{200, 500, 260, 600});
+    Call<NDXDictSetObject>(dict, "IC", Numbers({0, 0, 1}), document.PdfHandle());
     ASSERT_NE(AddThroughView(document, 0, dict), nullptr);
     const QColor drawn = ShownAt(307, 307);
     EXPECT_LT(drawn.red(), 128) << "the square's appearance shows";
@@ -96,12 +83,7 @@ TEST_F(ViewWidgetTest, ZoomAndFitScaleThePageButNotTheModelsDeviceSpace) {
     shown->SetZoom(2.0);
     EXPECT_EQ(Shown(), QSize(1632, 2112));
     // The model's selection at device (300, 300) is drawn at twice that.
-    const NdxRectArray rects = CallHost<Op::NDXRectArrayNew>();
-    CallHost<Op::NDXRectArrayAdd>(rects, 200.0f, 500.0f, 260.0f, 600.0f);
-    CallHost<Op::HostTextSelectToolSelectRects>(
-        CallHost<Op::HostDocGetTextSelectTool>(document.Handle()),
-        CallHost<Op::HostDocGetPageView>(document.Handle(), 0), rects);
-    CallHost<Op::NDXRectArrayDestroy>(rects);
+    testing::SelectRects(document, 0, {{200.0f, 500.0f, 260.0f, 600.0f}});
     EXPECT_EQ(ShownAt(300, 300), QColor(Qt::white));
     EXPECT_GT(ShownAt(600, 600).blue(), ShownAt(600, 600).red());
 
@@ -109,7 +91,7 @@ TEST_F(ViewWidgetTest, ZoomAndFitScaleThePageButNotTheModelsDeviceSpace) {
     window_.resize(900, 700);
     window_.show();
     QCoreApplication::processEvents();
-    CallHost<Op::HostDocViewScrollTo>(CallHost<Op::HostDocGetView>(document.Handle()), 0, 100);
+    Call<HostDocViewScrollTo>(Call<HostDocGetView>(document.Handle()), 0, 100);
     QCoreApplication::processEvents();
     EXPECT_EQ(shown->findChild<QScrollArea*>()->verticalScrollBar()->value(), 200);
 
