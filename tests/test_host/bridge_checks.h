@@ -2,9 +2,10 @@
 // document is open, each reply checked for its exact keys and codes.
 #pragma once
 
+#include <filesystem>
+
 #include "check_report.h"
-#include "memory_engine.h"
-#include "page_client.h"
+#include "console_host.h"
 
 namespace testhost {
 
@@ -16,7 +17,6 @@ struct SampleDocument {
 };
 
 // Runs the requests in order; throws CheckFailed at the first failed check.
-void RunBridgeChecks(MemoryEngine& engine, PageClient& page, const SampleDocument& sample,
-                     CheckReport& report);
+void RunBridgeChecks(ConsoleHost& host, const SampleDocument& sample, CheckReport& report);
 
 }  // namespace testhost

@@ -2,18 +2,32 @@
 
 #include <algorithm>
 #include <fstream>
+#include <map>
 #include <ostream>
-#include <sstream>
 
 namespace testhost {
+namespace {
+
+// Text with the five XML special characters escaped.
+std::string XmlEscaped(const std::string& text) {
+    static const std::map<char, std::string> kEntities{
+        {'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\'', "&apos;"}};
+    std::string escaped;
+    for (const char c : text) {
+        const auto entity = kEntities.find(c);
+        // XML 1.0 has no place for other control characters, escaped or not.
+        const bool control = static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t';
+        escaped += entity != kEntities.end() ? entity->second : std::string(1, control ? ' ' : c);
+    }
+    return escaped;
+}
+
+}  // namespace
 
 bool CheckReport::Check(const std::string& name, bool passed, const std::string& detail) {
     results_.push_back(Result{name, passed, detail});
-    if (passed)
-        out_ << "ok   " << name << '\n';
-    else
-        out_ << "FAIL " << name << (detail.empty() ? "" : ": " + detail) << '\n';
-    out_.flush();
+    out_ << (passed ? "ok   " : "FAIL ") << name << (passed || detail.empty() ? "" : ": " + detail)
+         << std::endl;
     return passed;
 }
 
@@ -28,61 +42,24 @@ int CheckReport::Failures() const {
 }
 
 // The layout GoogleTest writes, so that the scripts that read its reports read this one too.
-std::string CheckReport::Xml(const std::string& suite) const {
+bool CheckReport::WriteXml(const std::filesystem::path& file, const std::string& suite) const {
     const std::string counts = "tests=\"" + std::to_string(Count()) + "\" failures=\"" +
                                std::to_string(Failures()) + "\" errors=\"0\"";
-    std::ostringstream xml;
+    std::ofstream xml(file, std::ios::binary | std::ios::trunc);
     xml << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
         << "<testsuites " << counts << " name=\"AllTests\">\n"
         << "  <testsuite name=\"" << XmlEscaped(suite) << "\" " << counts << ">\n";
     for (const Result& result : results_) {
         xml << "    <testcase name=\"" << XmlEscaped(result.name) << "\" classname=\""
             << XmlEscaped(suite) << '"';
-        if (result.passed) {
+        if (result.passed)
             xml << "/>\n";
-            continue;
-        }
-        xml << ">\n      <failure message=\"" << XmlEscaped(result.detail) << "\"/>\n"
-            << "    </testcase>\n";
+        else
+            xml << ">\n      <failure message=\"" << XmlEscaped(result.detail) << "\"/>\n"
+                << "    </testcase>\n";
     }
     xml << "  </testsuite>\n</testsuites>\n";
-    return xml.str();
-}
-
-bool CheckReport::WriteXml(const std::filesystem::path& file, const std::string& suite) const {
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    out << Xml(suite);
-    return static_cast<bool>(out.flush());
-}
-
-std::string XmlEscaped(const std::string& text) {
-    std::string escaped;
-    escaped.reserve(text.size());
-    for (const char c : text) {
-        switch (c) {
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '>':
-                escaped += "&gt;";
-                break;
-            case '"':
-                escaped += "&quot;";
-                break;
-            case '\'':
-                escaped += "&apos;";
-                break;
-            default: {
-                // XML 1.0 has no place for other control characters, escaped or not.
-                const bool control = static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t';
-                escaped += control ? ' ' : c;
-            }
-        }
-    }
-    return escaped;
+    return static_cast<bool>(xml.flush());
 }
 
 }  // namespace testhost

@@ -28,9 +28,7 @@ class CheckReport {
 
     int Count() const { return static_cast<int>(results_.size()); }
     int Failures() const;
-
-    // The XML text of the report; `suite` names the test suite.
-    std::string Xml(const std::string& suite) const;
+    // Writes the report in the layout GoogleTest writes, `suite` naming the test suite.
     bool WriteXml(const std::filesystem::path& file, const std::string& suite) const;
 
   private:
@@ -42,8 +40,5 @@ class CheckReport {
     std::ostream& out_;
     std::vector<Result> results_;
 };
-
-// Text with the five XML special characters escaped.
-std::string XmlEscaped(const std::string& text);
 
 }  // namespace testhost

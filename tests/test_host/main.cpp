@@ -2,7 +2,6 @@
 // prints one line per check and exits 1 at the first failed check (2 for a wrong command line).
 // The XML result holds the number of checks made and failed.
 #include <iostream>
-#include <random>
 #include <string>
 
 #include "check_report.h"
@@ -11,14 +10,6 @@
 namespace {
 
 constexpr const char* kSuite = "test_host";
-
-std::filesystem::path FreshFolder() {
-    std::random_device random;
-    const std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / ("test_host-" + std::to_string(random()));
-    std::filesystem::create_directories(folder);
-    return folder;
-}
 
 }  // namespace
 
@@ -41,18 +32,13 @@ int main(int argc, char** argv) {
     }
 
     testhost::CheckReport report(std::cout);
-    std::filesystem::path work;
     try {
-        work = FreshFolder();
-        testhost::RunPlugin(std::filesystem::absolute(plugin), work, report);
+        testhost::RunPlugin(std::filesystem::absolute(plugin), report);
     } catch (const testhost::CheckFailed&) {
         // Printed where it failed.
     } catch (const std::exception& e) {
         report.Check("the run goes to its end", false, e.what());
     }
-    std::error_code ignored;
-    if (!work.empty())
-        std::filesystem::remove_all(work, ignored);
 
     const bool passed = report.Failures() == 0 && report.Count() > 0;
     std::cout << (passed ? "PASSED " : "FAILED ") << report.Count() << " checks, "

@@ -3,9 +3,7 @@
 #include <fstream>
 
 #include "bridge_checks.h"
-#include "engine_tables.h"
-#include "page_channel.h"
-#include "page_client.h"
+#include "host_api_tables.h"
 #include "plugin_loader.h"
 #include "record_hooks.h"
 
@@ -15,32 +13,28 @@ namespace {
 const HostFrame kMainFrame = reinterpret_cast<HostFrame>(0x2000);
 constexpr const wchar_t* kPluginSettings = L"plugins\\Installed\\TarvoSablemark";
 
-// The sample file: its bytes stand for a PDF the engine has "opened"; only its size is read.
-SampleDocument WriteSample(const std::filesystem::path& folder) {
+// The sample document: two pages of text on a 612 x 792 page. Its file's bytes stand for the PDF
+// the editor "opened"; only their size is read.
+SampleDocument OpenSample(ConsoleHost& host) {
     SampleDocument sample;
-    sample.path = folder / "contract.pdf";
+    sample.path = host.userData / "contract.pdf";
     std::ofstream(sample.path, std::ios::binary) << "%PDF-1.7\n"
                                                  << std::string(1200, ' ') << "\n%%EOF\n";
     sample.size = std::filesystem::file_size(sample.path);
+    FakeDoc doc = FileDoc(sample.path.wstring());
+    doc.info = std::map<std::string, std::string>{{"CreationDate", "D:20260102030405Z"},
+                                                  {"ModDate", "D:20260102030405Z"}};
+    doc.pages.resize(2);
+    doc.pages[0].lines = {{L"Contract between Ana Lind and Nightjar Ltd"},
+                          {L"Phone 555-0100, ana@example.com"}};
+    doc.pages[1].lines = {{L"Signed by Ana Lind"}};
+    for (FakePage& page : doc.pages)
+        page.mediaBox = page.visible = NdxRect{0, 0, 612, 792};
+    sample.doc = host.OpenDocument(std::move(doc));
     return sample;
 }
 
-std::vector<std::vector<std::wstring>> SampleText() {
-    return {{L"Contract between Ana Lind and Nightjar Ltd", L"Phone 555-0100, ana@example.com"},
-            {L"Signed by Ana Lind"}};
-}
-
-void Register(pdfhost::TableManager& tables) {
-    RegisterStringTables(tables);
-    RegisterAppTables(tables);
-    RegisterRibbonTables(tables);
-    RegisterDocumentTables(tables);
-    RegisterTextTables(tables);
-    RegisterObjectTables(tables);
-    tables.Activate();
-}
-
-void CheckLoad(const pdfhost::PluginLoader& loader, MemoryEngine& engine, CheckReport& report) {
+void CheckLoad(const pdfhost::PluginLoader& loader, ConsoleHost& host, CheckReport& report) {
     report.Require("PlugInMain, handshake, registration, export, import and init all succeed",
                    loader.Plugins().size() == 1, "the loader tells why on standard error");
     const pdfhost::LoadedPlugin& plugin = *loader.Plugins().front();
@@ -60,30 +54,29 @@ void CheckLoad(const pdfhost::PluginLoader& loader, MemoryEngine& engine, CheckR
                        pdfhost::HookAt(plugin.ui, kUiMainFrameClosing) != nullptr,
                    "size " + std::to_string(plugin.ui.size));
     report.Require("init registers one document and one application event record",
-                   engine.docEventRecords.size() == 1 && engine.appEventRecords.size() == 1);
-    const auto loaded = engine.pluginSettings.find({kPluginSettings, L"bLoad"});
+                   host.docEventRecords.size() == 1 && host.appEventRecords.size() == 1);
+    const auto loaded = host.pluginSettings.find({kPluginSettings, L"bLoad"});
     report.Require("init reports the first load of this version and remembers it",
-                   engine.usageReports == 1 && loaded != engine.pluginSettings.end() &&
+                   host.usageReports.size() == 1 && loaded != host.pluginSettings.end() &&
                        !loaded->second.empty());
 }
 
-void CheckMainFrame(MemoryEngine& engine, const PageChannel& channel, CheckReport& report) {
-    const HostRibbonItem category = engine.FindChild(engine.ribbonBar, L"Ribbon_Category_Protect");
-    const HostRibbonItem panel = engine.FindChild(category, L"Protect_Panel_Redaction");
-    const HostRibbonItem button = engine.FindChild(panel, L"Sablemark");
-    bool entries = button != nullptr && engine.ribbon.Find(button)->children.size() == 3;
+void CheckMainFrame(ConsoleHost& host, CheckReport& report) {
+    const FakeRibbonNode* button = host.Find(
+        kMainFrame, {L"Ribbon_Category_Protect", L"Protect_Panel_Redaction", L"Sablemark"});
+    bool entries = button != nullptr && button->children.size() == 3;
     for (const wchar_t* name : {L"AutoRedaction", L"BatchRedact", L"Profile"}) {
-        const RibbonNode* entry = engine.ribbon.Find(engine.FindChild(button, name));
+        const FakeRibbonNode* entry = button != nullptr ? button->Child(name) : nullptr;
         entries = entries && entry != nullptr && entry->execute != nullptr;
     }
     report.Require("main frame: the ribbon's three entries with their procedures", entries);
     report.Require("main frame: a task pane registered and the page channel connected",
-                   engine.paneRecords.size() == 1 && channel.Connected());
+                   host.paneRecords.size() == 1 && host.Connected());
 }
 
-void CheckOpenEvents(PageClient& page, CheckReport& report) {
+void CheckOpenEvents(ConsoleHost& host, CheckReport& report) {
     std::string names;
-    for (const Json::Value& event : page.TakeEvents())
+    for (const Json::Value& event : host.TakeEvents())
         names += event["name"].asString() + " ";
     report.Require("opening a document: its events reach the page in order",
                    names == "ev-doc-before-open ev-doc-open-success ev-doc-activate ", names);
@@ -91,33 +84,33 @@ void CheckOpenEvents(PageClient& page, CheckReport& report) {
 
 }  // namespace
 
-void RunPlugin(const std::filesystem::path& plugin, const std::filesystem::path& workFolder,
-               CheckReport& report) {
-    const SampleDocument written = WriteSample(workFolder);
-    std::filesystem::create_directories(workFolder / "user");
-    MemoryEngine engine(workFolder / "user");
+void RunPlugin(const std::filesystem::path& plugin, CheckReport& report) {
+    ConsoleHost host;
+    // The account server the plug-in asks for its service document: a local port that refuses
+    // at once.
+    host.loginTable = true;
+    host.loginServer = L"http://127.0.0.1:9";
+    host.account.hasUser = false;
     pdfhost::TableManager tables;
-    Register(tables);
-    OfferLoginServer(engine);
-    PageChannel channel(engine.extensions);
-    PageClient page(channel);
+    RegisterHostApiTables(tables);
+    tables.Activate();
+    const ServedHostApi served(host);
 
     pdfhost::PluginLoader loader({});
     loader.LoadFiles({plugin}, {kMainFrame});
-    CheckLoad(loader, engine, report);
-    CheckMainFrame(engine, channel, report);
+    CheckLoad(loader, host, report);
+    CheckMainFrame(host, report);
 
-    SampleDocument sample = written;
-    sample.doc = engine.Open(sample.path.wstring(), SampleText());
-    CheckOpenEvents(page, report);
-    RunBridgeChecks(engine, page, sample, report);
+    const SampleDocument sample = OpenSample(host);
+    CheckOpenEvents(host, report);
+    RunBridgeChecks(host, sample, report);
 
     loader.FrameClosing(kMainFrame);
     loader.UnloadAll({});
-    report.Require("unload: the event records are withdrawn", engine.docEventRecords.empty());
+    report.Require("unload: the event records are withdrawn", host.docEventRecords.empty());
     report.Require("library unload: the page channel released and every resource freed",
-                   !channel.Connected() && engine.liveResources == 0,
-                   "resources left " + std::to_string(engine.liveResources));
+                   !host.Connected() && host.liveResources == 0,
+                   "resources left " + std::to_string(host.liveResources));
 }
 
 }  // namespace testhost
