@@ -1,6 +1,7 @@
 #include "open_documents.h"
 
 #include "host/host_string.h"
+#include "host/message_box_style.h"
 
 std::map<std::wstring, int> OpenDocumentsByPath(HostApi& host) {
     std::map<std::wstring, int> byPath;
@@ -29,4 +30,32 @@ HostDoc OpenHidden(HostApi& host, const std::wstring& path) {
     options.password = L"";
     options.keepHidden = 1;
     return host.HostDocOpenHidden(path.c_str(), &options);
+}
+
+std::vector<std::wstring> FilesOfChosenDocuments(HostApi& host,
+                                                 const std::vector<ChosenDocument>& chosen,
+                                                 const std::wstring& text,
+                                                 const std::wstring& title, HostWindow parent) {
+    std::vector<std::wstring> files;
+    bool announced = false;
+    for (const ChosenDocument& document : chosen) {
+        if (host.HostDocIsTemporary(document.doc) == 0 &&
+            host.HostDocIsModified(document.doc) == 0) {
+            files.push_back(document.listedPath);
+            continue;
+        }
+        if (!announced) {
+            host.HostMessageBox(text.c_str(), message_box::kWarning, title.c_str(), nullptr,
+                                parent);
+            announced = true;
+        }
+        // The host's save; a temporary document gets its file there, so the path is read after.
+        if (host.HostDocSave(document.doc, 0, 0, 1, 0) == 0)
+            continue;
+        HostWide path(host);
+        host.HostDocGetFilePath(document.doc, path);
+        if (!path.Text().empty())
+            files.push_back(path.Text());
+    }
+    return files;
 }

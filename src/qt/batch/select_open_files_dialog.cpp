@@ -8,9 +8,9 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "batch/open_documents.h"
 #include "batch_texts.h"
 #include "host/host_string.h"
-#include "host/message_box_style.h"
 
 namespace {
 
@@ -59,31 +59,18 @@ CGW_SelectOpenFilesDlg::CGW_SelectOpenFilesDlg(HostApi& host, QWidget* parent)
 }
 
 void CGW_SelectOpenFilesDlg::accept() {
-    chosen_.clear();
-    bool announced = false;
+    std::vector<ChosenDocument> chosen;
     for (int row = 0; row < list_->topLevelItemCount(); ++row) {
         const QTreeWidgetItem* item = list_->topLevelItem(row);
-        if (!item->isSelected())
-            continue;
-        auto doc = reinterpret_cast<HostDoc>(item->data(0, kDocRole).value<quintptr>());
-        if (host_.HostDocIsTemporary(doc) == 0 && host_.HostDocIsModified(doc) == 0) {
-            chosen_ << item->data(0, Qt::UserRole).toString();
-            continue;
+        if (item->isSelected()) {
+            chosen.push_back({reinterpret_cast<HostDoc>(item->data(0, kDocRole).value<quintptr>()),
+                              item->data(0, Qt::UserRole).toString().toStdWString()});
         }
-        if (!announced) {
-            const std::wstring text = BatchText("IDS_NEEDSAVE_MSG").toStdWString();
-            const std::wstring title = windowTitle().toStdWString();
-            host_.HostMessageBox(text.c_str(), message_box::kWarning, title.c_str(), nullptr,
-                                 reinterpret_cast<HostWindow>(this));
-            announced = true;
-        }
-        // The host's save; a temporary document gets its file there, so the path is read after.
-        if (host_.HostDocSave(doc, 0, 0, 1, 0) == 0)
-            continue;
-        HostWide path(host_);
-        host_.HostDocGetFilePath(doc, path);
-        if (!path.Text().empty())
-            chosen_ << QString::fromStdWString(path.Text());
     }
+    chosen_.clear();
+    for (const std::wstring& file :
+         FilesOfChosenDocuments(host_, chosen, BatchText("IDS_NEEDSAVE_MSG").toStdWString(),
+                                windowTitle().toStdWString(), reinterpret_cast<HostWindow>(this)))
+        chosen_ << QString::fromStdWString(file);
     QDialog::accept();
 }

@@ -1,10 +1,10 @@
 #include "open_documents_dialog.h"
 
+#include "batch/open_documents.h"
 #include "batch_control_ids.h"
 #include "batch_wide_texts.h"
 #include "file_row_facts.h"
 #include "host/host_string.h"
-#include "host/message_box_style.h"
 #include "list_view_rows.h"
 
 DialogTemplate OpenDocumentsDialog::Layout() const {
@@ -50,29 +50,12 @@ bool OpenDocumentsDialog::OnCommand(int id, int) {
 }
 
 void OpenDocumentsDialog::Accept() {
-    chosen_.clear();
-    bool announced = false;
     const HWND list = Item(kOpenFilesList);
-    for (const int row : SelectedListRows(list)) {
-        const HostDoc doc = docs_[static_cast<std::size_t>(row)];
-        if (host_.HostDocIsTemporary(doc) == 0 && host_.HostDocIsModified(doc) == 0) {
-            chosen_.push_back(ListText(list, row, 0));
-            continue;
-        }
-        if (!announced) {
-            const std::wstring text = BatchWideText("IDS_NEEDSAVE_MSG");
-            const std::wstring title = BatchWideText("IDS_OPENFILES_TITLE");
-            host_.HostMessageBox(text.c_str(), message_box::kWarning, title.c_str(), nullptr,
-                                 reinterpret_cast<HostWindow>(Window()));
-            announced = true;
-        }
-        // The host's save; a temporary document gets its file there, so the path is read after.
-        if (host_.HostDocSave(doc, 0, 0, 1, 0) == 0)
-            continue;
-        HostWide path(host_);
-        host_.HostDocGetFilePath(doc, path);
-        if (!path.Text().empty())
-            chosen_.push_back(path.Text());
-    }
+    std::vector<ChosenDocument> chosen;
+    for (const int row : SelectedListRows(list))
+        chosen.push_back({docs_[static_cast<std::size_t>(row)], ListText(list, row, 0)});
+    chosen_ = FilesOfChosenDocuments(host_, chosen, BatchWideText("IDS_NEEDSAVE_MSG"),
+                                     BatchWideText("IDS_OPENFILES_TITLE"),
+                                     reinterpret_cast<HostWindow>(Window()));
     End(IDOK);
 }
