@@ -3,8 +3,8 @@
 #include "host/host_string.h"
 #include "host/message_box_style.h"
 
-std::map<std::wstring, int> OpenDocumentsByPath(HostApi& host) {
-    std::map<std::wstring, int> byPath;
+std::vector<OpenDocument> OpenDocuments(HostApi& host) {
+    std::vector<OpenDocument> documents;
     const int count = host.HostAppGetDocCount();
     for (int index = 0; index < count; ++index) {
         HostDoc doc = host.HostAppGetDocByIndex(index);
@@ -12,8 +12,15 @@ std::map<std::wstring, int> OpenDocumentsByPath(HostApi& host) {
             continue;
         HostWide path(host);
         host.HostDocGetFilePath(doc, path);
-        byPath.emplace(path.Text(), index);
+        documents.push_back({doc, path.Text(), index});
     }
+    return documents;
+}
+
+std::map<std::wstring, int> OpenDocumentsByPath(HostApi& host) {
+    std::map<std::wstring, int> byPath;
+    for (const OpenDocument& document : OpenDocuments(host))
+        byPath.emplace(document.path, document.index);
     return byPath;
 }
 
@@ -33,15 +40,15 @@ HostDoc OpenHidden(HostApi& host, const std::wstring& path) {
 }
 
 std::vector<std::wstring> FilesOfChosenDocuments(HostApi& host,
-                                                 const std::vector<ChosenDocument>& chosen,
+                                                 const std::vector<OpenDocument>& chosen,
                                                  const std::wstring& text,
                                                  const std::wstring& title, HostWindow parent) {
     std::vector<std::wstring> files;
     bool announced = false;
-    for (const ChosenDocument& document : chosen) {
+    for (const OpenDocument& document : chosen) {
         if (host.HostDocIsTemporary(document.doc) == 0 &&
             host.HostDocIsModified(document.doc) == 0) {
-            files.push_back(document.listedPath);
+            files.push_back(document.path);
             continue;
         }
         if (!announced) {

@@ -10,7 +10,6 @@
 
 #include "batch/open_documents.h"
 #include "batch_texts.h"
-#include "host/host_string.h"
 
 namespace {
 
@@ -30,14 +29,9 @@ CGW_SelectOpenFilesDlg::CGW_SelectOpenFilesDlg(HostApi& host, QWidget* parent)
     list_->setRootIsDecorated(false);
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    const int count = host_.HostAppGetDocCount();
-    for (int index = 0; index < count; ++index) {
-        HostDoc doc = host_.HostAppGetDocByIndex(index);
-        if (doc == nullptr)
-            continue;
-        HostWide path(host_);
-        host_.HostDocGetFilePath(doc, path);
-        const QString file = QString::fromStdWString(path.Text());
+    for (const OpenDocument& document : OpenDocuments(host_)) {
+        const HostDoc doc = document.doc;
+        const QString file = QString::fromStdWString(document.path);
         const QFileInfo info(file);
         auto* item = new QTreeWidgetItem(
             list_, {file, info.exists() ? info.lastModified().toString(Qt::ISODate) : QString()});
@@ -59,12 +53,12 @@ CGW_SelectOpenFilesDlg::CGW_SelectOpenFilesDlg(HostApi& host, QWidget* parent)
 }
 
 void CGW_SelectOpenFilesDlg::accept() {
-    std::vector<ChosenDocument> chosen;
+    std::vector<OpenDocument> chosen;
     for (int row = 0; row < list_->topLevelItemCount(); ++row) {
         const QTreeWidgetItem* item = list_->topLevelItem(row);
         if (item->isSelected()) {
             chosen.push_back({reinterpret_cast<HostDoc>(item->data(0, kDocRole).value<quintptr>()),
-                              item->data(0, Qt::UserRole).toString().toStdWString()});
+                              item->data(0, Qt::UserRole).toString().toStdWString(), 0});
         }
     }
     chosen_.clear();

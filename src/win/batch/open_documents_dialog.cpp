@@ -1,10 +1,8 @@
 #include "open_documents_dialog.h"
 
-#include "batch/open_documents.h"
 #include "batch_control_ids.h"
 #include "batch_wide_texts.h"
 #include "file_row_facts.h"
-#include "host/host_string.h"
 #include "list_view_rows.h"
 
 DialogTemplate OpenDocumentsDialog::Layout() const {
@@ -27,18 +25,12 @@ void OpenDocumentsDialog::OnInit() {
     SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
     AddListColumn(list, 0, BatchWideText("IDS_STR_NAME"), 330);
     AddListColumn(list, 1, BatchWideText("IDS_STR_FILEMODIFYDATE"), 130);
-    const int count = host_.HostAppGetDocCount();
-    for (int index = 0; index < count; ++index) {
-        HostDoc doc = host_.HostAppGetDocByIndex(index);
-        if (doc == nullptr)
-            continue;
-        HostWide path(host_);
-        host_.HostDocGetFilePath(doc, path);
-        const int row = InsertListRow(list, static_cast<int>(docs_.size()), path.Text());
-        const std::optional<FileFacts> facts = FileFactsOf(path.Text());
+    for (const OpenDocument& document : OpenDocuments(host_)) {
+        const int row = InsertListRow(list, static_cast<int>(docs_.size()), document.path);
+        const std::optional<FileFacts> facts = FileFactsOf(document.path);
         SetListText(list, row, 1, facts ? facts->modified : L"");
         SetListRowState(list, row, LVIS_SELECTED, LVIS_SELECTED);
-        docs_.push_back(doc);
+        docs_.push_back(document);
     }
 }
 
@@ -51,9 +43,9 @@ bool OpenDocumentsDialog::OnCommand(int id, int) {
 
 void OpenDocumentsDialog::Accept() {
     const HWND list = Item(kOpenFilesList);
-    std::vector<ChosenDocument> chosen;
+    std::vector<OpenDocument> chosen;
     for (const int row : SelectedListRows(list))
-        chosen.push_back({docs_[static_cast<std::size_t>(row)], ListText(list, row, 0)});
+        chosen.push_back(docs_[static_cast<std::size_t>(row)]);
     chosen_ = FilesOfChosenDocuments(host_, chosen, BatchWideText("IDS_NEEDSAVE_MSG"),
                                      BatchWideText("IDS_OPENFILES_TITLE"),
                                      reinterpret_cast<HostWindow>(Window()));

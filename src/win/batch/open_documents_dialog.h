@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/open_documents.h"
 #include "host/host_api.h"
 #include "win_dialog.h"
 
@@ -25,6 +26,6 @@ class OpenDocumentsDialog final : public WinDialog {
     void Accept();
 
     HostApi& host_;
-    std::vector<HostDoc> docs_;  // by row
+    std::vector<OpenDocument> docs_;  // by row
     std::vector<std::wstring> chosen_;
 };
