@@ -3,7 +3,7 @@
 
 #include <fstream>
 
-#include "app/brevan.h"
+#include "attached_plugin.h"
 #include "config/brevan_config.h"
 #include "fake_host.h"
 #include "util/utf.h"
@@ -68,9 +68,8 @@ TEST_F(BrevanConfigTest, BooleanKeyOfAnotherTypeRefusesTheStartNamingTheKey) {
     for (const char* key :
          {"logger_output", "batchdlg_show", "preproduction_env", "insecure_tls"}) {
         WriteConfig(std::string("{\"") + key + "\": \"yes\"}");
-        FakePlatform platform;
-        Brevan app;
-        app.Attach(host, platform);
+        AttachedPlugin attached(host);
+        Brevan& app = attached.app;
         app.ImportTables();
         EXPECT_EQ(app.Init(), 0) << key;
         ASSERT_FALSE(host.messages.empty()) << key;
