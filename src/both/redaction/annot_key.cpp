@@ -44,3 +44,7 @@ bool operator<(const AnnotKey& a, const AnnotKey& b) {
     }
     return a.searchKey.compare(b.searchKey) < 0;
 }
+
+bool operator<(const SearchRecord& a, const SearchRecord& b) {
+    return AnnotKey::Of(a) < AnnotKey::Of(b);
+}

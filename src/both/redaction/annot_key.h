@@ -28,3 +28,6 @@ struct AnnotKey {
 // File, page, start, end, index, number of rectangles, the bounds' left, right, top and bottom
 // (exactly, NaN after every number), search key.
 bool operator<(const AnnotKey& a, const AnnotKey& b);
+
+// The total order by which records key the annotation map, their keys' order: pieces take no part.
+bool operator<(const SearchRecord& a, const SearchRecord& b);

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "redaction/annot_key.h"
-
 NdxRect SearchRecord::Union() const {
     if (rects.empty())
         return NdxRect{0, 0, 0, 0};
@@ -15,8 +13,4 @@ NdxRect SearchRecord::Union() const {
         all.top = std::max(all.top, r.top);
     }
     return all;
-}
-
-bool operator<(const SearchRecord& a, const SearchRecord& b) {
-    return AnnotKey::Of(a) < AnnotKey::Of(b);
 }

@@ -34,7 +34,3 @@ struct SearchRecord {
     // The smallest rectangle around all `rects`; all zero without rectangles.
     NdxRect Union() const;
 };
-
-// The total order by which records key the annotation map: file, page, start, end, index, number
-// of rectangles, the union's left, right, top and bottom (exactly), searchKey. Pieces take no part.
-bool operator<(const SearchRecord& a, const SearchRecord& b);
