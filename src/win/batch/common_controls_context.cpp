@@ -6,6 +6,8 @@
 #include <memory>
 #include <type_traits>
 
+#include "system_paths.h"
+
 namespace {
 
 // The manifest of a library, as the resource compiler numbers it.
@@ -16,19 +18,11 @@ struct ActivationContextReleaser {
 };
 using ActivationContext = std::unique_ptr<void, ActivationContextReleaser>;
 
-HMODULE ThisModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(
-        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<LPCWSTR>(&ThisModule), &module);
-    return module;
-}
-
 ActivationContext MakeContext() {
     ACTCTXW description{};
     description.cbSize = sizeof description;
     description.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
-    description.hModule = ThisModule();
+    description.hModule = ThisModuleHandle();
     description.lpResourceName = MAKEINTRESOURCEW(kLibraryManifest);
     const HANDLE context = CreateActCtxW(&description);
     return context == INVALID_HANDLE_VALUE ? ActivationContext() : ActivationContext(context);
