@@ -81,12 +81,16 @@ def crowded(args, work, profile):
     key, count = entry["searchKey"], entry["count"]
     removed = 1000
 
+    seconds = []
+
     def run(lines):
+        start = time.perf_counter()
         session.host.send(lines)
         answers = {}
         for reply in session.host.read("reply", len(lines)):
             ret = json.loads(reply)["ret"]
             answers[ret] = answers.get(ret, 0) + 1
+        seconds.append(time.perf_counter() - start)
         return answers
 
     marks = {"searchKey": key, "type": "redact"}
@@ -99,8 +103,9 @@ def crowded(args, work, profile):
                        post("redactApply", {"uniqueIDNames": names}, "apply")])
     applied = json.loads(session.host.read("reply")[0])
     ok = list(added) == [0] and list(gone) == [0] and applied["ret"] == 0 and not applied["data"]
-    return ("%d marks on one page, %d removed, %d applied: answers %s / %s / %s"
-            % (count, removed, len(names), added, gone, applied["ret"]), ok, session)
+    return ("%d marks on one page (%.1f s), %d removed (%.1f s), %d applied: answers %s / %s / %s"
+            % (count, seconds[0], removed, seconds[1], len(names), added, gone, applied["ret"]),
+            ok, session)
 
 
 def terms(args, work, profile):

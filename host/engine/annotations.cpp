@@ -6,6 +6,7 @@
 
 #include "engine/error.h"
 #include "engine/mupdf_call.h"
+#include "engine/popup_index.h"
 
 namespace pdfhost::engine {
 namespace {
@@ -51,16 +52,6 @@ int IndexNear(fz_context* ctx, pdf_obj* annots, int object, int hint) {
         }
     }
     return -1;
-}
-
-// Whether the popup at `entry` belongs to annotation `object`.
-bool IsPopupOf(fz_context* ctx, pdf_obj* entry, int object) {
-    if (pdf_dict_get(ctx, entry, PDF_NAME(Subtype)) != PDF_NAME(Popup))
-        return false;
-    pdf_obj* parent = pdf_dict_get(ctx, entry, PDF_NAME(Parent));
-    if (parent == nullptr)
-        parent = pdf_dict_get(ctx, entry, PDF_NAME(P));
-    return pdf_is_indirect(ctx, parent) && pdf_to_num(ctx, parent) == object;
 }
 
 // Moves the last entry of `annots` to `index` (when that is a place before the end).
@@ -251,7 +242,10 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
     });
     const AnnotPtr owned(ctx, made.annot);
     pdf_obj* annots = setAside.Finish(what);
-    CallMupdf(ctx, what, [&] { MoveLastTo(ctx, annots, index); });
+    CallMupdf(ctx, what, [&] {
+        MoveLastTo(ctx, annots, index);
+        document_.Popups().Added(ctx, page, annots, pdf_annot_obj(ctx, made.annot));
+    });
     document_.MarkChanged();
 
     // An appearance that cannot be built leaves the annotation without one; it still stands.
@@ -286,29 +280,45 @@ std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id) {
     const char* what = "cannot remove an annotation";
     pdf_obj* annots =
         CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)); });
-    const int count = CallMupdf(ctx, what, [&] { return pdf_array_len(ctx, annots); });
-    const int at = CallMupdf(ctx, what, [&] { return IndexIn(ctx, annots, id.object); });
-    if (at < 0)
-        return std::nullopt;
-
     const int own_popup = CallMupdf(ctx, what, [&] {
+        const int at = IndexIn(ctx, annots, id.object);
+        if (at < 0)
+            return -1;
         pdf_obj* popup = pdf_dict_get(ctx, pdf_array_get(ctx, annots, at), PDF_NAME(Popup));
         return pdf_is_indirect(ctx, popup) ? pdf_to_num(ctx, popup) : 0;
     });
-    // One guarded walk of the whole array: the page may hold many thousands of entries.
+    if (own_popup < 0)
+        return std::nullopt;
+
+    // What goes: the annotation, the popup it names and the popups naming it (from the index,
+    // so that a crowded page's other entries are not read), wherever each stands.
+    std::vector<int> goes;
+    CallMupdf(ctx, what, [&] { goes = document_.Popups().Of(ctx, id.page, annots, id.object); });
+    goes.push_back(id.object);
+    if (own_popup > 0)
+        goes.push_back(own_popup);
     RemovedAnnotation removed{id, {}};
+    const int count = CallMupdf(ctx, what, [&] { return pdf_array_len(ctx, annots); });
     CallMupdf(ctx, what, [&] {
         for (int i = 0; i < count; ++i) {
             pdf_obj* entry = pdf_array_get(ctx, annots, i);
-            const int number = AnnotationObject(ctx, entry);
-            if (number == id.object || (number > 0 && number == own_popup) ||
-                (number > 0 && IsPopupOf(ctx, entry, id.object))) {
-                removed.entries.push_back({number, i});
+            if (!pdf_is_indirect(ctx, entry) ||
+                std::find(goes.begin(), goes.end(), pdf_to_num(ctx, entry)) == goes.end()) {
+                continue;
             }
+            if (const int number = AnnotationObject(ctx, entry); number > 0)
+                removed.entries.push_back({number, i});
         }
     });
     for (auto it = removed.entries.rbegin(); it != removed.entries.rend(); ++it)
         CallMupdf(ctx, what, [&] { pdf_array_delete(ctx, annots, it->index); });
+    std::vector<int> objects;
+    for (const RemovedAnnotation::Entry& entry : removed.entries)
+        objects.push_back(entry.object);
+    CallMupdf(ctx, what, [&] {
+        document_.Popups().Removed(ctx, id.page, annots, objects,
+                                   static_cast<int>(removed.entries.size()));
+    });
     document_.MarkChanged();
     return removed;
 }
@@ -343,13 +353,7 @@ void Annotations::RemoveAll(int page, const std::vector<int>& objects) {
         bool remove = number > 0 && (targets.contains(number) || popups.contains(number));
         if (!remove && number > 0) {
             remove = CallMupdf(ctx, what, [&] {
-                pdf_obj* entry = pdf_array_get(ctx, annots, i);
-                if (pdf_dict_get(ctx, entry, PDF_NAME(Subtype)) != PDF_NAME(Popup))
-                    return false;
-                pdf_obj* parent = pdf_dict_get(ctx, entry, PDF_NAME(Parent));
-                if (parent == nullptr)
-                    parent = pdf_dict_get(ctx, entry, PDF_NAME(P));
-                return pdf_is_indirect(ctx, parent) && targets.contains(pdf_to_num(ctx, parent));
+                return targets.contains(PopupOwner(ctx, pdf_array_get(ctx, annots, i)));
             });
         }
         goes[static_cast<std::size_t>(i)] = remove ? 1 : 0;
@@ -371,6 +375,7 @@ void Annotations::RemoveAll(int page, const std::vector<int>& objects) {
         for (int i = count - 1; i >= kept; --i)
             pdf_array_delete(ctx, annots, i);
     });
+    document_.Popups().Forget(page);
     document_.MarkChanged();
 }
 
@@ -424,6 +429,7 @@ bool Annotations::Restore(const RemovedAnnotation& removed) {
         for (const RemovedAnnotation::Entry& entry : removed.entries) {
             const int at = std::min(entry.index, pdf_array_len(ctx, annots));
             pdf_array_insert_drop(ctx, annots, pdf_new_indirect(ctx, pdf, entry.object, 0), at);
+            document_.Popups().Added(ctx, removed.id.page, annots, pdf_array_get(ctx, annots, at));
         }
     });
     document_.MarkChanged();

@@ -71,7 +71,8 @@ Document::Document(Document&& other) noexcept
       path_(std::move(other.path_)),
       permissions_(other.permissions_),
       revision_(other.revision_),
-      pages_(std::move(other.pages_)) {}
+      pages_(std::move(other.pages_)),
+      popups_(std::move(other.popups_)) {}
 
 Document& Document::operator=(Document&& other) noexcept {
     if (this != &other) {
@@ -82,6 +83,7 @@ Document& Document::operator=(Document&& other) noexcept {
         permissions_ = other.permissions_;
         revision_ = other.revision_;
         pages_ = std::move(other.pages_);
+        popups_ = std::move(other.popups_);
     }
     return *this;
 }
@@ -91,6 +93,7 @@ Document::~Document() {
 }
 
 void Document::Close() noexcept {
+    popups_.Clear();
     pages_.Drop();
     if (doc_ != nullptr)
         pdf_drop_document(context_->get(), std::exchange(doc_, nullptr));

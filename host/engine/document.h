@@ -11,6 +11,7 @@
 #include "engine/mupdf_types.h"
 #include "engine/page_map.h"
 #include "engine/page_object_type.h"
+#include "engine/popup_index.h"
 #include "engine/rgb_image.h"
 
 struct fz_context;
@@ -90,6 +91,9 @@ class Document {
     std::uint64_t Revision() const { return revision_; }
     void MarkChanged() { ++revision_; }
 
+    // The popups on the pages, by the annotation each belongs to (kept by Annotations).
+    PopupIndex& Popups() { return popups_; }
+
     // The file the document was opened from or last saved to; empty for a new document.
     const std::string& Path() const { return path_; }
 
@@ -108,6 +112,7 @@ class Document {
     std::uint32_t permissions_;
     std::uint64_t revision_ = 0;
     PageMap pages_;
+    PopupIndex popups_;
 };
 
 }  // namespace pdfhost::engine

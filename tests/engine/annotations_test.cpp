@@ -65,6 +65,21 @@ TEST_F(AnnotationsTest, RemovedAnnotationGoesWithItsPopupAndComesBackInPlace) {
     EXPECT_TRUE(annotations.Restore(*removed));
     EXPECT_EQ(annotations.OnPage(0), all);
     EXPECT_FALSE(annotations.Restore(*removed)) << "it stands already";
+
+    // Off again after coming back, then a popup put on the page behind the engine's back: each
+    // annotation still takes its popups along.
+    EXPECT_EQ(annotations.Remove(second)->entries.size(), 2u);
+    const ObjPtr page_obj = document.PageObject(0, "page");
+    fz_context* ctx = document.fz();
+    CallMupdf(ctx, "popup", [&] {
+        pdf_obj* popup = pdf_add_new_dict(ctx, document.pdf(), 2);
+        pdf_dict_put(ctx, popup, PDF_NAME(Subtype), PDF_NAME(Popup));
+        pdf_dict_put_drop(ctx, popup, PDF_NAME(Parent),
+                          pdf_new_indirect(ctx, document.pdf(), first.object, 0));
+        pdf_array_push_drop(ctx, pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)), popup);
+    });
+    EXPECT_EQ(annotations.Remove(first)->entries.size(), 2u);
+    EXPECT_EQ(annotations.OnPage(0), (std::vector<int>{third.object}));
 }
 
 TEST_F(AnnotationsTest, RefusesEntriesItCannotWriteAndLeavesThePage) {
