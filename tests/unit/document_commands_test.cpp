@@ -134,16 +134,6 @@ TEST_F(DocumentCommandsTest, ImagesTypeSkipsPagesTheHostCannotGiveAndAnswersZero
     EXPECT_EQ(Call("getFileImagesType"), JsonOf(R"({"ret":0,"data":{"type":0},"uuid":"req"})"));
 }
 
-TEST_F(DocumentCommandsTest, ModifiedAndPageCount) {
-    HostDoc doc = host.Open(DocWithPages({{kText}, {kText}, {}}));
-    EXPECT_EQ(Call("isCurrentDocModified")["data"], Json::Value(false));
-    host.Doc(doc).modified = true;
-    EXPECT_EQ(Call("isCurrentDocModified")["data"], Json::Value(true));
-    EXPECT_EQ(Call("getFilePageCount")["data"]["pageCount"].asInt(), 3);
-    host.Doc(doc).hasPdf = false;
-    EXPECT_EQ(Call("getFilePageCount")["ret"].asInt(), 300011);
-}
-
 TEST_F(DocumentCommandsTest, PermissionReasons) {
     HostDoc doc = host.Open(FakeDoc{});
     const auto check = [&](uint32_t permissions) {

@@ -33,28 +33,6 @@ TEST(DocumentRegistryTest, ClosedDocumentKeepsPathAndTailButLosesHandleAndServic
     EXPECT_EQ(registry.records().at(L"{A}").aiFileTail, L"3");
 }
 
-TEST(DocumentRegistryTest, ServiceIdSplitsAtItsLastDash) {
-    DocumentRegistry registry;
-    registry.bindDoc(L"{A}", Handle(1));
-    registry.bindAiFileId(L"{A}", L"a-b-c");
-    HostDoc doc = nullptr;
-    std::wstring tail;
-    EXPECT_TRUE(registry.docByAiFileHead(L"a-b", doc));
-    EXPECT_EQ(doc, Handle(1));
-    EXPECT_TRUE(registry.aiFileTailByHead(L"a-b", tail));
-    EXPECT_EQ(tail, L"c");
-
-    registry.bindAiFileId(L"{B}", L"nodash");
-    std::wstring id;
-    EXPECT_TRUE(registry.aiFileIdOf(L"{B}", id));
-    EXPECT_EQ(id, L"nodash");
-    EXPECT_FALSE(registry.docByAiFileHead(L"nodash", doc));
-
-    registry.bindAiFileId(L"{C}", L"trailing-");
-    EXPECT_EQ(registry.records().at(L"{C}").aiFileHead, L"trailing");
-    EXPECT_EQ(registry.records().at(L"{C}").aiFileTail, L"");
-}
-
 TEST(DocumentRegistryTest, EmptyKeysAreIgnored) {
     DocumentRegistry registry;
     registry.bindDoc(L"", Handle(1));
@@ -66,17 +44,6 @@ TEST(DocumentRegistryTest, EmptyKeysAreIgnored) {
     std::wstring id;
     EXPECT_FALSE(registry.findIdByDoc(nullptr, id));
     EXPECT_FALSE(registry.findIdByPath(L"", id));
-}
-
-TEST(DocumentRegistryTest, PickingAnOpenFileErasesItsRecord) {
-    DocumentRegistry registry;
-    registry.bindDoc(L"{OLD}", Handle(1));
-    registry.bindPath(L"{OLD}", L"/d/a.pdf");
-    const std::wstring fresh = registry.newIdForPath(L"/d/a.pdf");
-    EXPECT_NE(fresh, L"{OLD}");
-    std::wstring id;
-    EXPECT_FALSE(registry.findIdByDoc(Handle(1), id));
-    EXPECT_TRUE(registry.records().empty());  // the new id is not bound yet
 }
 
 TEST(DocumentRegistryTest, ScratchFilesGoAtDestructionOnlyInsideTheirFolder) {

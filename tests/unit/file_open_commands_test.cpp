@@ -331,6 +331,9 @@ TEST_F(FileOpenCommandsTest, SetIdToFileBindsAnyIdAfterItsChecks) {
     const DocumentRecord& record = app.documents->records().at(L"{X}");
     EXPECT_EQ(record.aiFileHead, L"a-b");
     EXPECT_EQ(record.aiFileTail, L"c");
+    std::wstring tail;
+    EXPECT_TRUE(app.documents->aiFileTailByHead(L"a-b", tail));
+    EXPECT_EQ(tail, L"c");
 }
 
 TEST_F(FileOpenCommandsTest, OpenUrlGoesToTheSystemBrowserOrToAHostTab) {

@@ -176,16 +176,4 @@ TEST_F(FileStreamTest, WrittenReplyIsTheWritersTextOfTheReply) {
     std::filesystem::remove_all(logs);
 }
 
-TEST_F(FileStreamTest, APageBarKeepsItsTitleDuringAnUpload) {
-    Pick("c.bin", "0123456789");
-    ASSERT_EQ(Ret("createProgressBar", R"({"title":"Analysing","timeout":5})"), 0);
-    Read(0, 4);
-    ASSERT_EQ(host.progressWindows.size(), 1u);
-    EXPECT_EQ(host.Bar()->text, L"Analysing");
-    EXPECT_EQ(host.Bar()->positions, std::vector<int>{40});
-    // The release takes the bar down, whoever made it.
-    Call("releaseFileStream");
-    EXPECT_EQ(host.Bar(), nullptr);
-}
-
 }  // namespace

@@ -1,7 +1,6 @@
 // Events to the page: their exact texts, the file id they carry, and which page receives them.
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,34 +13,8 @@
 
 namespace {
 
-// The host's scripted page channel, writing what it is given into the test's log.
-class LoggingConnection final : public PageConnection {
-  public:
-    explicit LoggingConnection(std::vector<std::string>& log) : log_(log) {}
-    void SetMessageHandler(MessageHandler) override {}
-    void PostWebMessageAsString(const std::wstring& text) override {
-        log_.push_back("channel reply " + ToUtf8(text));
-    }
-    void ExecuteScript(const std::wstring& script) override {
-        log_.push_back("channel script " + ToUtf8(script));
-    }
-
-  private:
-    std::vector<std::string>& log_;
-};
-
-class ChannelPlatform : public FakePlatform {
-  public:
-    std::unique_ptr<PageConnection> ConnectHostPageChannel() override {
-        return offerChannel ? std::make_unique<LoggingConnection>(*log) : nullptr;
-    }
-    bool offerChannel = false;
-    std::vector<std::string>* log = nullptr;
-};
-
-class PageEventsTest : public PluginFixtureOf<FakeHost, ChannelPlatform> {
+class PageEventsTest : public PluginFixture {
   protected:
-    PageEventsTest() { platform.log = &log; }
     ~PageEventsTest() override { app.paneDialogs.clear(); }
 
     // Gives the current main window a pane dialog and forgets what happened so far.
@@ -136,15 +109,6 @@ TEST_F(PageEventsTest, OnlyThePaneOfTheCurrentMainWindowReceivesEvents) {
     UserSignOutEvent(app).Send();
     EXPECT_EQ(log, std::vector<std::string>{
                        "pane CallScript __dispatchEvent {\"name\":\"ev-user-sign-out\"}\n"});
-}
-
-TEST_F(PageEventsTest, TheHostsScriptedChannelTakesEventsAsScriptsInsteadOfThePane) {
-    platform.offerChannel = true;
-    app.OnMainFrameCreated(reinterpret_cast<HostFrame>(host.mainWindow));
-    AddPane();
-    DocBeforeOpenEvent(app).Send();
-    EXPECT_EQ(log, std::vector<std::string>{"channel script  window.__dispatchEvent({\"data\":null,"
-                                            "\"name\":\"ev-doc-before-open\"}\n);"});
 }
 
 TEST(DispatchEventScriptTest, ArgumentsGoInFromTheLastToTheFirstWithNothingBetween) {

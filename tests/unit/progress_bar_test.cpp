@@ -44,28 +44,6 @@ TEST_F(ProgressBarTest, CommandChecksInOrder) {
     EXPECT_EQ(Ret("showMessage", R"({"text":"hi"})"), 400000);
 }
 
-TEST_F(ProgressBarTest, FirstTitleStaysAndUpdatesMoveTheBar) {
-    ASSERT_EQ(Ret("createProgressBar", R"({"title":"Scanning","timeout":5})"), 0);
-    ASSERT_EQ(Ret("createProgressBar", R"({"title":"Other","timeout":1})"), 0);
-    ASSERT_EQ(host.progressWindows.size(), 1u);
-    FakeProgress& bar = *host.Bar();
-    EXPECT_EQ(bar.flag, 0);
-    EXPECT_EQ(bar.text, L"Scanning");
-    EXPECT_EQ(std::make_pair(bar.low, bar.high), std::make_pair(0, 100));
-    EXPECT_EQ(platform.timers.at(Watchdog()).first, 5000u);
-
-    EXPECT_EQ(Ret("updateProgressBar", R"({"currentPos":40,"title":"Halfway"})"), 0);
-    EXPECT_EQ(Ret("updateProgressBar", R"({"currentPos":100,"title":7})"), 0);
-    EXPECT_EQ(bar.text, L"Halfway");
-    EXPECT_EQ(bar.positions, (std::vector<int>{40, 100}));
-    EXPECT_EQ(bar.pumps, 2);
-
-    EXPECT_EQ(Ret("destroyProgressBar"), 0);
-    EXPECT_TRUE(bar.destroyed);
-    EXPECT_EQ(Watchdog(), 0u);
-    EXPECT_EQ(Ret("destroyProgressBar"), 0);
-}
-
 TEST_F(ProgressBarTest, WatchdogClosesTheBarAfterASilenceOfTheBridge) {
     ASSERT_EQ(Ret("createProgressBar", R"({"title":"t","timeout":5})"), 0);
     // Any command, even an unknown one, is a sign of life: the bar survives one tick.

@@ -2,7 +2,6 @@
 // the bookkeeping of the saved and closed hooks, the Save As dialog and its name, the batch's
 // save and close, and the reload that answers without identifier.
 #include "bridge/command_table.h"
-#include "document/batch_document_session.h"
 #include "document/save_as_name.h"
 #include "plugin_fixture.h"
 
@@ -42,14 +41,6 @@ class SaveCloseTest : public PluginFixture {
         temporary.pages.resize(1);
         return host.Open(temporary);
     }
-};
-
-class FakeSession : public BatchDocumentSession {
-  public:
-    void SaveCurrent() override { ++saves; }
-    bool CurrentWasOpen() const override { return wasOpen; }
-    int saves = 0;
-    bool wasOpen = false;
 };
 
 TEST_F(SaveCloseTest, PlainSaveGoesThroughTheHostsSaveCommand) {
@@ -136,37 +127,6 @@ TEST(SaveAsNameTest, SuffixGoesBetweenStemAndExtension) {
     };
     for (const auto& [name, offered] : cases)
         EXPECT_EQ(SaveAsName(name, L"_r"), offered) << name;
-}
-
-TEST_F(SaveCloseTest, DuringABatchTheSessionSavesAndTheUsersDocumentStaysOpen) {
-    HostDoc users = OpenAt(L"/docs/users.pdf");
-    app.batchMode = true;
-    EXPECT_EQ(Ret("saveDocument", R"({"isSaveAs":true})"), 0);
-    FakeSession session;
-    app.batchSession = &session;
-    EXPECT_EQ(Ret("saveDocument", R"({"isSaveAs":true})"), 0);
-    EXPECT_EQ(session.saves, 1);
-    EXPECT_TRUE(platform.dialogSettings.empty());
-    EXPECT_TRUE(platform.sentCommands.empty());
-
-    // closeCurrentFile closes a document the batch opened, and keeps one the user had open.
-    app.batchDocument = OpenAt(L"/docs/batch.pdf");
-    HostDoc batchDoc = app.batchDocument;
-    EXPECT_EQ(Ret("closeCurrentFile"), 0);
-    EXPECT_EQ(host.closedDocs, std::vector<HostDoc>{batchDoc});
-    EXPECT_EQ(app.batchDocument, nullptr);
-    session.wasOpen = true;
-    app.batchDocument = users;
-    EXPECT_EQ(Ret("closeCurrentFile"), 0);
-    EXPECT_EQ(host.closedDocs.size(), 1u);
-    EXPECT_EQ(app.batchDocument, nullptr);
-    app.batchSession = nullptr;
-
-    // Without a batch document nothing is closed.
-    app.batchMode = false;
-    EXPECT_TRUE(Call("closeCurrentFile")["data"].isNull());
-    EXPECT_EQ(host.closedDocs.size(), 1u);
-    EXPECT_EQ(host.active, users);
 }
 
 // Reload answers the page without its identifier; that it reloads its owner is the host view
