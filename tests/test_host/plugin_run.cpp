@@ -22,8 +22,6 @@ SampleDocument OpenSample(ConsoleHost& host) {
                                                  << std::string(1200, ' ') << "\n%%EOF\n";
     sample.size = std::filesystem::file_size(sample.path);
     FakeDoc doc = FileDoc(sample.path.wstring());
-    doc.info = std::map<std::string, std::string>{{"CreationDate", "D:20260102030405Z"},
-                                                  {"ModDate", "D:20260102030405Z"}};
     doc.pages.resize(2);
     doc.pages[0].lines = {{L"Contract between Ana Lind and Nightjar Ltd"},
                           {L"Phone 555-0100, ana@example.com"}};
