@@ -74,28 +74,6 @@ std::string Base64(const unsigned char* data, std::size_t size, char padding) {
 
 void NoFunction() {}
 
-FakeRibbonNode* Node(const void* handle) {
-    return static_cast<FakeRibbonNode*>(const_cast<void*>(handle));
-}
-
-template <typename Handle>
-Handle HandleOf(FakeRibbonNode* node) {
-    return reinterpret_cast<Handle>(node);
-}
-
-std::wstring Text(const wchar_t* text) {
-    return text != nullptr ? text : L"";
-}
-
-FakeRibbonNode* AddChild(const void* parent, const wchar_t* name, const wchar_t* title) {
-    auto child = std::make_unique<FakeRibbonNode>();
-    child->name = Text(name);
-    child->title = Text(title);
-    FakeRibbonNode* added = child.get();
-    Node(parent)->children.push_back(std::move(child));
-    return added;
-}
-
 }  // namespace
 
 FakeHost::FakeHost() : userData(FreshFolder()) {}
@@ -103,13 +81,6 @@ FakeHost::FakeHost() : userData(FreshFolder()) {}
 FakeHost::~FakeHost() {
     std::error_code ignored;
     std::filesystem::remove_all(userData, ignored);
-}
-
-int FakeHost::LoginShowSignIn(HostExtTable, const wchar_t* text, int) {
-    account.signInTexts.push_back(Text(text));
-    if (account.signInAnswer != 0 && account.signInSignsIn)
-        account.signedIn = true;
-    return account.signInAnswer;
 }
 
 FakeObject* FakeObject::Get(const std::string& key) const {
@@ -173,20 +144,6 @@ std::vector<FakeHost::Match> FakeHost::FindIn(const FakePage& page, const std::w
     return matches;
 }
 
-// ---- Strings
-
-// ---- Application
-
-// ---- Documents, views and selection
-
-// ---- PDF pages and objects
-
-// ---- Annotations and undo
-
-// ---- Forms: a control is its own field
-
-// ---- Text search
-
 // One match per occurrence in the value of a text field, its rectangle the control's; then one
 // per occurrence in the /Contents of a free text annotation, with the rectangle {9, 9, 9, 9}.
 int FakeHost::NDXFieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) {
@@ -217,22 +174,12 @@ int FakeHost::NDXFieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint
     return 1;
 }
 
-// ---- Redaction: applied Redact annotations leave their pages
-
-// ---- Progress window
-
-// ---- Base64 and string arrays
-
 void FakeHost::HostBase64Encode(HostBase64Encoder encoder, const void* data, int64_t size,
                                 HostByteString out) {
     const char padding = static_cast<char>(*reinterpret_cast<int*>(encoder));
     B(out) =
         Base64(static_cast<const unsigned char*>(data), static_cast<std::size_t>(size), padding);
 }
-
-// ---- Documents
-
-// ---- OCR extension
 
 HostFunction FakeHost::HostExtensionGetFunction(HostExtTable table, int index) {
     const bool offered = table == reinterpret_cast<HostExtTable>(&ocrTable_) &&
@@ -257,58 +204,11 @@ FakeRibbonNode& FakeHost::Make(HostFrame frame, std::initializer_list<std::wstri
     return *node;
 }
 
-HostRibbonBar FakeHost::HostRibbonGetBar(HostFrame frame) {
-    return noRibbon ? nullptr : HandleOf<HostRibbonBar>(&Ribbon(frame));
-}
-
-HostRibbonCategory FakeHost::HostRibbonAddCategory(HostRibbonBar bar, const wchar_t* name,
-                                                   const wchar_t* title) {
-    ++categoriesAdded;
-    return HandleOf<HostRibbonCategory>(AddChild(bar, name, title));
-}
-
-HostRibbonCategory FakeHost::HostRibbonFindCategory(HostRibbonBar bar, const wchar_t* name) {
-    return HandleOf<HostRibbonCategory>(Node(bar)->Child(Text(name)));
-}
-
-HostRibbonPanel FakeHost::HostRibbonAddPanel(HostRibbonCategory category, const wchar_t* name,
-                                             const wchar_t* title, int) {
-    ++panelsAdded;
-    return HandleOf<HostRibbonPanel>(AddChild(category, name, title));
-}
-
-HostRibbonPanel FakeHost::HostRibbonFindPanel(HostRibbonCategory category, const wchar_t* name) {
-    return HandleOf<HostRibbonPanel>(Node(category)->Child(Text(name)));
-}
-
-HostRibbonElement FakeHost::HostRibbonAddElement(HostRibbonPanel panel, int type,
-                                                 const wchar_t* name, const wchar_t* title, int) {
-    ++elementsAdded;
-    FakeRibbonNode* element = AddChild(panel, name, title);
-    element->type = type;
-    return HandleOf<HostRibbonElement>(element);
-}
-
-HostRibbonElement FakeHost::HostRibbonFindElement(HostRibbonPanel panel, const wchar_t* name) {
-    return HandleOf<HostRibbonElement>(Node(panel)->Child(Text(name)));
-}
-
-HostRibbonItem FakeHost::HostRibbonAddSubItem(HostRibbonElement element, int, const wchar_t* name,
-                                              const wchar_t* title, int position, int, int, int) {
-    FakeRibbonNode* entry = AddChild(element, name, title);
-    entry->position = position;
-    return HandleOf<HostRibbonItem>(entry);
-}
-
-void FakeHost::HostRibbonSetExecuteProc(HostRibbonItem item, HostRibbonExecuteProc proc) {
-    Node(item)->execute = proc;
-}
-
-void FakeHost::HostRibbonSetEnableProc(HostRibbonItem item, HostRibbonEnableProc proc) {
-    Node(item)->enable = proc;
-}
-
-void FakeHost::HostBubbleShow(HostBubbleSource, uint32_t pluginId, int, const wchar_t* text,
-                              int milliseconds, int kind, int) {
-    bubbles.push_back({Text(text), pluginId, milliseconds, kind});
+FakeRibbonNode* FakeHost::AddChild(const void* parent, const wchar_t* name, const wchar_t* title) {
+    auto child = std::make_unique<FakeRibbonNode>();
+    child->name = Text(name);
+    child->title = Text(title);
+    FakeRibbonNode* added = child.get();
+    Node(parent)->children.push_back(std::move(child));
+    return added;
 }

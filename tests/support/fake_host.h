@@ -175,6 +175,10 @@ class FakeHost : public HostApiDefaults {
     static Handle H(const void* pointer) {
         return static_cast<Handle>(const_cast<void*>(pointer));
     }
+    static FakeRibbonNode* Node(const void* handle) { return H<FakeRibbonNode*>(handle); }
+    static std::wstring Text(const wchar_t* text) { return text != nullptr ? text : L""; }
+    // A new last child of the ribbon node `parent`.
+    static FakeRibbonNode* AddChild(const void* parent, const wchar_t* name, const wchar_t* title);
 
   public:
     FakeHost();
@@ -606,7 +610,12 @@ class FakeHost : public HostApiDefaults {
         account.stateRequests.emplace_back(baseAddress);
         return account.signedIn ? 2 : 0;
     }
-    int LoginShowSignIn(HostExtTable table, const wchar_t* text, int flags) override;
+    int LoginShowSignIn(HostExtTable, const wchar_t* text, int) override {
+        account.signInTexts.push_back(Text(text));
+        if (account.signInAnswer != 0 && account.signInSignsIn)
+            account.signedIn = true;
+        return account.signInAnswer;
+    }
     int LoginHasWindow(HostExtTable, HostWindow window) override {
         account.hasWindowCalls.push_back(window);
         return account.hasWindow;
@@ -628,21 +637,48 @@ class FakeHost : public HostApiDefaults {
     }
 
     // Ribbon and notifications
-    HostRibbonBar HostRibbonGetBar(HostFrame frame) override;
+    HostRibbonBar HostRibbonGetBar(HostFrame frame) override {
+        return noRibbon ? nullptr : H<HostRibbonBar>(&Ribbon(frame));
+    }
     HostRibbonCategory HostRibbonAddCategory(HostRibbonBar bar, const wchar_t* name,
-                                             const wchar_t* title) override;
-    HostRibbonCategory HostRibbonFindCategory(HostRibbonBar bar, const wchar_t* name) override;
+                                             const wchar_t* title) override {
+        ++categoriesAdded;
+        return H<HostRibbonCategory>(AddChild(bar, name, title));
+    }
+    HostRibbonCategory HostRibbonFindCategory(HostRibbonBar bar, const wchar_t* name) override {
+        return H<HostRibbonCategory>(Node(bar)->Child(Text(name)));
+    }
     HostRibbonPanel HostRibbonAddPanel(HostRibbonCategory category, const wchar_t* name,
-                                       const wchar_t* title, int flags) override;
-    HostRibbonPanel HostRibbonFindPanel(HostRibbonCategory category, const wchar_t* name) override;
+                                       const wchar_t* title, int) override {
+        ++panelsAdded;
+        return H<HostRibbonPanel>(AddChild(category, name, title));
+    }
+    HostRibbonPanel HostRibbonFindPanel(HostRibbonCategory category, const wchar_t* name) override {
+        return H<HostRibbonPanel>(Node(category)->Child(Text(name)));
+    }
     HostRibbonElement HostRibbonAddElement(HostRibbonPanel panel, int type, const wchar_t* name,
-                                           const wchar_t* title, int flags) override;
-    HostRibbonElement HostRibbonFindElement(HostRibbonPanel panel, const wchar_t* name) override;
-    HostRibbonItem HostRibbonAddSubItem(HostRibbonElement element, int a, const wchar_t* name,
-                                        const wchar_t* title, int position, int b, int c,
-                                        int d) override;
-    void HostRibbonSetExecuteProc(HostRibbonItem item, HostRibbonExecuteProc proc) override;
-    void HostRibbonSetEnableProc(HostRibbonItem item, HostRibbonEnableProc proc) override;
+                                           const wchar_t* title, int) override {
+        ++elementsAdded;
+        FakeRibbonNode* element = AddChild(panel, name, title);
+        element->type = type;
+        return H<HostRibbonElement>(element);
+    }
+    HostRibbonElement HostRibbonFindElement(HostRibbonPanel panel, const wchar_t* name) override {
+        return H<HostRibbonElement>(Node(panel)->Child(Text(name)));
+    }
+    HostRibbonItem HostRibbonAddSubItem(HostRibbonElement element, int, const wchar_t* name,
+                                        const wchar_t* title, int position, int, int,
+                                        int) override {
+        FakeRibbonNode* entry = AddChild(element, name, title);
+        entry->position = position;
+        return H<HostRibbonItem>(entry);
+    }
+    void HostRibbonSetExecuteProc(HostRibbonItem item, HostRibbonExecuteProc proc) override {
+        Node(item)->execute = proc;
+    }
+    void HostRibbonSetEnableProc(HostRibbonItem item, HostRibbonEnableProc proc) override {
+        Node(item)->enable = proc;
+    }
     HostRibbonButton HostRibbonItemGetButton(HostRibbonItem item) override {
         return reinterpret_cast<HostRibbonButton>(item);
     }
@@ -650,8 +686,10 @@ class FakeHost : public HostApiDefaults {
         static uintptr_t sources = 0x3000;
         return reinterpret_cast<HostBubbleSource>(++sources);
     }
-    void HostBubbleShow(HostBubbleSource source, uint32_t pluginId, int a, const wchar_t* text,
-                        int milliseconds, int kind, int b) override;
+    void HostBubbleShow(HostBubbleSource, uint32_t pluginId, int, const wchar_t* text,
+                        int milliseconds, int kind, int) override {
+        bubbles.push_back({Text(text), pluginId, milliseconds, kind});
+    }
     void HostBubbleRegister(HostBubbleSource source, HostBubbleRecord* record) override {
         bubbleRecords.emplace_back(source, record);
     }
