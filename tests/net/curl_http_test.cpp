@@ -66,10 +66,8 @@ TEST_F(CurlHttpTest, OkWithBodyGivesTheBytesUnchanged) {
     EXPECT_EQ(requests[0].method, "GET");
     EXPECT_EQ(requests[0].headers.at("user-agent"), "Tarvo Tethrix DRM Plug-in 1.0");
     EXPECT_EQ(requests[0].headers.at("pragma"), "no-cache");
-}
 
-TEST_F(CurlHttpTest, BodiesOfWholeKibibytesArriveComplete) {
-    std::string body;
+    // A body of whole kibibytes arrives complete.
     EXPECT_EQ(HttpGet(server_.Url("/two-kib"), body, {}), 0);
     EXPECT_EQ(body, Pattern(2048));
 }

@@ -8,8 +8,11 @@
 // extension behave as a host's would; knobs make single operations fail.
 #pragma once
 
+#include <algorithm>
 #include <deque>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <new>
@@ -23,6 +26,7 @@
 #include "app/platform_services.h"
 #include "fake_platform.h"
 #include "host_api_defaults.h"
+#include "util/utf.h"
 
 // A PDF object of the fake's dictionary model.
 struct FakeObject {
@@ -171,39 +175,107 @@ class FakeHost : public HostApiDefaults {
     static Handle H(const void* pointer) {
         return static_cast<Handle>(const_cast<void*>(pointer));
     }
+    static FakeRibbonNode* Node(const void* handle) { return H<FakeRibbonNode*>(handle); }
+    static std::wstring Text(const wchar_t* text) { return text != nullptr ? text : L""; }
+    // A new last child of the ribbon node `parent`.
+    static FakeRibbonNode* AddChild(const void* parent, const wchar_t* name, const wchar_t* title);
 
   public:
     FakeHost();
     ~FakeHost() override;
 
     // Opens a document and makes it the active one; the handle stays valid until the test ends.
-    HostDoc Open(FakeDoc doc);
+    HostDoc Open(FakeDoc doc) {
+        for (std::size_t i = 0; i < doc.pages.size(); ++i) {
+            FakePage& page = doc.pages[i];
+            page.index = static_cast<int>(i);
+            page.dict = NewObject(FakeObject::Kind::kDict);
+            page.dict->label = "page" + std::to_string(i);
+            if (page.mediaBox)
+                page.dict->entries.emplace_back("MediaBox", NewRect(*page.mediaBox));
+        }
+        docs_.push_back(std::make_unique<FakeDoc>(std::move(doc)));
+        auto handle = reinterpret_cast<HostDoc>(docs_.back().get());
+        open_.push_back(handle);
+        active = handle;
+        FireDocHook<HostDocHook>(kDocEventDidOpen, handle);
+        FireDocHook<HostDocHook>(kDocEventActivate, handle);
+        return handle;
+    }
     HostDoc OpenPdf(FakeDoc doc, std::wstring path = L"/docs/test.pdf") {
         doc.path = std::move(path);
         return Open(std::move(doc));
     }
     // Closes a document as the editor does: the closing hooks run, then another becomes active.
-    void Close(HostDoc doc);
+    void Close(HostDoc doc) {
+        open_.erase(std::remove(open_.begin(), open_.end(), doc), open_.end());
+        if (active == doc)
+            active = open_.empty() ? nullptr : open_.back();
+        FireDocHook<HostDocHook>(kDocEventClosing, doc);
+    }
     FakeDoc& Doc(HostDoc doc) { return *reinterpret_cast<FakeDoc*>(doc); }
     FakePage& Page(HostDoc doc, int index) { return Doc(doc).pages.at(index); }
     // The user deletes an annotation in the editor.
-    void UserDeletes(HostDoc doc, int page, std::size_t position);
+    void UserDeletes(HostDoc doc, int page, std::size_t position) {
+        auto& annots = Page(doc, page).annots;
+        annots.at(position)->alive = false;
+        annots.erase(annots.begin() + static_cast<std::ptrdiff_t>(position));
+    }
     // The user draws a Redact annotation of their own.
-    void UserRedacts(HostDoc doc, int page, const std::string& uniqueName);
+    void UserRedacts(HostDoc doc, int page, const std::string& uniqueName) {
+        FakeObject* dict = NewObject(FakeObject::Kind::kDict);
+        SetNew(H<NdxObject>(dict), "Subtype", FakeObject::Kind::kName)->text = "Redact";
+        if (!uniqueName.empty())
+            SetNew(H<NdxObject>(dict), "NM", FakeObject::Kind::kString)->text = uniqueName;
+        Page(doc, page).annots.push_back(NewAnnot(dict));
+    }
     // Objects made through ...New and not destroyed or handed over.
-    int LiveHandles() const;
+    int LiveHandles() const {
+        return static_cast<int>(ownedDicts_.size() + rectArrays_.items.size() +
+                                ptrArrays_.items.size() + maps_.items.size() +
+                                parseOptions_.items.size() + textPages_.items.size() +
+                                finders_.items.size() + tempPages_.items.size());
+    }
     // Runs the document saved hooks as the editor does after a save.
-    void FireDidSave(HostDoc doc, int result);
+    void FireDidSave(HostDoc doc, int result) {
+        FireDocHook<HostDocSaveHook>(kDocEventDidSave, doc, result);
+    }
     // The progress window that is up, or null.
-    FakeProgress* Bar();
+    FakeProgress* Bar() {
+        for (auto& window : progressWindows) {
+            if (!window->destroyed)
+                return window.get();
+        }
+        return nullptr;
+    }
     // The ribbon bar of a frame (made on first use unless `noRibbon`).
-    FakeRibbonNode& Ribbon(HostFrame frame);
+    FakeRibbonNode& Ribbon(HostFrame frame) {
+        auto& bar = ribbons[frame];
+        if (!bar)
+            bar = std::make_unique<FakeRibbonNode>();
+        return *bar;
+    }
     // The node at bar / category / panel / element [/ entry] by names; null when missing.
-    FakeRibbonNode* Find(HostFrame frame, std::initializer_list<std::wstring> path);
+    FakeRibbonNode* Find(HostFrame frame, std::initializer_list<std::wstring> path) {
+        const auto bar = ribbons.find(frame);
+        FakeRibbonNode* node = bar != ribbons.end() ? bar->second.get() : nullptr;
+        for (const std::wstring& name : path) {
+            if (node == nullptr)
+                return nullptr;
+            node = node->Child(name);
+        }
+        return node;
+    }
     // Adds nodes along a path, as a host whose ribbon already holds them.
     FakeRibbonNode& Make(HostFrame frame, std::initializer_list<std::wstring> path);
     // Calls the notify word of every registered bubble record.
-    void NotifyBubbles(int ready);
+    void NotifyBubbles(int ready) {
+        const auto records = bubbleRecords;
+        for (const auto& [source, record] : records) {
+            const auto notify = reinterpret_cast<HostBubbleNotifyFn>(record->word(kBubbleNotify));
+            notify(record->word(kBubbleClientData), ready);
+        }
+    }
 
     // Application and account
     std::filesystem::path userData;
@@ -320,7 +392,23 @@ class FakeHost : public HostApiDefaults {
     int HostByteStringEquals(HostByteString a, HostByteString b) override {
         return B(a) == B(b) ? 1 : 0;
     }
-    void HostTextToPdfString(const wchar_t* text, int length, int, HostByteString out) override;
+    // ASCII as it is, anything else as UTF-16BE after its byte order mark.
+    void HostTextToPdfString(const wchar_t* text, int length, int, HostByteString out) override {
+        const std::wstring wide(text, static_cast<std::size_t>(length));
+        const bool ascii =
+            std::all_of(wide.begin(), wide.end(), [](wchar_t c) { return c < 0x80; });
+        std::string bytes;
+        if (ascii) {
+            bytes.assign(wide.begin(), wide.end());
+        } else {
+            bytes = "\xFE\xFF";
+            for (wchar_t c : wide) {
+                bytes.push_back(static_cast<char>((c >> 8) & 0xFF));
+                bytes.push_back(static_cast<char>(c & 0xFF));
+            }
+        }
+        B(out) = bytes;
+    }
 
     // Containers
     HostMap HostMapNew(int) override { return maps_.Add<HostMap>(); }
@@ -367,13 +455,19 @@ class FakeHost : public HostApiDefaults {
     int HostStringArrayCount(HostStringArray array) override {
         return static_cast<int>(stringArrays_.Find(array)->size());
     }
-    HostBase64Encoder HostBase64EncoderNew(int paddingChar) override;
+    HostBase64Encoder HostBase64EncoderNew(int paddingChar) override {
+        ++liveEncoders;
+        encoderPadding_ = paddingChar;
+        return reinterpret_cast<HostBase64Encoder>(&encoderPadding_);
+    }
     void HostBase64EncoderDestroy(HostBase64Encoder) override { --liveEncoders; }
     void HostBase64Encode(HostBase64Encoder encoder, const void* data, int64_t size,
                           HostByteString out) override;
 
     // Application
-    void HostAppGetUserDataFolder(HostWideString out) override;
+    void HostAppGetUserDataFolder(HostWideString out) override {
+        W(out) = FromUtf8(userData.string());
+    }
     void HostAppGetLanguage(HostWideString out) override { W(out) = language; }
     void HostAppGetVersion(HostWideString out) override { W(out) = L"1.2.3"; }
     HostResources HostResourcesNew(const wchar_t*) override {
@@ -405,13 +499,43 @@ class FakeHost : public HostApiDefaults {
     void HostAppRegisterPane(HostPaneRecord* record) override {
         paneRecords.emplace_back(mainWindow, record);
     }
-    void HostAppShowPane(const char* paneName, int show) override;
+    void HostAppShowPane(const char* paneName, int show) override {
+        paneCalls.emplace_back(paneName, show);
+        for (const auto& [window, record] : paneRecords) {
+            if (window != mainWindow)
+                continue;
+            const auto name = reinterpret_cast<HostPaneNameFn>(record->word(kPaneGetName));
+            if (std::string(name(record->word(kPaneClientData))) != paneName)
+                continue;
+            bool& shown = paneShown[record];
+            if (show != 0) {
+                const auto create =
+                    reinterpret_cast<HostPaneCreateFn>(record->word(kPaneCreateWindow));
+                create(record->word(kPaneClientData), paneParent);
+            } else if (shown) {
+                const auto closed = reinterpret_cast<HostPaneClosedFn>(record->word(kPaneClosed));
+                closed(record->word(kPaneClientData));
+            }
+            shown = show != 0;
+            return;
+        }
+    }
     int HostAppIsChannelPackage() override { return channelPackage ? 1 : 0; }
     void HostMessageShow(const wchar_t* text, int, int, const wchar_t*, int, int) override {
         messages.emplace_back(text);
     }
-    int HostMessageBox(const wchar_t* text, int buttons, const wchar_t* title, int* check,
-                       HostWindow parent) override;
+    int HostMessageBox(const wchar_t* text, int buttons, const wchar_t* title, int*,
+                       HostWindow parent) override {
+        messageBoxes.emplace_back(title);
+        messageBoxes.emplace_back(text);
+        calls.push_back("MessageBox:" + std::to_string(buttons) +
+                        (parent != nullptr ? ":parent" : ""));
+        if (messageBoxAnswers.empty())
+            return 2;
+        const int answer = messageBoxAnswers.front();
+        messageBoxAnswers.pop_front();
+        return answer;
+    }
     HostTool HostAppGetToolByName(const char* name) override {
         return std::string(name) == "Hand" ? H<HostTool>(&handTool_) : nullptr;
     }
@@ -448,22 +572,50 @@ class FakeHost : public HostApiDefaults {
     void HostAppReportUsage(HostWideString name, HostWideString unused1, HostWideString unused2,
                             HostWideString type, HostWideString unused3, HostWideString unused4,
                             HostWideString details, HostWideString module, HostWideString version,
-                            HostWideString extra1, HostWideString extra2, int last) override;
+                            HostWideString extra1, HostWideString extra2, int last) override {
+        const bool gapsNull =
+            unused1 == nullptr && unused2 == nullptr && unused3 == nullptr && unused4 == nullptr;
+        usageReports.push_back(FakeUsageReport{W(name), W(type), W(details), W(module), W(version),
+                                               W(extra1), W(extra2), gapsNull, last});
+    }
 
     // Extensions: the "login" table and OCR
-    HostExtTable HostExtensionFind(const char* name, int version) override;
+    HostExtTable HostExtensionFind(const char* name, int version) override {
+        if (ocrTable && std::string(name) == "OCRRecognition extension HFT" && version == 1)
+            return reinterpret_cast<HostExtTable>(&ocrTable_);
+        if (loginTable && std::string(name) == "login" && version == 103)
+            return reinterpret_cast<HostExtTable>(this);
+        return nullptr;
+    }
     HostFunction HostExtensionGetFunction(HostExtTable table, int index) override;
     void LoginGetServerAddress(HostExtTable, HostWideString out) override { W(out) = loginServer; }
-    int LoginGetToken(HostExtTable table, const wchar_t* baseAddress, const wchar_t* text,
-                      HostWideString token) override;
-    int LoginGetUserInfo(HostExtTable table, const wchar_t* baseAddress, HostWideString email,
-                         HostWideString userId, HostWideString firstName,
-                         HostWideString lastName) override;
+    int LoginGetToken(HostExtTable, const wchar_t* baseAddress, const wchar_t*,
+                      HostWideString token) override {
+        account.tokenRequests.emplace_back(baseAddress);
+        const auto found = account.tokens.find(baseAddress);
+        W(token) = found != account.tokens.end() ? found->second : std::wstring();
+        return found != account.tokens.end() ? 1 : 0;
+    }
+    int LoginGetUserInfo(HostExtTable, const wchar_t*, HostWideString email, HostWideString userId,
+                         HostWideString firstName, HostWideString lastName) override {
+        if (!account.hasUser)
+            return 0;
+        W(email) = account.email;
+        W(userId) = account.userId;
+        W(firstName) = account.firstName;
+        W(lastName) = account.lastName;
+        return 1;
+    }
     int LoginGetState(HostExtTable, const wchar_t* baseAddress) override {
         account.stateRequests.emplace_back(baseAddress);
         return account.signedIn ? 2 : 0;
     }
-    int LoginShowSignIn(HostExtTable table, const wchar_t* text, int flags) override;
+    int LoginShowSignIn(HostExtTable, const wchar_t* text, int) override {
+        account.signInTexts.push_back(Text(text));
+        if (account.signInAnswer != 0 && account.signInSignsIn)
+            account.signedIn = true;
+        return account.signInAnswer;
+    }
     int LoginHasWindow(HostExtTable, HostWindow window) override {
         account.hasWindowCalls.push_back(window);
         return account.hasWindow;
@@ -471,27 +623,62 @@ class FakeHost : public HostApiDefaults {
     void LoginRegisterDomainCallback(HostExtTable, HostLoginDomainCallback callback) override {
         account.domainCallback = callback;
     }
-    int OcrRecognizePage(HostExtTable table, NdxPage page, HostOcrOptions* options,
-                         int flags) override;
-    int OcrShowDialog(HostExtTable table, HostWindow parent, HostOcrOptions* options,
-                      HostOcrDialogCallback* callback) override;
+    int OcrRecognizePage(HostExtTable, NdxPage page, HostOcrOptions* options, int) override {
+        recognisedPages.push_back(PdfPage(page).index);
+        ocrLanguage = options->language;
+        return 1;
+    }
+    int OcrShowDialog(HostExtTable, HostWindow, HostOcrOptions*,
+                      HostOcrDialogCallback* callback) override {
+        ++ocrDialogs;
+        if (ocrDialogConfirms)
+            callback->confirmed(callback->client, L"German", 0);
+        return 1;
+    }
 
     // Ribbon and notifications
-    HostRibbonBar HostRibbonGetBar(HostFrame frame) override;
+    HostRibbonBar HostRibbonGetBar(HostFrame frame) override {
+        return noRibbon ? nullptr : H<HostRibbonBar>(&Ribbon(frame));
+    }
     HostRibbonCategory HostRibbonAddCategory(HostRibbonBar bar, const wchar_t* name,
-                                             const wchar_t* title) override;
-    HostRibbonCategory HostRibbonFindCategory(HostRibbonBar bar, const wchar_t* name) override;
+                                             const wchar_t* title) override {
+        ++categoriesAdded;
+        return H<HostRibbonCategory>(AddChild(bar, name, title));
+    }
+    HostRibbonCategory HostRibbonFindCategory(HostRibbonBar bar, const wchar_t* name) override {
+        return H<HostRibbonCategory>(Node(bar)->Child(Text(name)));
+    }
     HostRibbonPanel HostRibbonAddPanel(HostRibbonCategory category, const wchar_t* name,
-                                       const wchar_t* title, int flags) override;
-    HostRibbonPanel HostRibbonFindPanel(HostRibbonCategory category, const wchar_t* name) override;
+                                       const wchar_t* title, int) override {
+        ++panelsAdded;
+        return H<HostRibbonPanel>(AddChild(category, name, title));
+    }
+    HostRibbonPanel HostRibbonFindPanel(HostRibbonCategory category, const wchar_t* name) override {
+        return H<HostRibbonPanel>(Node(category)->Child(Text(name)));
+    }
     HostRibbonElement HostRibbonAddElement(HostRibbonPanel panel, int type, const wchar_t* name,
-                                           const wchar_t* title, int flags) override;
-    HostRibbonElement HostRibbonFindElement(HostRibbonPanel panel, const wchar_t* name) override;
-    HostRibbonItem HostRibbonAddSubItem(HostRibbonElement element, int a, const wchar_t* name,
-                                        const wchar_t* title, int position, int b, int c,
-                                        int d) override;
-    void HostRibbonSetExecuteProc(HostRibbonItem item, HostRibbonExecuteProc proc) override;
-    void HostRibbonSetEnableProc(HostRibbonItem item, HostRibbonEnableProc proc) override;
+                                           const wchar_t* title, int) override {
+        ++elementsAdded;
+        FakeRibbonNode* element = AddChild(panel, name, title);
+        element->type = type;
+        return H<HostRibbonElement>(element);
+    }
+    HostRibbonElement HostRibbonFindElement(HostRibbonPanel panel, const wchar_t* name) override {
+        return H<HostRibbonElement>(Node(panel)->Child(Text(name)));
+    }
+    HostRibbonItem HostRibbonAddSubItem(HostRibbonElement element, int, const wchar_t* name,
+                                        const wchar_t* title, int position, int, int,
+                                        int) override {
+        FakeRibbonNode* entry = AddChild(element, name, title);
+        entry->position = position;
+        return H<HostRibbonItem>(entry);
+    }
+    void HostRibbonSetExecuteProc(HostRibbonItem item, HostRibbonExecuteProc proc) override {
+        Node(item)->execute = proc;
+    }
+    void HostRibbonSetEnableProc(HostRibbonItem item, HostRibbonEnableProc proc) override {
+        Node(item)->enable = proc;
+    }
     HostRibbonButton HostRibbonItemGetButton(HostRibbonItem item) override {
         return reinterpret_cast<HostRibbonButton>(item);
     }
@@ -499,8 +686,10 @@ class FakeHost : public HostApiDefaults {
         static uintptr_t sources = 0x3000;
         return reinterpret_cast<HostBubbleSource>(++sources);
     }
-    void HostBubbleShow(HostBubbleSource source, uint32_t pluginId, int a, const wchar_t* text,
-                        int milliseconds, int kind, int b) override;
+    void HostBubbleShow(HostBubbleSource, uint32_t pluginId, int, const wchar_t* text,
+                        int milliseconds, int kind, int) override {
+        bubbles.push_back({Text(text), pluginId, milliseconds, kind});
+    }
     void HostBubbleRegister(HostBubbleSource source, HostBubbleRecord* record) override {
         bubbleRecords.emplace_back(source, record);
     }
@@ -509,7 +698,13 @@ class FakeHost : public HostApiDefaults {
     }
 
     // Progress window
-    HostProgress HostProgressNew(HostWindow parent, int flag) override;
+    HostProgress HostProgressNew(HostWindow, int flag) override {
+        if (refuseProgress)
+            return nullptr;
+        progressWindows.push_back(std::make_unique<FakeProgress>());
+        progressWindows.back()->flag = flag;
+        return reinterpret_cast<HostProgress>(progressWindows.back().get());
+    }
     void HostProgressSetText(HostProgress progress, const wchar_t* text) override {
         P(progress).text = text;
     }
@@ -541,15 +736,44 @@ class FakeHost : public HostApiDefaults {
     int HostDocIsTemporary(HostDoc doc) override { return Doc(doc).temporary ? 1 : 0; }
     uint32_t HostDocGetPermissions(HostDoc doc) override { return Doc(doc).permissions; }
     void HostDocGetFilePath(HostDoc doc, HostWideString out) override { W(out) = Doc(doc).path; }
-    void HostDocGetFileName(HostDoc doc, HostWideString out) override;
-    int HostDocSave(HostDoc doc, int a, int b, int c, int d) override;
-    int HostDocSaveAs(HostDoc doc, const wchar_t* path, int a, int b,
-                      const HostSaveAsOptions* options) override;
+    void HostDocGetFileName(HostDoc doc, HostWideString out) override {
+        W(out) = std::filesystem::path(ToUtf8(Doc(doc).path)).filename().wstring();
+    }
+    int HostDocSave(HostDoc doc, int, int, int, int) override {
+        if (refuseSave)
+            return 0;
+        Doc(doc).modified = false;
+        return 1;
+    }
+    int HostDocSaveAs(HostDoc doc, const wchar_t* path, int, int,
+                      const HostSaveAsOptions* options) override {
+        savedAs.emplace_back(path);
+        saveAsOptions.push_back(*options);
+        if (refuseSaveAs)
+            return 0;
+        Doc(doc).path = path;
+        Doc(doc).modified = false;
+        return 1;
+    }
     void HostDocClose(HostDoc doc, int, int, int) override {
         closedDocs.push_back(doc);
         Close(doc);
     }
-    HostDoc HostDocOpenHidden(const wchar_t* path, const HostOpenHiddenOptions* options) override;
+    // A hidden document is not activated, and its model is the one `disk` holds for the file's
+    // bytes.
+    HostDoc HostDocOpenHidden(const wchar_t* path, const HostOpenHiddenOptions*) override {
+        std::ifstream file(ToUtf8(path), std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+        const auto found = disk.find(bytes);
+        if (!file || found == disk.end())
+            return nullptr;
+        HostDoc shown = active;
+        HostDoc doc = OpenPdf(found->second, path);
+        active = shown;
+        Doc(doc).hasPdf = copyHasPdf;
+        hiddenDocs.push_back(doc);
+        return doc;
+    }
     void HostDocSetChanged(HostDoc doc) override {
         Doc(doc).modified = true;
         calls.push_back("SetChanged");
@@ -574,7 +798,12 @@ class FakeHost : public HostApiDefaults {
         replacements.emplace_back(page, ordinal, text);
         return 1;
     }
-    HostPageView HostDocGetPageView(HostDoc doc, int pageIndex) override;
+    HostPageView HostDocGetPageView(HostDoc doc, int pageIndex) override {
+        FakeDoc* pdf = &Doc(doc);
+        if (pageIndex < 0 || pageIndex >= static_cast<int>(pdf->pages.size()))
+            return nullptr;
+        return H<HostPageView>(&pdf->pages[static_cast<std::size_t>(pageIndex)]);
+    }
     void HostDocRefreshPageAnnots(HostDoc, int pageIndex, int flags) override {
         calls.push_back("RefreshPageAnnots:" + std::to_string(pageIndex) + ":" +
                         std::to_string(flags));
@@ -603,12 +832,34 @@ class FakeHost : public HostApiDefaults {
         *y = static_cast<int>(point->y * 2);
     }
     NdxRect HostPageViewGetVisibleRect(HostPageView page) override { return PageOf(page)->visible; }
-    HostAnnot HostPageViewGetAnnot(HostPageView page, int index) override;
-    int HostPageViewDeleteAnnot(HostPageView page, HostAnnot annot) override;
+    HostAnnot HostPageViewGetAnnot(HostPageView page, int index) override {
+        auto& annots = PageOf(page)->annots;
+        return index >= 0 && index < static_cast<int>(annots.size())
+                   ? H<HostAnnot>(annots[static_cast<std::size_t>(index)])
+                   : nullptr;
+    }
+    int HostPageViewDeleteAnnot(HostPageView page, HostAnnot annot) override {
+        calls.push_back("DeleteAnnot");
+        auto& annots = PageOf(page)->annots;
+        const auto found = std::find(annots.begin(), annots.end(), A(annot));
+        if (found == annots.end())
+            return 0;
+        annots.erase(found);
+        A(annot)->alive = false;
+        return 1;
+    }
     void HostPageViewUpdateAnnot(HostPageView, HostAnnot) override {
         calls.push_back("UpdateAnnot");
     }
-    HostAnnot HostPageViewAddAnnot(HostPageView page, NdxObject dict, int index) override;
+    HostAnnot HostPageViewAddAnnot(HostPageView page, NdxObject dict, int index) override {
+        ownedDicts_.erase(dict);
+        calls.push_back("AddAnnot:" + std::to_string(index));
+        if (refuseAdd)
+            return nullptr;
+        FakeAnnot* annot = NewAnnot(Object(dict));
+        PageOf(page)->annots.push_back(annot);
+        return H<HostAnnot>(annot);
+    }
     int HostPageViewOwnsAnnot(HostPageView page, HostAnnot annot) override {
         const auto& annots = PageOf(page)->annots;
         return std::find(annots.begin(), annots.end(), A(annot)) != annots.end() ? 1 : 0;
@@ -628,7 +879,14 @@ class FakeHost : public HostApiDefaults {
                                        NdxRectArray rects) override {
         selection = FakeSelection{PageOf(page)->index, *rectArrays_.Find(rects), {}};
     }
-    void HostTextSelectToolSelectRanges(HostTextSelectTool tool, HostMap ranges) override;
+    void HostTextSelectToolSelectRanges(HostTextSelectTool, HostMap ranges) override {
+        FakeSelection chosen;
+        for (const auto& [key, value] : *maps_.Find(ranges)) {
+            const auto* pair = static_cast<const int32_t*>(ptrArrays_.Find(value)->at(0));
+            chosen.ranges[static_cast<int>(reinterpret_cast<intptr_t>(key))] = {pair[0], pair[1]};
+        }
+        selection = chosen;
+    }
 
     // PDF documents, pages and objects
     int NDXDocGetPageCount(NdxDoc doc) override {
@@ -638,16 +896,35 @@ class FakeHost : public HostApiDefaults {
         auto& info = reinterpret_cast<FakeDoc*>(doc)->info;
         return info ? reinterpret_cast<NdxObject>(&*info) : nullptr;
     }
-    NdxObject NDXDocGetPage(NdxDoc doc, int pageIndex) override;
+    NdxObject NDXDocGetPage(NdxDoc doc, int pageIndex) override {
+        FakeDoc* pdf = H<FakeDoc*>(doc);
+        if (pdf == nullptr || pageIndex < 0 || pageIndex >= static_cast<int>(pdf->pages.size()))
+            return nullptr;
+        return H<NdxObject>(pdf->pages[static_cast<std::size_t>(pageIndex)].dict);
+    }
     void NDXDocSaveToFile(NdxDoc, const char* utf8Path, int a, int b) override {
         savedToFile.push_back(std::string(utf8Path) + ":" + std::to_string(a) + "," +
                               std::to_string(b));
     }
     NdxPage NDXPageNew() override { return tempPages_.Add<NdxPage>(); }
     void NDXPageDestroy(NdxPage page) override { tempPages_.Erase(page); }
-    int NDXPageIsParsed(NdxPage page) override;
-    void NDXPageLoad(NdxPage page, NdxDoc doc, NdxObject pageDict, int flags) override;
-    void NDXPageParse(NdxPage page, NdxParseOptions options) override;
+    int NDXPageIsParsed(NdxPage page) override {
+        if (const TempPage* temp = tempPages_.Find(page))
+            return temp->parsed ? 1 : 0;
+        return PageOf(page)->parsed ? 1 : 0;
+    }
+    void NDXPageLoad(NdxPage page, NdxDoc doc, NdxObject pageDict, int) override {
+        for (FakePage& candidate : H<FakeDoc*>(doc)->pages) {
+            if (H<NdxObject>(candidate.dict) == pageDict)
+                tempPages_.Find(page)->loaded = &candidate;
+        }
+    }
+    void NDXPageParse(NdxPage page, NdxParseOptions) override {
+        if (TempPage* temp = tempPages_.Find(page))
+            temp->parsed = temp->loaded != nullptr;
+        else
+            PageOf(page)->parsed = true;
+    }
     int NDXPageCountObjects(NdxPage page) override {
         return PdfPage(page).parsed ? static_cast<int>(PdfPage(page).objects.size()) : 0;
     }
@@ -656,19 +933,48 @@ class FakeHost : public HostApiDefaults {
                    ? reinterpret_cast<NdxPosition>(1)
                    : nullptr;
     }
-    NdxPageObject NDXPageGetNextObject(NdxPage page, NdxPosition* position) override;
+    NdxPageObject NDXPageGetNextObject(NdxPage page, NdxPosition* position) override {
+        auto index = reinterpret_cast<std::uintptr_t>(*position) - 1;
+        auto& objects = PdfPage(page).objects;
+        if (index >= objects.size())
+            return nullptr;
+        *position = index + 1 < objects.size() ? reinterpret_cast<NdxPosition>(index + 2) : nullptr;
+        return reinterpret_cast<NdxPageObject>(&objects[index]);
+    }
     int NDXPageObjectGetType(NdxPageObject object) override {
         return *reinterpret_cast<int*>(object);
     }
     void NDXPageGetTextLines(HostStringArray out, NdxDoc doc, NdxObject pageDict, int a,
-                             int b) override;
+                             int b) override {
+        textLineArgs.emplace_back(a, b);
+        for (FakePage& page : H<FakeDoc*>(doc)->pages) {
+            if (reinterpret_cast<NdxObject>(page.dict) != pageDict)
+                continue;
+            for (const FakeLine& line : page.lines)
+                stringArrays_.Find(out)->push_back(line.text);
+        }
+    }
     NdxParseOptions NDXParseOptionsNew(int, int, int, int) override {
         return parseOptions_.Add<NdxParseOptions>();
     }
     void NDXParseOptionsDestroy(NdxParseOptions options) override { parseOptions_.Erase(options); }
-    int NDXObjectGetType(NdxObject object) override;
-    void NDXObjectDestroy(NdxObject object) override;
-    NdxObject NDXObjectGetDirect(NdxObject object) override;
+    int NDXObjectGetType(NdxObject object) override {
+        const FakeObject* fake = Object(object);
+        // By FakeObject::Kind, in its order.
+        static constexpr int kTypes[] = {kNdxObjectNumber,     kNdxObjectString,
+                                         kNdxObjectName,       kNdxObjectArray,
+                                         kNdxObjectDictionary, kNdxObjectReference};
+        return fake != nullptr ? kTypes[static_cast<int>(fake->kind)] : kNdxObjectNull;
+    }
+    void NDXObjectDestroy(NdxObject object) override {
+        if (ownedDicts_.erase(object) == 0)
+            calls.push_back("DestroyNotOwned");
+    }
+    NdxObject NDXObjectGetDirect(NdxObject object) override {
+        const FakeObject* fake = Object(object);
+        return fake != nullptr && fake->kind == FakeObject::Kind::kRef ? H<NdxObject>(fake->target)
+                                                                       : object;
+    }
     void NDXStringGetBytes(NdxObject string, HostByteString out) override {
         const FakeObject* fake = Object(string);
         B(out) = fake != nullptr ? fake->text : std::string();
@@ -677,14 +983,43 @@ class FakeHost : public HostApiDefaults {
     int NDXArrayCount(NdxObject array) override {
         return static_cast<int>(Object(array)->items.size());
     }
-    float NDXArrayGetNumber(NdxObject array, int index) override;
-    void NDXArrayAddNumber(NdxObject array, float value) override;
-    NdxObject NDXDictNew() override;
+    float NDXArrayGetNumber(NdxObject array, int index) override {
+        const auto& items = Object(array)->items;
+        return index >= 0 && index < static_cast<int>(items.size())
+                   ? static_cast<float>(items[static_cast<std::size_t>(index)]->number)
+                   : 0.0f;
+    }
+    void NDXArrayAddNumber(NdxObject array, float value) override {
+        FakeObject* number = NewObject(FakeObject::Kind::kNumber);
+        number->number = value;
+        Object(array)->items.push_back(number);
+    }
+    NdxObject NDXDictNew() override {
+        FakeObject* dict = NewObject(FakeObject::Kind::kDict);
+        dict->label = "annot";
+        ownedDicts_.insert(dict);
+        return H<NdxObject>(dict);
+    }
     NdxObject NDXDictGet(NdxObject dict, const char* key) override {
         const FakeObject* fake = Object(dict);
         return fake != nullptr ? H<NdxObject>(fake->Get(key)) : nullptr;
     }
-    void NDXDictGetString(NdxObject dict, const char* key, HostByteString out) override;
+    // Strings and names both read as their text; a document's information dictionary is a plain
+    // map.
+    void NDXDictGetString(NdxObject dict, const char* key, HostByteString out) override {
+        const FakeObject* fake = Object(dict);
+        if (fake == nullptr) {  // the information dictionary of a FakeDoc
+            const auto& info = *reinterpret_cast<std::map<std::string, std::string>*>(dict);
+            const auto found = info.find(key);
+            B(out) = found != info.end() ? found->second : std::string();
+            return;
+        }
+        const FakeObject* value = fake->Get(key);
+        B(out) = value != nullptr && (value->kind == FakeObject::Kind::kString ||
+                                      value->kind == FakeObject::Kind::kName)
+                     ? value->text
+                     : std::string();
+    }
     void NDXDictSetObject(NdxObject dict, const char* key, NdxObject value, NdxDoc) override {
         SetEntry(dict, key, Object(value));
     }
@@ -707,17 +1042,38 @@ class FakeHost : public HostApiDefaults {
         flattenerCalls.push_back("new");
         return refuseFlattener ? nullptr : reinterpret_cast<NdxFlattener>(doc);
     }
-    void NDXFlattenerAddPage(NdxFlattener flattener, NdxPage page, int a, int b) override;
+    // Flattening turns every filled text field into a line of its page.
+    void NDXFlattenerAddPage(NdxFlattener, NdxPage page, int a, int b) override {
+        FakePage& flat = PdfPage(page);
+        flattenerCalls.push_back("page" + std::to_string(flat.index) + ":" + std::to_string(a) +
+                                 "," + std::to_string(b));
+        for (const FakeControl& control : flat.controls) {
+            if (control.type == kNdxControlTextField && !control.value.empty())
+                flat.lines.push_back(FakeLine{control.value});
+        }
+        flat.controls.clear();
+    }
     void NDXFlattenerDone(NdxFlattener) override { flattenerCalls.push_back("done"); }
 
     // Annotations and undo
-    NdxAnnot NDXAnnotNew(NdxObject dict) override;
+    // The annotation keeps a copy: the dictionary stays the caller's.
+    NdxAnnot NDXAnnotNew(NdxObject dict) override {
+        FakeObject* copy = NewObject(FakeObject::Kind::kDict);
+        *copy = *Object(dict);
+        return H<NdxAnnot>(NewAnnot(copy));
+    }
     NdxObject NDXAnnotGetDict(NdxAnnot annot) override { return H<NdxObject>(A(annot)->dict); }
     void NDXAnnotGetSubtype(NdxAnnot annot, HostByteString out) override {
         const FakeObject* subtype = A(annot)->dict->Get("Subtype");
         B(out) = subtype != nullptr ? subtype->text : std::string();
     }
-    NdxRect NDXAnnotGetRect(NdxAnnot annot) override;
+    NdxRect NDXAnnotGetRect(NdxAnnot annot) override {
+        const FakeObject* rect = A(annot)->dict->Get("Rect");
+        if (rect == nullptr || rect->items.size() != 4)
+            return NdxRect{0, 0, 0, 0};
+        const auto n = [&](std::size_t i) { return static_cast<float>(rect->items[i]->number); };
+        return NdxRect{n(0), n(1), n(2), n(3)};
+    }
     NdxAnnotList NDXAnnotListGet(NdxPage page) override { return H<NdxAnnotList>(PageOf(page)); }
     NdxAnnot NDXAnnotListGetAt(NdxAnnotList list, int index) override {
         return H<NdxAnnot>(PageOf(list)->annots.at(static_cast<std::size_t>(index)));
@@ -725,7 +1081,11 @@ class FakeHost : public HostApiDefaults {
     int NDXAnnotListCount(NdxAnnotList list) override {
         return static_cast<int>(PageOf(list)->annots.size());
     }
-    void NDXAnnotListInsert(NdxAnnotList list, int index, NdxAnnot annot) override;
+    void NDXAnnotListInsert(NdxAnnotList list, int index, NdxAnnot annot) override {
+        auto& annots = PageOf(list)->annots;
+        if (!listInsertIgnored)
+            annots.insert(annots.begin() + index, A(annot));
+    }
     NdxAnnot NDXHostAnnotGetPdfAnnot(HostAnnot annot) override { return H<NdxAnnot>(annot); }
     HostUndoManager HostUndoGetManager() override { return H<HostUndoManager>(&undoManager_); }
     void HostUndoRecordAddAnnot(HostUndoManager, HostAnnot, int a, int b) override {
@@ -736,7 +1096,15 @@ class FakeHost : public HostApiDefaults {
     }
 
     // Forms
-    NdxFormField NDXInterFormGetField(NdxInterForm form, int index, const wchar_t* name) override;
+    NdxFormField NDXInterFormGetField(NdxInterForm form, int, const wchar_t* name) override {
+        for (FakePage& page : static_cast<FakeDoc*>(static_cast<void*>(form))->pages) {
+            for (FakeControl& control : page.controls) {
+                if (control.name == name)
+                    return H<NdxFormField>(&control);
+            }
+        }
+        return nullptr;
+    }
     int NDXInterFormCountPageControls(NdxInterForm, NdxPage page) override {
         return static_cast<int>(PageOf(page)->controls.size());
     }
@@ -752,7 +1120,13 @@ class FakeHost : public HostApiDefaults {
     void NDXFormFieldGetValue(NdxFormField field, HostWideString out) override {
         W(out) = C(field)->value;
     }
-    int NDXFormFieldSetValue(NdxFormField field, const wchar_t* value, int notify) override;
+    int NDXFormFieldSetValue(NdxFormField field, const wchar_t* value, int notify) override {
+        calls.push_back("SetValue:" + std::to_string(notify));
+        if (refuseValue)
+            return 0;
+        C(field)->value = value;
+        return 1;
+    }
     int NDXFormControlGetType(NdxFormControl control) override { return C(control)->type; }
     NdxFormField NDXFormControlGetField(NdxFormControl control) override {
         return H<NdxFormField>(control);
@@ -781,7 +1155,14 @@ class FakeHost : public HostApiDefaults {
         return page->parsed ? finders_.Add<NdxTextFind>(Finder{page->page, {}, -1}) : nullptr;
     }
     void NDXTextFindDestroy(NdxTextFind find) override { finders_.Erase(find); }
-    int NDXTextFindStart(NdxTextFind find, const wchar_t* text, uint32_t flags, int) override;
+    int NDXTextFindStart(NdxTextFind find, const wchar_t* text, uint32_t flags, int) override {
+        Finder* finder = finders_.Find(find);
+        if (finder->page->startFails || *text == L'\0')
+            return 0;
+        finder->matches = FindIn(*finder->page, text, flags);
+        finder->position = -1;
+        return 1;
+    }
     int NDXTextFindNext(NdxTextFind find) override { return Next(find); }
     void NDXTextFindGetRects(NdxTextFind find, NdxRectArray rects) override { Rects(find, rects); }
     int NDXTextFindGetCharIndex(NdxTextFind find) override { return Current(find).start; }
@@ -801,10 +1182,26 @@ class FakeHost : public HostApiDefaults {
     int NDXRedactApplyAll(HostDoc doc, int flags) override {
         return ApplyRedacts(doc, "ApplyAll:" + std::to_string(flags), nullptr);
     }
-    int NDXRedactApplyList(HostDoc doc, HostPtrArray annots, int flags) override;
+    int NDXRedactApplyList(HostDoc doc, HostPtrArray annots, int flags) override {
+        const auto& listed = *ptrArrays_.Find(annots);
+        const std::set<const void*> only(listed.begin(), listed.end());
+        return ApplyRedacts(
+            doc, "ApplyList:" + std::to_string(listed.size()) + ":" + std::to_string(flags), &only);
+    }
     int NDXRedactApplyBatch(HostDoc doc, int flags, uint32_t options) override {
         return ApplyRedacts(
             doc, "ApplyBatch:" + std::to_string(flags) + ":" + std::to_string(options), nullptr);
+    }
+
+  protected:
+    // Calls the hook at `word` of every registered document event record.
+    template <typename Hook, typename... Args>
+    void FireDocHook(std::size_t word, Args... args) {
+        const auto records = docEventRecords;
+        for (HostDocEventRecord* record : records) {
+            if (void* fn = record->word(word))
+                reinterpret_cast<Hook>(fn)(record->word(kDocEventClientData), args...);
+        }
     }
 
   private:
@@ -844,18 +1241,67 @@ class FakeHost : public HostApiDefaults {
         void Erase(const void* handle) { items.erase(handle); }
     };
 
-    template <typename Hook, typename... Args>
-    void FireDocHook(std::size_t word, Args... args);
-    FakeObject* NewObject(FakeObject::Kind kind);
-    FakeObject* Object(NdxObject handle) const;
-    void SetEntry(NdxObject dict, const char* key, FakeObject* value);
+    FakeObject* NewObject(FakeObject::Kind kind) {
+        objects_.push_back(std::make_unique<FakeObject>());
+        objects_.back()->kind = kind;
+        objectSet_.insert(objects_.back().get());
+        return objects_.back().get();
+    }
+    FakeObject* Object(NdxObject handle) const {
+        const auto* object = reinterpret_cast<const FakeObject*>(handle);
+        return objectSet_.count(object) != 0 ? const_cast<FakeObject*>(object) : nullptr;
+    }
+    void SetEntry(NdxObject dict, const char* key, FakeObject* value) {
+        FakeObject* object = Object(dict);
+        if (object == nullptr || value == nullptr)
+            return;
+        for (auto& entry : object->entries) {
+            if (entry.first == key) {
+                entry.second = value;
+                return;
+            }
+        }
+        object->entries.emplace_back(key, value);
+    }
     // A new object of `kind` set under `key`, for the caller to fill.
-    FakeObject* SetNew(NdxObject dict, const char* key, FakeObject::Kind kind);
+    FakeObject* SetNew(NdxObject dict, const char* key, FakeObject::Kind kind) {
+        FakeObject* value = NewObject(kind);
+        SetEntry(dict, key, value);
+        return value;
+    }
     FakeObject* NewRect(const NdxRect& rect);  // [left bottom right top]
-    int ApplyRedacts(HostDoc doc, std::string call, const std::set<const void*>* only);
-    FakePage* PageOf(const void* page);
-    FakeAnnot* NewAnnot(FakeObject* dict);
-    void RemoveRedacts(FakeDoc& doc, const std::set<const void*>* only);
+    int ApplyRedacts(HostDoc doc, std::string call, const std::set<const void*>* only) {
+        calls.push_back(std::move(call));
+        if (applyFails)
+            return 0;
+        RemoveRedacts(Doc(doc), only);
+        return 1;
+    }
+    FakePage* PageOf(const void* page) {
+        if (const TempPage* temp = tempPages_.Find(page))
+            return temp->loaded;
+        return static_cast<FakePage*>(const_cast<void*>(page));
+    }
+    FakeAnnot* NewAnnot(FakeObject* dict) {
+        annots_.push_back(std::make_unique<FakeAnnot>());
+        annots_.back()->dict = dict;
+        return annots_.back().get();
+    }
+    void RemoveRedacts(FakeDoc& pdf, const std::set<const void*>* only) {
+        for (FakePage& page : pdf.pages) {
+            auto& annots = page.annots;
+            for (auto it = annots.begin(); it != annots.end();) {
+                const FakeObject* subtype = (*it)->dict->Get("Subtype");
+                const bool redact = subtype != nullptr && subtype->text == "Redact";
+                if (redact && (only == nullptr || only->count(*it) != 0)) {
+                    (*it)->alive = false;
+                    it = annots.erase(it);
+                } else {
+                    ++it;
+                }
+            }
+        }
+    }
     std::vector<Match> FindIn(const FakePage& page, const std::wstring& text, uint32_t flags) const;
     int Next(const void* find) {
         Finder* finder = finders_.Find(find);

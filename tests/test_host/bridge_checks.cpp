@@ -8,12 +8,8 @@ namespace testhost {
 namespace {
 
 constexpr int kNoJson = 100001;
-constexpr const char* kUnknownReply = "{\"data\":null,\"ret\":400000}\n";
-constexpr const char* kBadEnvelopeReply = "Error Message Parma";
 // "Ana Lind" stands at characters 17 to 24 of the first line of page 0.
 constexpr NdxRect kFirstMatch{170, 700, 250, 710};
-// The note's top left corner stands at the point (100, 50), measured from the page's top (792).
-constexpr NdxRect kNoteRect{100, 722, 120, 742};
 
 using Keys = std::vector<std::string>;
 
@@ -57,13 +53,9 @@ class BridgeRun {
 
     void Run() {
         CurrentDocument();
-        DocumentFacts();
         SearchAndMark();
         RedactMatch();
-        OtherRedactions();
-        PointNotes();
-        RemoveAndModified();
-        Refusals();
+        BadParameters();
     }
 
   private:
@@ -126,26 +118,6 @@ class BridgeRun {
                     file["size"].asUInt64() == sample_.size && file["isCurrentDoc"] == true &&
                     file["aiFileId"] == "",
                 file);
-        const Json::Value again = Expect("getCurrentDoc again", "getCurrentDoc");
-        Require("getCurrentDoc keeps the file id", again[0]["id"] == fileId_, again);
-    }
-
-    void DocumentFacts() {
-        const Json::Value dates =
-            Expect("getDocMetadata answers ret 0", "getDocMetadata", R"({"file":{"id":"$FILE"}})");
-        Require("getDocMetadata: the info dictionary's dates",
-                KeysOf(dates) == Keys{"CreationDate", "ModDate"} &&
-                    dates["CreationDate"] == "D:20260102030405Z",
-                dates);
-        const Json::Value set = Expect("setIdToFile answers ret 0", "setIdToFile",
-                                       R"({"file":{"id":"$FILE"},"aiFileId":"service-file-7"})");
-        Require("setIdToFile: data null", set.isNull(), set);
-        const Json::Value current = Expect("getCurrentDoc after setIdToFile", "getCurrentDoc");
-        Require("getCurrentDoc shows the service's id", current[0]["aiFileId"] == "service-file-7",
-                current);
-        const Json::Value pages = Expect("getFilePageCount answers ret 0", "getFilePageCount");
-        Require("getFilePageCount: the document's pages",
-                KeysOf(pages) == Keys{"pageCount"} && pages["pageCount"] == 2, pages);
     }
 
     void SearchAndMark() {
@@ -186,63 +158,9 @@ class BridgeRun {
                         events.size() == 1 && events[0]["name"] == "ev-doc-modified" &&
                             events[0]["data"]["id"] == fileId_,
                         events.empty() ? "no event" : JsonText(events[0]));
-        const Json::Value again =
-            Expect("addAnnot of an annotated match answers ret 0", "addAnnot", params);
-        Require("addAnnot again: the annotation is there already",
-                KeysOf(again) == Keys{"message"} &&
-                    again["message"] == "the annot has been added" &&
-                    AnnotDicts(PageAt(0), "Redact").size() == 1,
-                again);
     }
 
-    void OtherRedactions() {
-        const Json::Value own = Expect("hasOtherRedact answers ret 0", "hasOtherRedact");
-        Require("hasOtherRedact: the plug-in's own mark is no other", own == false, own);
-        host_.UserRedacts(sample_.doc, 1, "");
-        const Json::Value other =
-            Expect("hasOtherRedact with the user's mark answers ret 0", "hasOtherRedact");
-        Require("hasOtherRedact: the user's mark is another", other == true, other);
-        host_.UserDeletes(sample_.doc, 1, 0);
-    }
-
-    void PointNotes() {
-        const std::string at =
-            R"({"file":{"id":"$FILE"},"pageIndex":0,"point":{"x":100.0,"y":50.0},)"
-            R"("type":"note","uniqueIDPrefix":"ai_plugin_pt_"})";
-        Expect("addAnnotAtPoint answers ret 0", "addAnnotAtPoint",
-               R"({"file":{"id":"$FILE"},"pageIndex":0,"point":{"x":100.0,"y":50.0},"type":"note",)"
-               R"("uniqueIDName":"ai_plugin_pt_1","contents":"Check the signature"})");
-        const std::vector<const FakeObject*> notes = AnnotDicts(PageAt(0), "Text");
-        report_.Require("addAnnotAtPoint puts a note and its popup on the page",
-                        notes.size() == 1 && AnnotDicts(PageAt(0), "Popup").size() == 1 &&
-                            HasRect(notes[0], kNoteRect));
-        const Json::Value listed =
-            Expect("getAnnotsContentAtPoint answers ret 0", "getAnnotsContentAtPoint", at);
-        Require("getAnnotsContentAtPoint lists the note's text and name",
-                listed.isArray() && listed.size() == 1 &&
-                    KeysOf(listed[0]) == Keys{"content", "id"} &&
-                    listed[0]["content"] == "Check the signature\r\n" &&
-                    listed[0]["id"] == "ai_plugin_pt_1",
-                listed);
-        Expect("removeAnnotsAtPoint answers ret 0", "removeAnnotsAtPoint", at);
-        report_.Require("removeAnnotsAtPoint takes the note away",
-                        AnnotDicts(PageAt(0), "Text").empty());
-        const Json::Value none =
-            Expect("getAnnotsContentAtPoint after the removal", "getAnnotsContentAtPoint", at);
-        Require("getAnnotsContentAtPoint: no note any more", none.isNull(), none);
-    }
-
-    void RemoveAndModified() {
-        Expect("removeAnnots answers ret 0", "removeAnnots",
-               R"({"searchKey":"$KEY","index":0,"type":"redact","uniqueIDPrefix":"ai_plugin_"})");
-        report_.Require("removeAnnots takes the Redact annotation away",
-                        AnnotDicts(PageAt(0), "Redact").empty());
-        const Json::Value data =
-            Expect("isCurrentDocModified answers ret 0", "isCurrentDocModified");
-        Require("isCurrentDocModified: true after the changes", data == true, data);
-    }
-
-    void Refusals() {
+    void BadParameters() {
         const std::optional<std::string> parse =
             Request("findTextList", Json::Value("{not json"), "req-bad-json");
         const std::optional<Json::Value> refused = parse ? ParseJson(*parse) : std::nullopt;
@@ -250,29 +168,6 @@ class BridgeRun {
                         refused && (*refused)["ret"] == kNoJson &&
                             (*refused)["uuid"] == "req-bad-json" && (*refused)["data"].isNull(),
                         Described(parse));
-        struct Case {
-            const char* name;
-            const char* text;
-            std::vector<std::string> replies;
-        };
-        const Case cases[] = {
-            {"an unknown command: exactly the unknown-command reply, without id",
-             R"(["base","noSuchCommand",{},"req-unknown"])",
-             {kUnknownReply}},
-            {"a module other than \"base\": the unknown-command reply",
-             R"(["Base","getCurrentDoc",{},"req-module"])",
-             {kUnknownReply}},
-            {"an envelope of three elements: the plain text reply",
-             R"(["base","getCurrentDoc",{}])",
-             {kBadEnvelopeReply}},
-            {"a JSON object instead of an array: no reply", R"({"module":"base"})", {}},
-        };
-        for (const Case& c : cases) {
-            const std::vector<std::string> replies = host_.Exchange(c.text);
-            report_.Require(c.name, replies == c.replies,
-                            std::to_string(replies.size()) + " replies" +
-                                (replies.empty() ? "" : ", the first " + replies[0]));
-        }
     }
 
     ConsoleHost& host_;

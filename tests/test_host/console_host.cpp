@@ -26,17 +26,8 @@ std::optional<Json::Value> ParseJson(const std::string& text) {
     return value;
 }
 
-template <typename Hook, typename... Args>
-void ConsoleHost::FireDocHooks(std::size_t word, Args... args) {
-    const std::vector<HostDocEventRecord*> records = docEventRecords;
-    for (HostDocEventRecord* record : records) {
-        if (void* hook = record->word(word))
-            reinterpret_cast<Hook>(hook)(record->word(kDocEventClientData), args...);
-    }
-}
-
 HostDoc ConsoleHost::OpenDocument(FakeDoc doc) {
-    FireDocHooks<HostDocHookNoDoc>(kDocEventWillOpen);
+    FireDocHook<HostDocHookNoDoc>(kDocEventWillOpen);
     return Open(std::move(doc));
 }
 
@@ -65,7 +56,7 @@ void ConsoleHost::HostDocSetChanged(HostDoc doc) {
     const bool changed = Doc(doc).modified;
     FakeHost::HostDocSetChanged(doc);
     if (!changed)
-        FireDocHooks<HostDocHook>(kDocEventModified, doc);
+        FireDocHook<HostDocHook>(kDocEventModified, doc);
 }
 
 HostExtTable ConsoleHost::HostExtensionFind(const char* name, int version) {

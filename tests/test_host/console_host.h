@@ -44,8 +44,6 @@ class ConsoleHost : public FakeHost {
     }
 
   private:
-    template <typename Hook, typename... Args>
-    void FireDocHooks(std::size_t word, Args... args);
     HostExtTable Channel() { return reinterpret_cast<HostExtTable>(&channel_); }
 
     int channel_ = 0;

@@ -11,16 +11,22 @@ const DOCS = [
   { id: '{DOC-2}', filePath: '/data/other.pdf', pages: ['nothing'] },
 ];
 
-// A scanned document, with the page's user marks wired in as the page does it.
-async function scanned(docs = DOCS) {
-  const plugin = new FakePlugin({ docs });
-  const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 't' });
-  workflow.userMarks = new UserMarks({ workflow });
+// The page's workflow with its user marks wired in as the page does it.
+function wired(plugin, nameBase, options = {}) {
+  const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase });
+  workflow.userMarks = new UserMarks({ workflow, ...options });
   workflow.onChange(() => workflow.userMarks.follow());
   plugin.onEvent = (event) => {
     workflow.handleEvent(parseEvent(event));
     workflow.userMarks.handleEvent(parseEvent(event));
   };
+  return workflow;
+}
+
+// A scanned document.
+async function scanned(docs = DOCS) {
+  const plugin = new FakePlugin({ docs });
+  const workflow = wired(plugin, 't');
   await workflow.scan();
   await settled();
   plugin.calls.length = 0;
@@ -137,13 +143,7 @@ test('without the user\'s marks Apply has nothing to do and applies nothing', as
 
 test('before any scan, marks the user draws are listed alone and Apply & save takes them', async () => {
   const plugin = new FakePlugin({ docs: DOCS });
-  const workflow = new Workflow({ bridge: new Bridge(plugin.transport), nameBase: 't' });
-  workflow.userMarks = new UserMarks({ workflow, beforeScan: true });
-  workflow.onChange(() => workflow.userMarks.follow());
-  plugin.onEvent = (event) => {
-    workflow.handleEvent(parseEvent(event));
-    workflow.userMarks.handleEvent(parseEvent(event));
-  };
+  const workflow = wired(plugin, 't', { beforeScan: true });
   await workflow.refreshDocument();
   await settled();
   assert.equal(workflow.current, null, 'no mark of the user\'s: nothing to review yet');
