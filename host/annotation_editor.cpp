@@ -89,7 +89,7 @@ bool AnnotationEditor::Delete(HostDocument& document, HostAnnot annot) {
     if (record == nullptr || !CanAnnotate(document))
         return false;
     try {
-        auto removed = engine::Annotations(document.Engine()).Remove(record->id);
+        auto removed = engine::Annotations(document.Engine()).Remove(record->id, record->slot);
         if (!removed.has_value())
             return false;
         record->removal = std::move(removed);

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "engine/annots_index.h"
 #include "engine/error.h"
 #include "engine/mupdf_call.h"
-#include "engine/popup_index.h"
 
 namespace pdfhost::engine {
 namespace {
@@ -244,7 +244,7 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
     pdf_obj* annots = setAside.Finish(what);
     CallMupdf(ctx, what, [&] {
         MoveLastTo(ctx, annots, index);
-        document_.Popups().Added(ctx, page, annots, pdf_annot_obj(ctx, made.annot));
+        document_.Index().Added(ctx, page, annots, pdf_annot_obj(ctx, made.annot));
     });
     document_.MarkChanged();
 
@@ -272,7 +272,7 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
     return AnnotationId{page, made.object};
 }
 
-std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id) {
+std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id, int hint) {
     if (id.object <= 0)
         return std::nullopt;
     const ObjPtr page_obj = PageObject(id.page);
@@ -280,44 +280,57 @@ std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id) {
     const char* what = "cannot remove an annotation";
     pdf_obj* annots =
         CallMupdf(ctx, what, [&] { return pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)); });
-    const int own_popup = CallMupdf(ctx, what, [&] {
-        const int at = IndexIn(ctx, annots, id.object);
+    struct Found {
+        int at;
+        int own_popup;
+    };
+    const Found found = CallMupdf(ctx, what, [&] {
+        const int at = hint >= 0 && hint < pdf_array_len(ctx, annots)
+                           ? IndexNear(ctx, annots, id.object, hint)
+                           : IndexIn(ctx, annots, id.object);
         if (at < 0)
-            return -1;
+            return Found{-1, 0};
         pdf_obj* popup = pdf_dict_get(ctx, pdf_array_get(ctx, annots, at), PDF_NAME(Popup));
-        return pdf_is_indirect(ctx, popup) ? pdf_to_num(ctx, popup) : 0;
+        return Found{at, pdf_is_indirect(ctx, popup) ? pdf_to_num(ctx, popup) : 0};
     });
-    if (own_popup < 0)
+    if (found.at < 0)
         return std::nullopt;
 
-    // What goes: the annotation, the popup it names and the popups naming it (from the index,
-    // so that a crowded page's other entries are not read), wherever each stands.
-    std::vector<int> goes;
-    CallMupdf(ctx, what, [&] { goes = document_.Popups().Of(ctx, id.page, annots, id.object); });
-    goes.push_back(id.object);
-    if (own_popup > 0)
-        goes.push_back(own_popup);
+    // What goes: the annotation, the popup it names and the popups naming it, wherever each
+    // stands. The index says whether there is more than the entry found, so that a crowded
+    // page's other entries are read only then.
+    AnnotsIndex::Companions companions;
+    CallMupdf(ctx, what,
+              [&] { companions = document_.Index().Of(ctx, id.page, annots, id.object); });
     RemovedAnnotation removed{id, {}};
-    const int count = CallMupdf(ctx, what, [&] { return pdf_array_len(ctx, annots); });
-    CallMupdf(ctx, what, [&] {
-        for (int i = 0; i < count; ++i) {
-            pdf_obj* entry = pdf_array_get(ctx, annots, i);
-            if (!pdf_is_indirect(ctx, entry) ||
-                std::find(goes.begin(), goes.end(), pdf_to_num(ctx, entry)) == goes.end()) {
-                continue;
+    if (companions.popups.empty() && !companions.repeated && found.own_popup == 0) {
+        removed.entries.push_back({id.object, found.at});
+    } else {
+        std::vector<int> goes = std::move(companions.popups);
+        goes.push_back(id.object);
+        if (found.own_popup > 0)
+            goes.push_back(found.own_popup);
+        const int count = CallMupdf(ctx, what, [&] { return pdf_array_len(ctx, annots); });
+        CallMupdf(ctx, what, [&] {
+            for (int i = 0; i < count; ++i) {
+                pdf_obj* entry = pdf_array_get(ctx, annots, i);
+                if (!pdf_is_indirect(ctx, entry) ||
+                    std::find(goes.begin(), goes.end(), pdf_to_num(ctx, entry)) == goes.end()) {
+                    continue;
+                }
+                if (const int number = AnnotationObject(ctx, entry); number > 0)
+                    removed.entries.push_back({number, i});
             }
-            if (const int number = AnnotationObject(ctx, entry); number > 0)
-                removed.entries.push_back({number, i});
-        }
-    });
+        });
+    }
     for (auto it = removed.entries.rbegin(); it != removed.entries.rend(); ++it)
         CallMupdf(ctx, what, [&] { pdf_array_delete(ctx, annots, it->index); });
     std::vector<int> objects;
     for (const RemovedAnnotation::Entry& entry : removed.entries)
         objects.push_back(entry.object);
     CallMupdf(ctx, what, [&] {
-        document_.Popups().Removed(ctx, id.page, annots, objects,
-                                   static_cast<int>(removed.entries.size()));
+        document_.Index().Removed(ctx, id.page, annots, objects,
+                                  static_cast<int>(removed.entries.size()));
     });
     document_.MarkChanged();
     return removed;
@@ -375,7 +388,7 @@ void Annotations::RemoveAll(int page, const std::vector<int>& objects) {
         for (int i = count - 1; i >= kept; --i)
             pdf_array_delete(ctx, annots, i);
     });
-    document_.Popups().Forget(page);
+    document_.Index().Forget(page);
     document_.MarkChanged();
 }
 
@@ -429,9 +442,9 @@ bool Annotations::Restore(const RemovedAnnotation& removed) {
         for (const RemovedAnnotation::Entry& entry : removed.entries) {
             const int at = std::min(entry.index, pdf_array_len(ctx, annots));
             pdf_array_insert_drop(ctx, annots, pdf_new_indirect(ctx, pdf, entry.object, 0), at);
-            document_.Popups().Added(ctx, removed.id.page, annots, pdf_array_get(ctx, annots, at));
         }
     });
+    document_.Index().Forget(removed.id.page);
     document_.MarkChanged();
     return true;
 }

@@ -57,8 +57,9 @@ class Annotations {
     AnnotationId Create(int page, const PdfValue& entries, std::uintptr_t documentTag, int index);
     // Takes the annotation off its page, with the popups whose /Parent or /P is the
     // annotation and the one its /Popup names; nothing when it is not on the page. The objects
-    // stay in the document, so Restore can put them back.
-    std::optional<RemovedAnnotation> Remove(const AnnotationId& id);
+    // stay in the document, so Restore can put them back. `hint`: where it last stood (see
+    // IndexOf).
+    std::optional<RemovedAnnotation> Remove(const AnnotationId& id, int hint = -1);
     // Takes each of `objects` off page `page` as Remove does, in one walk of /Annots whatever
     // their number; those not on the page are skipped. Nothing is kept to put them back.
     void RemoveAll(int page, const std::vector<int>& objects);

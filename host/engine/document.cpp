@@ -72,7 +72,7 @@ Document::Document(Document&& other) noexcept
       permissions_(other.permissions_),
       revision_(other.revision_),
       pages_(std::move(other.pages_)),
-      popups_(std::move(other.popups_)) {}
+      index_(std::move(other.index_)) {}
 
 Document& Document::operator=(Document&& other) noexcept {
     if (this != &other) {
@@ -83,7 +83,7 @@ Document& Document::operator=(Document&& other) noexcept {
         permissions_ = other.permissions_;
         revision_ = other.revision_;
         pages_ = std::move(other.pages_);
-        popups_ = std::move(other.popups_);
+        index_ = std::move(other.index_);
     }
     return *this;
 }
@@ -93,7 +93,7 @@ Document::~Document() {
 }
 
 void Document::Close() noexcept {
-    popups_.Clear();
+    index_.Clear();
     pages_.Drop();
     if (doc_ != nullptr)
         pdf_drop_document(context_->get(), std::exchange(doc_, nullptr));

@@ -6,12 +6,12 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/annots_index.h"
 #include "engine/context.h"
 #include "engine/geometry.h"
 #include "engine/mupdf_types.h"
 #include "engine/page_map.h"
 #include "engine/page_object_type.h"
-#include "engine/popup_index.h"
 #include "engine/rgb_image.h"
 
 struct fz_context;
@@ -91,8 +91,8 @@ class Document {
     std::uint64_t Revision() const { return revision_; }
     void MarkChanged() { ++revision_; }
 
-    // The popups on the pages, by the annotation each belongs to (kept by Annotations).
-    PopupIndex& Popups() { return popups_; }
+    // What goes with an annotation when it leaves its page (kept by Annotations).
+    AnnotsIndex& Index() { return index_; }
 
     // The file the document was opened from or last saved to; empty for a new document.
     const std::string& Path() const { return path_; }
@@ -112,7 +112,7 @@ class Document {
     std::uint32_t permissions_;
     std::uint64_t revision_ = 0;
     PageMap pages_;
-    PopupIndex popups_;
+    AnnotsIndex index_;
 };
 
 }  // namespace pdfhost::engine

@@ -80,6 +80,13 @@ TEST_F(AnnotationsTest, RemovedAnnotationGoesWithItsPopupAndComesBackInPlace) {
     });
     EXPECT_EQ(annotations.Remove(first)->entries.size(), 2u);
     EXPECT_EQ(annotations.OnPage(0), (std::vector<int>{third.object}));
+    // Standing twice, it leaves both places, also when looked for from where it last stood.
+    CallMupdf(ctx, "twice", [&] {
+        pdf_array_push_drop(ctx, pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots)),
+                            pdf_new_indirect(ctx, document.pdf(), third.object, 0));
+    });
+    EXPECT_EQ(annotations.Remove(third, 1)->entries.size(), 2u);
+    EXPECT_TRUE(annotations.OnPage(0).empty());
 }
 
 TEST_F(AnnotationsTest, RefusesEntriesItCannotWriteAndLeavesThePage) {
