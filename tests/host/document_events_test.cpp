@@ -32,9 +32,6 @@ class DocumentEvents : public testing::HostFixture {
 TEST_F(DocumentEvents, AFileThatCannotBeOpenedFiresNothing) {
     const HostApp::OpenResult missing = app_.OpenDocument((files_ / "missing.pdf").string());
     EXPECT_EQ(missing.document, nullptr);
-    EXPECT_TRUE(
-        missing.error.starts_with("cannot open " + (files_ / "missing.pdf").string() + ": "))
-        << missing.error;
     EXPECT_EQ(Call<HostDocOpen>(L"/no/such.pdf", L"", 1, 0), nullptr);
     EXPECT_TRUE(hooks_.Take().empty());
     EXPECT_TRUE(app_.Documents().All().empty());
