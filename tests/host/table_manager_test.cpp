@@ -11,10 +11,6 @@ using hostops::OpTraits;
 int CountDocs() {
     return 7;
 }
-HostDoc DocByIndex(int) {
-    return nullptr;
-}
-
 template <Op op, typename Fn>
 concept Registrable = requires(TableManager& tables, Fn* fn) {
     tables.Register<op>(fn);
@@ -25,24 +21,6 @@ TEST(TableManager, RegistrationIsTypedByTheOperationList) {
     static_assert(!Registrable<Op::HostAppGetDocCount, int(int)>);
     static_assert(!Registrable<Op::HostAppGetDocByIndex, int()>);
     static_assert(!Registrable<Op::HostWideStringSet, void(HostWideString, const char*)>);
-}
-
-TEST(TableManager, LooksUpByCategoryAndSelector) {
-    TableManager tables;
-    tables.Register<Op::HostAppGetDocCount>(&CountDocs);
-    tables.Register<Op::HostAppGetDocByIndex>(&DocByIndex);
-
-    using Count = OpTraits<Op::HostAppGetDocCount>;
-    const HostFunction found = tables.Lookup(Count::category, Count::selector);
-    ASSERT_NE(found, nullptr);
-    EXPECT_EQ(reinterpret_cast<Count::Fn*>(found)(), 7);
-    EXPECT_EQ(tables.Size(), 2u);
-
-    // Same category, other selector; same selector, other category; nothing registered.
-    EXPECT_EQ(tables.Lookup(Count::category, 999), nullptr);
-    EXPECT_EQ(tables.Lookup(999, Count::selector), nullptr);
-    using Name = OpTraits<Op::HostAppGetName>;
-    EXPECT_EQ(tables.Lookup(Name::category, Name::selector), nullptr);
 }
 
 TEST(TableManager, RefusesTwoFunctionsForOneOperation) {

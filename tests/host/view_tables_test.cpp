@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "annot_calls.h"
-#include "annotation_editor.h"
 #include "script_lines.h"
 
 namespace pdfhost {
@@ -162,7 +161,7 @@ TEST_F(ViewTablesTest, ToolsByNameAndTheCurrentTool) {
     EXPECT_EQ(script_.Run({R"({"host":"state"})"})[0]["state"]["tool"].asString(), "Hand");
 }
 
-TEST_F(ViewTablesTest, UserRedactLineDrawsAnUndoableRedaction) {
+TEST_F(ViewTablesTest, UserRedactLineDrawsARedactionOverTheRectangle) {
     HostDocument& document = Open(testing::ThreePages());
     const std::string doc = std::to_string(document.Number());
     const auto errors = script_.Run(
@@ -174,22 +173,13 @@ TEST_F(ViewTablesTest, UserRedactLineDrawsAnUndoableRedaction) {
     for (const Json::Value& line : errors)
         EXPECT_TRUE(line["error"].isString());
 
+    // Drawn with its corners put in order.
     const HostPageView view = Call<HostDocGetPageView>(document.Handle(), 1);
     ASSERT_EQ(Call<HostPageViewCountAnnots>(view), 1);
     const HostAnnot drawn = Call<HostPageViewGetAnnot>(view, 0);
-    EXPECT_EQ(Subtype(drawn), "Redact");
-    const NdxAnnot pdfAnnot = Call<NDXHostAnnotGetPdfAnnot>(drawn);
-    EXPECT_EQ(testing::Corners(Call<NDXAnnotGetRect>(pdfAnnot)),
+    EXPECT_EQ(testing::Corners(Call<NDXAnnotGetRect>(Call<NDXHostAnnotGetPdfAnnot>(drawn))),
               (std::vector<float>{72, 700, 300, 716}));
-    EXPECT_EQ(testing::ReadBytes([&](HostByteString name) {
-                  Call<NDXDictGetString>(Call<NDXAnnotGetDict>(pdfAnnot), "NM", name);
-              }),
-              "")
-        << "no plug-in's name on it";
     EXPECT_TRUE(StateOf(document.Number())["modified"].asBool());
-
-    EXPECT_TRUE(AnnotationEditor(app_).UndoLast(document));
-    EXPECT_EQ(Call<HostPageViewCountAnnots>(view), 0);
 }
 
 }  // namespace
