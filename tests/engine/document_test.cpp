@@ -239,19 +239,6 @@ TEST_F(SaveTest, InPlaceSaveDropsRemovedImageFromTheFile) {
     EXPECT_EQ(document.PageObjects(0), std::vector<PageObjectType>{PageObjectType::kText});
 }
 
-TEST_F(SaveTest, EncryptionIsKept) {
-    PdfDescription recipe{.pages = {PageDescription::TextLines({"secret"})}};
-    recipe.encryption = Encryption{.owner_password = "owner", .permissions = permission::kPrint};
-    Document document = OpenWritten(recipe, "enc.pdf");
-    document.SetInfoString("Title", "still locked");
-    document.SaveFull(PathOf("resaved.pdf"));
-
-    const Document reopened = Document::Open(context_, PathOf("resaved.pdf"));
-    EXPECT_TRUE(reopened.IsEncrypted());
-    EXPECT_EQ(reopened.Permissions() & permission::kCopy, 0u);
-    EXPECT_EQ(reopened.InfoString("Title"), "still locked");
-}
-
 TEST_F(SaveTest, FailedSaveKeepsTheOldFileAndLeavesNothingBehind) {
     const std::string original = WritePdf("original.pdf", TextAndImage());
     const std::string before = ReadBytes(original);
