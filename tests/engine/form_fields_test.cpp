@@ -77,28 +77,6 @@ class FormTest : public EngineTest {
     }
 };
 
-TEST_F(FormTest, FieldValuesAreSearchedWithTheDrawnPositionOfTheMatch) {
-    Document document = Sample();
-    const std::optional<TextPattern> pattern = TextPattern::Compile(U"078-05-1120", FindOptions{});
-    ASSERT_TRUE(pattern);
-
-    const std::vector<FieldMatch> found = FindInFieldValues(document, 0, *pattern);
-    ASSERT_EQ(found.size(), 1u);
-    EXPECT_EQ(found[0].match, (TextMatch{4, 11}));
-    EXPECT_EQ(found[0].value, U"SSN 078-05-1120 on file");
-    ASSERT_EQ(found[0].rects.size(), 1u);
-    const Rect& rect = found[0].rects[0];
-    // Inside the field, past "SSN " and well short of its right edge.
-    EXPECT_GT(rect.left, 85);
-    EXPECT_LT(rect.right, 200);
-    EXPECT_GE(rect.bottom, 699);
-    EXPECT_LE(rect.top, 721);
-
-    EXPECT_TRUE(FindInFieldValues(document, 1, *pattern).empty());
-    // The page's own text is no field text.
-    EXPECT_TRUE(FindInFieldValues(document, 0, *TextPattern::Compile(U"Application", {})).empty());
-}
-
 TEST_F(FormTest, ChoiceFieldsAreSearchedInTheirValuesAndTheOptionsTheyShow) {
     Document document = Sample();
     struct Case {

@@ -387,49 +387,5 @@ TEST_F(ScrubberKeepsTest, EncryptedDocumentKeepsItsEncryption) {
     EXPECT_EQ(leak_check::Leaks(plain, kRemovedUtf8), "");
 }
 
-// A PDF 1.5 file whose Info dictionary lies in an object stream, with a cross-reference stream.
-std::string ObjectStreamPdf() {
-    const std::string objstm = "4 0 << /Title (Report on Ana Lind) /Author (Editor) >>";
-    std::string pdf = "%PDF-1.5\n";
-    std::vector<size_t> offsets(6);
-    auto add = [&](int num, const std::string& body) {
-        offsets[static_cast<size_t>(num)] = pdf.size();
-        pdf += std::to_string(num) + " 0 obj\n" + body + "\nendobj\n";
-    };
-    add(1, "<< /Type /Catalog /Pages 2 0 R >>");
-    add(2, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>");
-    add(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] >>");
-    add(5, "<< /Type /ObjStm /N 1 /First 4 /Length " + std::to_string(objstm.size()) +
-               " >>\nstream\n" + objstm + "\nendstream");
-    const size_t xref = pdf.size();
-    // Rows of the /W [1 2 1] table: type, offset (or object stream), generation (or index).
-    std::string rows;
-    for (const auto& [type, field] : std::vector<std::pair<char, size_t>>{{0, 0},
-                                                                          {1, offsets[1]},
-                                                                          {1, offsets[2]},
-                                                                          {1, offsets[3]},
-                                                                          {2, 5},
-                                                                          {1, offsets[5]},
-                                                                          {1, xref}}) {
-        rows +=
-            {type, static_cast<char>((field >> 8) & 0xFF), static_cast<char>(field & 0xFF), '\0'};
-    }
-    pdf += "6 0 obj\n<< /Type /XRef /Size 7 /W [1 2 1] /Root 1 0 R /Info 4 0 R /Length " +
-           std::to_string(rows.size()) + " >>\nstream\n" + rows + "\nendstream\nendobj\n";
-    return pdf + "startxref\n" + std::to_string(xref) + "\n%%EOF\n";
-}
-
-TEST_F(ScrubberKeepsTest, TextInAnObjectStreamIsRemoved) {
-    const std::string source = PathOf("objstm.pdf");
-    WriteBytes(source, ObjectStreamPdf());
-    ASSERT_EQ(RunCommand("pdfinfo '" + source + "' 2>&1 | grep -c 'Ana Lind'"), "1\n")
-        << "poppler reads the title from the object stream";
-    Document document = Document::Open(context_, source);
-    EXPECT_EQ(HiddenTextScrubber(document, kRemoved).Run().strings, 1);
-    const std::string path = Saved(document, "scrubbed.pdf");
-    EXPECT_EQ(leak_check::Leaks(path, kRemovedUtf8), "");
-    EXPECT_EQ(RunCommand("pdfinfo '" + path + "' 2>&1 | grep -c 'Author: *Editor'"), "1\n");
-}
-
 }  // namespace
 }  // namespace pdfhost::engine

@@ -92,30 +92,6 @@ TEST_F(PageTextTest, GeometryIsInPdfPageSpaceWhateverThePageRotation) {
     }
 }
 
-TEST_F(PageTextTest, NumberingIgnoresAnnotationsAndRepeatsExactly) {
-    Document document = TwoLines();
-    const PageText before = PageText::OfPage(document, 0);
-
-    fz_context* ctx = document.fz();
-    const PagePtr page = document.LoadPage(0, "annotate");
-    CallMupdf(ctx, "annotate", [&] {
-        pdf_annot* note = pdf_create_annot(ctx, page.get(), PDF_ANNOT_FREE_TEXT);
-        pdf_set_annot_contents(ctx, note, "Inserted words");
-        pdf_set_annot_rect(ctx, note, fz_rect{72, 72, 300, 100});
-        pdf_update_annot(ctx, note);
-        pdf_drop_annot(ctx, note);
-    });
-    const PageText after = PageText::OfPage(document, 0);
-
-    ASSERT_EQ(after.CharCount(), before.CharCount());
-    for (int i = 0; i < before.CharCount(); ++i) {
-        const TextChar& a = before.Chars()[static_cast<std::size_t>(i)];
-        const TextChar& b = after.Chars()[static_cast<std::size_t>(i)];
-        EXPECT_EQ(a.code, b.code);
-        EXPECT_EQ(a.box, b.box);
-    }
-}
-
 TEST_F(PageTextTest, CharacterClasses) {
     for (const char32_t c : {U'a', U'7', U'\u00e9', U'\u0416'})
         EXPECT_TRUE(IsWordChar(c)) << static_cast<int>(c);

@@ -91,21 +91,6 @@ Json::Value PluginHostTest::Call(const std::string& command, const Json::Value& 
     return reply;
 }
 
-int PluginHostTest::Open(const std::string& path) {
-    for (const Json::Value& output : Host("open", {{"path", path}})) {
-        if (output.isMember("opened"))
-            return output["opened"].asInt();
-    }
-    return 0;
-}
-
-std::string PluginHostTest::MakePdf(const std::string& name,
-                                    const pdfhost::engine::PdfDescription& recipe) {
-    const std::string path = (folder / name).string();
-    pdfhost::engine::PdfFactory(host->Engine()).Write(recipe, path);
-    return path;
-}
-
 Json::Value PluginHostTest::Object(Entries entries) {
     Json::Value object(Json::objectValue);
     for (const auto& [key, value] : entries)
@@ -124,15 +109,16 @@ std::vector<Json::Value> PluginHostTest::Host(const std::string& command, Entrie
 
 std::string PluginHostTest::OpenPdf(const std::string& name,
                                     const pdfhost::engine::PdfDescription& recipe) {
-    const std::string path = MakePdf(name, recipe);
-    EXPECT_GT(Open(path), 0);
+    const std::string path = (folder / name).string();
+    pdfhost::engine::PdfFactory(host->Engine()).Write(recipe, path);
+    int opened = 0;
+    for (const Json::Value& output : Host("open", {{"path", path}})) {
+        if (output.isMember("opened"))
+            opened = output["opened"].asInt();
+    }
+    EXPECT_GT(opened, 0);
     fileId = Call("getCurrentDoc")["data"][0]["id"].asString();
     return path;
-}
-
-std::string PluginHostTest::OpenLines(const std::string& name,
-                                      const std::vector<std::string>& lines) {
-    return OpenPdf(name, {.pages = {pdfhost::engine::PageDescription::TextLines(lines)}});
 }
 
 Json::Value PluginHostTest::Find(const std::string& text) {

@@ -34,19 +34,14 @@ class PluginHostTest : public testing::Test {
     // Sends a "base" command with an identifier; returns the parsed reply (null if none).
     Json::Value Call(const std::string& command, const Json::Value& params = Json::objectValue,
                      const std::string& uuid = "it");
-    // Opens a file as the user does; returns the host's document number (0 on failure).
-    int Open(const std::string& path);
-    // Writes a generated PDF into the test folder.
-    std::string MakePdf(const std::string& name, const pdfhost::engine::PdfDescription& recipe);
 
     using Entries = std::initializer_list<std::pair<const char*, Json::Value>>;
     static Json::Value Object(Entries entries);
     // Runs the host command `command` with `entries`; expects no error among its output lines.
     std::vector<Json::Value> Host(const std::string& command, Entries entries = {});
-    // Writes and opens a generated PDF; returns its path. Later searches look in it.
+    // Writes a generated PDF into the test folder and opens it as the user does; returns its
+    // path. Later searches look in it.
     std::string OpenPdf(const std::string& name, const pdfhost::engine::PdfDescription& recipe);
-    // The same for one page of text `lines`.
-    std::string OpenLines(const std::string& name, const std::vector<std::string>& lines);
     // findTexts of `text` in the document opened last.
     Json::Value Find(const std::string& text);
     // addAnnot of match `index` of the search `key`.
