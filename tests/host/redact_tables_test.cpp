@@ -1,5 +1,6 @@
-// Applying a list of redactions through the tables, checked with poppler's pdftotext on the
-// saved file: only the listed annotations, and failures that leave the document as it was.
+// Applying redaction through the tables, checked with poppler's pdftotext on the saved file:
+// only the listed annotations, every one, in a document without a view, and failures that
+// leave the document as it was.
 #include <gmock/gmock.h>
 
 #include "annot_calls.h"
@@ -43,6 +44,44 @@ TEST_F(RedactTablesTest, ListAppliesOnlyItsAnnotations) {
     EXPECT_TRUE(document.IsModified());
     EXPECT_THAT(PdfToText(Save(document)),
                 testing::HoldsWords({"4111 2222", "Name:", "Phone"}, {"Ada", "0100"}));
+}
+
+TEST_F(RedactTablesTest, ApplyAllCoversTheUsersRedactionsToo) {
+    HostDocument& document = Open(kThreeSecrets);
+    RedactWord(document, 0, "Ada Quill");
+    // One drawn by the user, without a name, over the card number.
+    const auto card = engine::testing_support::WordRects(document.Engine(), 0, "4111");
+    const NdxObject dict = Call<NDXDictNew>();
+    Call<NDXDictSetName>(dict, "Subtype", "Redact");
+    Call<NDXDictSetRect>(dict, "Rect",
+                         NdxRect{card[0].left, card[0].bottom, card[0].right, card[0].top});
+    ASSERT_NE(AddThroughView(document, 0, dict), nullptr);
+
+    EXPECT_EQ(Call<NDXRedactApplyAll>(document.Handle(), 1), 1);
+    EXPECT_EQ(Call<HostPageViewCountAnnots>(Call<HostDocGetPageView>(document.Handle(), 0)), 0);
+    EXPECT_THAT(PdfToText(Save(document)),
+                testing::HoldsWords({"2222", "555 0100"}, {"Ada", "4111"}));
+}
+
+TEST_F(RedactTablesTest, BatchApplyWorksWithoutAView) {
+    HostDocument& document = Open(kThreeSecrets, false);
+    const NdxDoc pdf = document.PdfHandle();
+    const NdxPage page = Call<NDXPageNew>();
+    Call<NDXPageLoad>(page, pdf, Call<NDXDocGetPage>(pdf, 0), 0);
+    Call<NDXPageParse>(page, nullptr);
+    const NdxAnnotList list = Call<NDXAnnotListGet>(page);
+    for (const char* word : {"Quill", "0100"}) {
+        const auto rects = engine::testing_support::WordRects(document.Engine(), 0, word);
+        const NdxObject dict = MatchDict(document, 0, "Redact", rects, WideOf(word));
+        Call<NDXAnnotListInsert>(list, Call<NDXAnnotListCount>(list), Call<NDXAnnotNew>(dict));
+        Call<NDXObjectDestroy>(dict);
+    }
+    Call<NDXPageDestroy>(page);
+    ASSERT_EQ(Call<HostDocGetView>(document.Handle()), nullptr);
+
+    EXPECT_EQ(Call<NDXRedactApplyBatch>(document.Handle(), 1, 0x1000000u), 1);
+    EXPECT_THAT(PdfToText(Save(document)),
+                testing::HoldsWords({"Ada", "Phone 555"}, {"Quill", "0100"}));
 }
 
 TEST_F(RedactTablesTest, FailedApplyLeavesEverythingAsItWas) {
