@@ -110,6 +110,7 @@ class AnnotsSetAside {
             if (!pdf_is_indirect(ctx_, annots) &&
                 pdf_array_len(ctx_, annots) >= kOwnAnnotsObjectFrom) {
                 annots = pdf_add_object(ctx_, pdf_get_bound_document(ctx_, page_), annots);
+                made_ = pdf_to_num(ctx_, annots);
             } else {
                 pdf_keep_obj(ctx_, annots);
             }
@@ -129,6 +130,9 @@ class AnnotsSetAside {
         }
         pdf_drop_obj(ctx_, own_);
     }
+
+    // The number of the array object made for the page's long direct array, or 0.
+    int Made() const { return made_; }
 
     // The page's /Annots array (resolved), holding the new entries at its end.
     pdf_obj* Finish(std::string_view what) {
@@ -151,6 +155,7 @@ class AnnotsSetAside {
     fz_context* ctx_;
     pdf_obj* page_;
     pdf_obj* own_ = nullptr;  // the page's own array (maybe a reference), while set aside
+    int made_ = 0;
 };
 
 }  // namespace
@@ -221,6 +226,8 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
     ObjPtr source(ctx, NewPdfObject(ctx, pdf, documentTag, entries));
     const ObjPtr page_obj = PageObject(page);
     AnnotsSetAside setAside(ctx, page_obj.get(), what);
+    if (setAside.Made() > 0)
+        document_.Index().Own(setAside.Made());
     const PagePtr loaded = document_.LoadPage(page, what);
 
     struct Made {
@@ -452,10 +459,13 @@ bool Annotations::Restore(const RemovedAnnotation& removed) {
 void Annotations::Detach(int page) {
     const ObjPtr page_obj = PageObject(page);
     fz_context* ctx = document_.fz();
+    const AnnotsIndex& index = document_.Index();
     const bool changed = CallMupdf(ctx, "cannot prepare the annotations", [&] {
         pdf_obj* annots = pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots));
-        if (pdf_is_array(ctx, annots) && !pdf_is_indirect(ctx, annots))
+        if (pdf_is_array(ctx, annots) &&
+            (!pdf_is_indirect(ctx, annots) || index.IsOwn(pdf_to_num(ctx, annots)))) {
             return false;
+        }
         if (pdf_is_array(ctx, annots)) {
             pdf_dict_put_drop(ctx, page_obj.get(), PDF_NAME(Annots),
                               pdf_copy_array(ctx, pdf_resolve_indirect(ctx, annots)));

@@ -73,7 +73,7 @@ class Annotations {
 
     // Gives the page an /Annots array of its own: an indirect array is replaced by a direct
     // copy, so that a change to this page's annotations cannot reach another page that shares
-    // the array. A missing array is made empty.
+    // the array; one that Create made for this page stays. A missing array is made empty.
     void Detach(int page);
 
     // The dictionary of an annotation object (a new reference), or empty when the object is

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "engine/mupdf_types.h"
@@ -32,10 +33,16 @@ class AnnotsIndex {
     // Reports that every entry of `objects` was taken out of `annots`, `count` entries in all.
     void Removed(fz_context* ctx, int page, pdf_obj* annots, const std::vector<int>& objects,
                  int count);
+    // Array objects the engine made for one page's /Annots (no other page refers to them).
+    void Own(int object) { own_.insert(object); }
+    bool IsOwn(int object) const { return own_.contains(object); }
     // The page is read again on its next use.
     void Forget(int page) { pages_.erase(page); }
     // Drops every page's part (and its reference to the array).
-    void Clear() { pages_.clear(); }
+    void Clear() {
+        pages_.clear();
+        own_.clear();
+    }
 
   private:
     struct Page {
@@ -53,6 +60,7 @@ class AnnotsIndex {
 
     std::unordered_map<int, Page> pages_;
     std::vector<int> numbers_;  // the entries' numbers while a page is read
+    std::unordered_set<int> own_;
 };
 
 }  // namespace pdfhost::engine

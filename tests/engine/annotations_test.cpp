@@ -131,6 +131,9 @@ TEST_F(AnnotationsTest, NewAnnotationsJoinThePagesOwnArrayInPlace) {
     Annotations reread(saved);
     for (int page = 0; page < 3; ++page)
         EXPECT_EQ(reread.OnPage(page).size(), 3u - page) << page;
+    // The file's array object may stand in other pages too: the page gets a copy of its own.
+    annotations.Detach(0);
+    EXPECT_EQ(AnnotsReference(document, 0), 0);
 }
 
 TEST_F(AnnotationsTest, ALongArrayInThePageBecomesAnObjectOfItsOwnInOrder) {
@@ -154,6 +157,8 @@ TEST_F(AnnotationsTest, ALongArrayInThePageBecomesAnObjectOfItsOwnInOrder) {
     expected.insert(expected.end(), squares.begin(), squares.end());
     expected.push_back(last.object);
     EXPECT_EQ(Annotations(document).OnPage(0), expected);
+    Annotations(document).Detach(0);
+    EXPECT_EQ(AnnotsReference(document, 0), array) << "made for this page alone: not copied";
     Document saved = Document::Open(context_, Saved(document, "saved.pdf"));
     EXPECT_EQ(Annotations(saved).OnPage(0).size(), expected.size());
 }

@@ -199,6 +199,12 @@ TEST_F(FormTest, ValuesStoredWithoutAppearanceAreBakedAsTyped) {
         InteractiveForm form(document);
         ASSERT_TRUE(form.SetValue(form.FindField("city").get(), "Bergen", false));
     }
+    // The old appearance still shows the old value: readers are asked to make new ones.
+    fz_context* ctx = document.fz();
+    EXPECT_TRUE(CallMupdf(ctx, "form", [&] {
+        return pdf_to_bool(ctx, pdf_dict_getp(ctx, pdf_trailer(ctx, document.pdf()),
+                                              "Root/AcroForm/NeedAppearances"));
+    }));
     FlattenPageWidgets(document, 1);
     EXPECT_THAT(PageString(document, 1), HasSubstr("Bergen"));
     EXPECT_THAT(PageString(document, 1), Not(HasSubstr("Oslo")));

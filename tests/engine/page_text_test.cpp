@@ -99,8 +99,10 @@ TEST_F(PageTextTest, CharacterClasses) {
     EXPECT_TRUE(IsSpaceChar(U'\u00a0') && IsSpaceChar(U'\r'));
     EXPECT_FALSE(IsSpaceChar(U'_'));
     EXPECT_EQ(FoldCase(U'\u00c9'), U'\u00e9');
-    EXPECT_EQ(DecodeUtf8("J\xc3\xa9r\xc3\xb4me"), U"J\u00e9r\u00f4me");
-    EXPECT_EQ(EncodeUtf8(U"J\u00e9r\u00f4me"), "J\xc3\xa9r\xc3\xb4me");
+    // One, two, three and four bytes a character.
+    const std::string bytes = "J\xc3\xa9r\xc3\xb4me \xe4\xb8\xad\xf0\x9f\x98\x80";
+    EXPECT_EQ(DecodeUtf8(bytes), U"J\u00e9r\u00f4me \u4e2d\U0001F600");
+    EXPECT_EQ(EncodeUtf8(U"J\u00e9r\u00f4me \u4e2d\U0001F600"), bytes);
 }
 
 TEST(TextPatternTest, CaseAndWholeWordFlags) {
