@@ -12,8 +12,10 @@ resident memory, and fails when an answer is not the one the protocol gives.
             the twenty find what they find alone
   requests  200,000 addAnnot requests in a row on 1,000 pages, cycling over the matches: every
             one answers 0 (a match annotated before is answered as added)
+  review    a mark put on and taken off again, 100 times, each waiting for its answers, beside
+            200 and beside 60,000 marks on the same page: every answer 0, the same time a pair
 
-  python3 bench/redaction/bad_input.py --build build [--cases blank dense terms requests]"""
+  python3 bench/redaction/bad_input.py --build build [--cases blank dense crowded terms requests review]"""
 import argparse
 import json
 import os
@@ -137,7 +139,33 @@ def requests(args, work, profile):
             list(answers) == [0], session)
 
 
-CASES = {"blank": blank, "dense": dense, "crowded": crowded, "terms": terms, "requests": requests}
+def review(args, work, profile):
+    """Marks put on and taken off one at a time, each waiting for its answer, as a user reviewing
+    findings does: on a page of 200 marks and on one of 60,000 the time per pair should match."""
+    session = Session(args, corpus(args, work, 1, "dense"), profile)
+    key = session.find(["ab"])[0]["searchKey"]
+    marks = {"searchKey": key, "type": "redact"}
+    answers, seconds, placed = set(), {}, 0
+    for beside in (200, 60000):
+        lines = [post("addAnnot", dict(marks, index=i, uniqueIDName="ai_plugin_%d" % i), str(i))
+                 for i in range(placed, beside)]
+        session.host.send(lines)
+        answers.update(json.loads(r)["ret"] for r in session.host.read("reply", len(lines)))
+        placed = beside
+        start = time.perf_counter()
+        for i in range(beside, beside + 100):
+            session.host.send([
+                post("addAnnot", dict(marks, index=i, uniqueIDName="ai_plugin_%d" % i), "a"),
+                post("removeAnnots", dict(marks, index=i, uniqueIDPrefix="ai_plugin_"), "r")])
+            answers.update(json.loads(r)["ret"] for r in session.host.read("reply", 2))
+        seconds[beside] = (time.perf_counter() - start) / 100
+    return ("100 marks on and off, one at a time: %.1f ms a pair beside 200 marks, %.1f ms beside "
+            "60,000: answers %s" % (seconds[200] * 1e3, seconds[60000] * 1e3, sorted(answers)),
+            answers == {0}, session)
+
+
+CASES = {"blank": blank, "dense": dense, "crowded": crowded, "terms": terms, "requests": requests,
+         "review": review}
 
 
 def main():
