@@ -211,6 +211,21 @@ TEST_F(FormTest, ValuesStoredWithoutAppearanceAreBakedAsTyped) {
     EXPECT_THROW(FlattenPageWidgets(document, 3), Error);
 }
 
+TEST_F(FormTest, AFormThatAsksForNewAppearancesIsFlattenedAsItsValuesRead) {
+    // Another writer changed a value, kept the old appearance and asked readers for new ones.
+    Document document = ClaimForm();
+    fz_context* ctx = document.fz();
+    const ObjPtr city = InteractiveForm(document).FindField("city");
+    CallMupdf(ctx, "form", [&] {
+        pdf_dict_put_text_string(ctx, city.get(), PDF_NAME(V), "Bergen");
+        pdf_dict_putp(ctx, pdf_trailer(ctx, document.pdf()), "Root/AcroForm/NeedAppearances",
+                      PDF_TRUE);
+    });
+    FlattenPageWidgets(document, 1);
+    EXPECT_THAT(PageString(document, 1), HasSubstr("Bergen"));
+    EXPECT_THAT(PageString(document, 1), Not(HasSubstr("Oslo")));
+}
+
 // A one-page file with a line of text and the given objects from number 10 on; its /AcroForm
 // lists `fields`, its page `annots`. No cross-reference table: the engine rebuilds it.
 std::string LoopPdf(const std::string& fields, const std::string& annots,
