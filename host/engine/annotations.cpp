@@ -54,6 +54,14 @@ int IndexNear(fz_context* ctx, pdf_obj* annots, int object, int hint) {
     return -1;
 }
 
+// The index of `object` in `annots`, looked for from `hint` outwards when that is a place in the
+// array, else from the start; -1 when it is not there.
+int IndexFrom(fz_context* ctx, pdf_obj* annots, int object, int hint) {
+    if (hint >= 0 && hint < pdf_array_len(ctx, annots))
+        return IndexNear(ctx, annots, object, hint);
+    return IndexIn(ctx, annots, object);
+}
+
 // Moves the last entry of `annots` to `index` (when that is a place before the end).
 void MoveLastTo(fz_context* ctx, pdf_obj* annots, int index) {
     const int last = pdf_array_len(ctx, annots) - 1;
@@ -198,9 +206,7 @@ int Annotations::IndexOf(const AnnotationId& id, int hint) const {
     fz_context* ctx = document_.fz();
     return CallMupdf(ctx, "cannot read the annotations", [&] {
         pdf_obj* annots = pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots));
-        if (hint >= 0 && hint < pdf_array_len(ctx, annots))
-            return IndexNear(ctx, annots, id.object, hint);
-        return IndexIn(ctx, annots, id.object);
+        return IndexFrom(ctx, annots, id.object, hint);
     });
 }
 
@@ -292,9 +298,7 @@ std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id, int
         int own_popup;
     };
     const Found found = CallMupdf(ctx, what, [&] {
-        const int at = hint >= 0 && hint < pdf_array_len(ctx, annots)
-                           ? IndexNear(ctx, annots, id.object, hint)
-                           : IndexIn(ctx, annots, id.object);
+        const int at = IndexFrom(ctx, annots, id.object, hint);
         if (at < 0)
             return Found{-1, 0};
         pdf_obj* popup = pdf_dict_get(ctx, pdf_array_get(ctx, annots, at), PDF_NAME(Popup));
