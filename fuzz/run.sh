@@ -11,12 +11,14 @@ declare -A dict=([bridge_message]=json [config]=json [script_line]=json [engine_
   [engine_redact]=pdf)
 # The redaction target starts from the PDF seeds of the opening target.
 declare -A seeds=([engine_redact]=engine_open)
-for name in bridge_message config script_line engine_open engine_redact; do
+for name in bridge_message config script_line engine_open engine_redact engine_annots; do
   mkdir -p "$work/$name"
   cp "$here/corpus/${seeds[$name]:-$name}/"* "$work/$name/"
   echo "== $name: ${seconds}s"
+  words=()
+  [ -n "${dict[$name]:-}" ] && words=(-dict="$here/dict/${dict[$name]}.dict")
   if ! (cd "$work" && "$build/out/bin/${name}_fuzzer" -max_total_time="$seconds" -timeout=20 \
-      -rss_limit_mb=3072 -dict="$here/dict/${dict[$name]}.dict" -print_final_stats=1 \
+      -rss_limit_mb=3072 "${words[@]}" -print_final_stats=1 \
       "$work/$name" > "$work/$name.log" 2>&1); then
     tail -n 60 "$work/$name.log"
     echo "fuzzing found a fault in $name (inputs in $work)"

@@ -257,7 +257,7 @@ AnnotationId Annotations::Create(int page, const PdfValue& entries, std::uintptr
     pdf_obj* annots = setAside.Finish(what);
     CallMupdf(ctx, what, [&] {
         MoveLastTo(ctx, annots, index);
-        document_.Index().Added(ctx, page, annots, pdf_annot_obj(ctx, made.annot));
+        document_.Index().Added(ctx, annots, pdf_annot_obj(ctx, made.annot));
     });
     document_.MarkChanged();
 
@@ -311,8 +311,7 @@ std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id, int
     // stands. The index says whether there is more than the entry found, so that a crowded
     // page's other entries are read only then.
     AnnotsIndex::Companions companions;
-    CallMupdf(ctx, what,
-              [&] { companions = document_.Index().Of(ctx, id.page, annots, id.object); });
+    CallMupdf(ctx, what, [&] { companions = document_.Index().Of(ctx, annots, id.object); });
     RemovedAnnotation removed{id, {}};
     if (companions.popups.empty() && !companions.repeated && found.own_popup == 0) {
         removed.entries.push_back({id.object, found.at});
@@ -340,8 +339,7 @@ std::optional<RemovedAnnotation> Annotations::Remove(const AnnotationId& id, int
     for (const RemovedAnnotation::Entry& entry : removed.entries)
         objects.push_back(entry.object);
     CallMupdf(ctx, what, [&] {
-        document_.Index().Removed(ctx, id.page, annots, objects,
-                                  static_cast<int>(removed.entries.size()));
+        document_.Index().Removed(ctx, annots, objects, static_cast<int>(removed.entries.size()));
     });
     document_.MarkChanged();
     return removed;
@@ -398,8 +396,8 @@ void Annotations::RemoveAll(int page, const std::vector<int>& objects) {
         }
         for (int i = count - 1; i >= kept; --i)
             pdf_array_delete(ctx, annots, i);
+        document_.Index().Forget(ctx, annots);
     });
-    document_.Index().Forget(page);
     document_.MarkChanged();
 }
 
@@ -454,8 +452,8 @@ bool Annotations::Restore(const RemovedAnnotation& removed) {
             const int at = std::min(entry.index, pdf_array_len(ctx, annots));
             pdf_array_insert_drop(ctx, annots, pdf_new_indirect(ctx, pdf, entry.object, 0), at);
         }
+        document_.Index().Forget(ctx, annots);
     });
-    document_.Index().Forget(removed.id.page);
     document_.MarkChanged();
     return true;
 }

@@ -15,12 +15,12 @@ int PopupOwner(fz_context* ctx, pdf_obj* entry) {
     return pdf_is_indirect(ctx, parent) ? pdf_to_num(ctx, parent) : 0;
 }
 
-void AnnotsIndex::Page::Add(int popup, int owner) {
+void AnnotsIndex::Part::Add(int popup, int owner) {
     byParent[owner].push_back(popup);
     ownerOf[popup] = owner;
 }
 
-void AnnotsIndex::Page::Drop(int object) {
+void AnnotsIndex::Part::Drop(int object) {
     if (const auto owner = ownerOf.find(object); owner != ownerOf.end()) {
         const auto popups = byParent.find(owner->second);
         if (popups != byParent.end()) {
@@ -41,27 +41,30 @@ void AnnotsIndex::Page::Drop(int object) {
     }
 }
 
-AnnotsIndex::Page* AnnotsIndex::Valid(fz_context* ctx, int page, pdf_obj* annots, int length) {
-    const auto it = pages_.find(page);
-    if (it == pages_.end())
+AnnotsIndex::Part* AnnotsIndex::Valid(fz_context* ctx, pdf_obj* annots, int length) {
+    const auto it = parts_.find(pdf_resolve_indirect(ctx, annots));
+    if (it == parts_.end())
         return nullptr;
-    if (it->second.annots.get() != pdf_resolve_indirect(ctx, annots) ||
-        it->second.length != length) {
-        pages_.erase(it);
+    if (it->second.length != length) {
+        parts_.erase(it);
         return nullptr;
     }
     return &it->second;
 }
 
-AnnotsIndex::Page& AnnotsIndex::Read(fz_context* ctx, int page, pdf_obj* annots, int length) {
+AnnotsIndex::Part& AnnotsIndex::Read(fz_context* ctx, pdf_obj* annots, int length) {
+    pdf_obj* array = pdf_resolve_indirect(ctx, annots);
+    if (parts_.size() >= kParts && !parts_.contains(array))
+        parts_.clear();
     // Read in place with no valid length until the end: a MuPDF error on the way leaves a part
     // that is read again next time.
-    Page& part = pages_[page];
-    part.annots = ObjPtr(ctx, pdf_keep_obj(ctx, pdf_resolve_indirect(ctx, annots)));
+    Part& part = parts_[array];
+    part = Part{};
+    part.annots = ObjPtr(ctx, pdf_keep_obj(ctx, array));
     part.length = -1;
     numbers_.clear();
     for (int i = 0; i < length; ++i) {
-        pdf_obj* entry = pdf_array_get(ctx, annots, i);
+        pdf_obj* entry = pdf_array_get(ctx, array, i);
         if (!pdf_is_indirect(ctx, entry))
             continue;
         numbers_.push_back(pdf_to_num(ctx, entry));
@@ -78,11 +81,11 @@ AnnotsIndex::Page& AnnotsIndex::Read(fz_context* ctx, int page, pdf_obj* annots,
     return part;
 }
 
-AnnotsIndex::Companions AnnotsIndex::Of(fz_context* ctx, int page, pdf_obj* annots, int object) {
+AnnotsIndex::Companions AnnotsIndex::Of(fz_context* ctx, pdf_obj* annots, int object) {
     const int length = pdf_array_len(ctx, annots);
-    Page* part = Valid(ctx, page, annots, length);
+    Part* part = Valid(ctx, annots, length);
     if (part == nullptr)
-        part = &Read(ctx, page, annots, length);
+        part = &Read(ctx, annots, length);
     Companions companions;
     if (const auto it = part->byParent.find(object); it != part->byParent.end())
         companions.popups = it->second;
@@ -90,9 +93,9 @@ AnnotsIndex::Companions AnnotsIndex::Of(fz_context* ctx, int page, pdf_obj* anno
     return companions;
 }
 
-void AnnotsIndex::Added(fz_context* ctx, int page, pdf_obj* annots, pdf_obj* entry) {
+void AnnotsIndex::Added(fz_context* ctx, pdf_obj* annots, pdf_obj* entry) {
     const int length = pdf_array_len(ctx, annots);
-    Page* part = Valid(ctx, page, annots, length - 1);
+    Part* part = Valid(ctx, annots, length - 1);
     if (part == nullptr)
         return;
     part->length = length;
@@ -100,10 +103,10 @@ void AnnotsIndex::Added(fz_context* ctx, int page, pdf_obj* annots, pdf_obj* ent
         part->Add(pdf_to_num(ctx, entry), owner);
 }
 
-void AnnotsIndex::Removed(fz_context* ctx, int page, pdf_obj* annots,
-                          const std::vector<int>& objects, int count) {
+void AnnotsIndex::Removed(fz_context* ctx, pdf_obj* annots, const std::vector<int>& objects,
+                          int count) {
     const int length = pdf_array_len(ctx, annots);
-    Page* part = Valid(ctx, page, annots, length + count);
+    Part* part = Valid(ctx, annots, length + count);
     if (part == nullptr)
         return;
     part->length = length;
