@@ -9,13 +9,13 @@
 #include "batch_watch.h"
 #include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
 namespace fs = std::filesystem;
 
 TEST(BatchFiles, FoldersGiveTheirFilesButNotTheirSubFolders) {
-    testing::TempFolder folder;
+    TempFolder folder;
     fs::create_directories(folder / "in" / "deeper");
     for (const char* name : {"in/b.pdf", "in/a.txt", "in/deeper/c.pdf", "single.pdf"})
         std::ofstream(folder / name) << "x";
@@ -94,4 +94,4 @@ TEST(BatchReport, LinesAndJsonSayTheSame) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

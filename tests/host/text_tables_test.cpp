@@ -6,11 +6,8 @@
 #include "form_sample.h"
 #include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using enum hostops::Op;
-using testing::Call;
 
 struct Found {
     int index = 0;
@@ -26,31 +23,26 @@ std::vector<NdxRect> ReadRects(NdxRectArray array) {
     return rects;
 }
 
-class TextTables : public testing::HostFixture {
+class TextTables : public HostFixture {
   protected:
     HostDocument& OpenLines(const std::vector<std::vector<std::string>>& pages,
                             const std::vector<engine::FieldDescription>& fields = {}) {
-        return OpenPath(testing::WriteFormPdf(files_, "doc" + std::to_string(++written_) + ".pdf",
-                                              pages, fields));
+        return OpenPath(
+            WriteFormPdf(files_, "doc" + std::to_string(++written_) + ".pdf", pages, fields));
     }
 
     static std::wstring FieldValue(const HostDocument& document, const wchar_t* name) {
         const NdxInterForm form =
             Call<NDXInterFormFromEnvironment>(Call<HostDocGetInterForm>(document.Handle()));
-        return testing::ReadWide([&](HostWideString out) {
+        return ReadWide([&](HostWideString out) {
             Call<NDXFormFieldGetValue>(Call<NDXInterFormGetField>(form, 0, name), out);
         });
-    }
-
-    static NdxPage PageOf(const HostDocument& document, int index) {
-        const HostPageView view = Call<HostDocGetPageView>(document.Handle(), index);
-        return Call<HostPageViewGetPage>(view);
     }
 
     // The matches of a text finder on a page, each with its index, count and rectangles.
     static std::vector<Found> Search(const HostDocument& document, int page, const wchar_t* needle,
                                      uint32_t flags = 0) {
-        const NdxTextPage text = Call<NDXTextPageNew>(PageOf(document, page), 0);
+        const NdxTextPage text = Call<NDXTextPageNew>(PageOf(document.Handle(), page), 0);
         if (Call<NDXTextPageIsParsed>(text) == 0)
             Call<NDXTextPageParse>(text);
         const NdxTextFind finder = Call<NDXTextFindNew>(text);
@@ -72,7 +64,7 @@ class TextTables : public testing::HostFixture {
     static std::vector<std::vector<NdxRect>> SearchFields(const HostDocument& document, int page,
                                                           const wchar_t* needle) {
         const NdxFieldFind finder =
-            Call<NDXFieldTextFindNew>(document.PdfHandle(), PageOf(document, page));
+            Call<NDXFieldTextFindNew>(document.PdfHandle(), PageOf(document.Handle(), page));
         EXPECT_NE(finder, nullptr);
         std::vector<std::vector<NdxRect>> found;
         EXPECT_NE(Call<NDXFieldTextFindStart>(finder, needle, 0u), 0);
@@ -118,7 +110,7 @@ TEST_F(TextTables, MatchesComeWithIndexCountAndOneRectanglePerLineInPageSpace) {
 
 TEST_F(TextTables, AnUnchangedPageIsReadOnceAndAChangeRereadsIt) {
     HostDocument& document = OpenLines({{"Some words"}});
-    const NdxPage page = PageOf(document, 0);
+    const NdxPage page = PageOf(document.Handle(), 0);
     auto parsedText = [&] {
         const NdxTextPage text = Call<NDXTextPageNew>(page, 0);
         EXPECT_EQ(Call<NDXTextPageIsParsed>(text), 0);
@@ -143,7 +135,7 @@ TEST_F(TextTables, AnUnchangedPageIsReadOnceAndAChangeRereadsIt) {
 TEST_F(TextTables, StaleNullAndForeignHandlesGetNeutralAnswers) {
     HostDocument& document = OpenLines({{"Alice and Alice"}});
     const HostDocument& other = OpenLines({{"other"}});
-    const NdxPage page = PageOf(document, 0);
+    const NdxPage page = PageOf(document.Handle(), 0);
     const NdxRectArray rects = Call<NDXRectArrayNew>();
     Call<NDXRectArrayAdd>(rects, 1, 2, 3, 4);
 
@@ -202,7 +194,7 @@ TEST_F(TextTables, MatchesAreReplacedByTheOrdinalsOfThePagesLastSearch) {
     EXPECT_EQ(Call<HostDocReplaceText>(document.Handle(), 0, 0, L"Jones"), 1);
 
     EXPECT_THAT(SavedText(document),
-                testing::HoldsWords({"Bob", "wrote to Alice", "Carol", "Jones"}, {"Smith"}));
+                HoldsWords({"Bob", "wrote to Alice", "Carol", "Jones"}, {"Smith"}));
 }
 
 TEST_F(TextTables, FieldMatchesFollowThePageMatchesAndCanBeReplaced) {
@@ -250,4 +242,4 @@ TEST_F(TextTables, AChoiceFieldsValueCanBeReplacedByAnotherOptionAndItsShownOpti
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -1,15 +1,10 @@
 // Host strings, containers, resources and extension tables through the host's tables.
 #include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::ByteText;
-using testing::Call;
-using testing::WideText;
-
-class ValueTables : public testing::HostFixture {};
+class ValueTables : public HostFixture {};
 
 TEST_F(ValueTables, WideStringsHoldTextAndCompare) {
     HostWideString text = Call<HostWideStringNew>();
@@ -102,8 +97,7 @@ TEST_F(ValueTables, ArraysGrowAndAnswerNeutrallyOutOfRange) {
     Call<NDXRectArrayAdd>(rects, 1.f, 2.f, 3.f, 4.f);
     EXPECT_EQ(Call<NDXRectArrayGetCount>(rects), 1);
     const NdxRect rect = Call<NDXRectArrayGetAt>(rects, 0);
-    EXPECT_EQ(std::vector<float>({rect.left, rect.bottom, rect.right, rect.top}),
-              std::vector<float>({1.f, 2.f, 3.f, 4.f}));
+    EXPECT_EQ(Corners(rect), (std::vector<float>{1, 2, 3, 4}));
     EXPECT_EQ(Call<NDXRectArrayGetAt>(rects, 1).right, 0.f);
     Call<NDXRectArrayDestroy>(rects);
 
@@ -133,10 +127,10 @@ TEST_F(ValueTables, ExtensionTablesAreFoundByNameAndVersion) {
 
 TEST_F(ValueTables, ApplicationFactsComeFromTheOptions) {
     const std::filesystem::path userData(
-        testing::ReadWide([](HostWideString s) { Call<HostAppGetUserDataFolder>(s); }));
+        ReadWide([](HostWideString s) { Call<HostAppGetUserDataFolder>(s); }));
     EXPECT_EQ(userData, profile_.Path() / "userdata");
     EXPECT_TRUE(std::filesystem::is_directory(userData));
-    EXPECT_EQ(testing::ReadBytes([](HostByteString s) { Call<HostAppGetName>(s); }), "pdfhost");
+    EXPECT_EQ(ReadBytes([](HostByteString s) { Call<HostAppGetName>(s); }), "pdfhost");
 
     EXPECT_EQ(Call<HostResourcesGetLanguage>(), 0x0409);
     HostResources resources = Call<HostResourcesNew>(L"/some/module.tpi");
@@ -145,4 +139,4 @@ TEST_F(ValueTables, ApplicationFactsComeFromTheOptions) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing
