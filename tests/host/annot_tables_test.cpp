@@ -1,7 +1,6 @@
 // Annotations through the tables as the plug-in makes and reads them: the entries of the
 // saved file, notes and popups, deletion, "alive" and "owns", undo, the path of a document
 // without a view, and handles that outlive their document.
-#include <gmock/gmock.h>
 
 #include <set>
 

@@ -1,5 +1,4 @@
 // The files of a headless batch, their outputs, the findings counted by kind and the report.
-#include <gtest/gtest.h>
 
 #include <fstream>
 #include <sstream>

@@ -1,10 +1,6 @@
 // The document lifecycle as plug-ins see it: which hooks fire, in which order, with what.
-#include <functional>
-#include <vector>
 
-#include "host_test_support.h"
 #include "recording_hooks.h"
-#include "wide_text.h"
 
 namespace pdfhost::testing {
 namespace {

@@ -2,10 +2,8 @@
 #include <QMainWindow>
 #include <QMetaObject>
 
-#include "host_test_support.h"
 #include "recording_hooks.h"
 #include "script_lines.h"
-#include "wide_text.h"
 
 namespace pdfhost::testing {
 namespace {

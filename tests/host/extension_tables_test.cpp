@@ -1,5 +1,4 @@
 // The extension tables pdfhost offers itself: the outside browser and text recognition.
-#include <gmock/gmock.h>
 
 #include <memory>
 

@@ -1,6 +1,5 @@
 // The checks a plug-in runs on files before a batch: the reader, the security handler, the size
 // text, and the save of a hidden document into a folder that is not there.
-#include <filesystem>
 #include <fstream>
 
 #include "engine/permissions.h"
@@ -111,7 +110,7 @@ TEST_F(FileCheckTables, AHiddenDocumentIsNotSavedIntoAMissingFolder) {
     EXPECT_FALSE(fs::exists(files_ / "missing"));
 }
 
-TEST(FileSizeText, UnitsAndRounding) {
+TEST_F(FileCheckTables, FileSizesInTheirUnitAndRoundedAlsoThroughTheTable) {
     const std::pair<std::int64_t, const char*> cases[] = {
         {-5, "0 bytes"},
         {0, "0 bytes"},
@@ -125,9 +124,6 @@ TEST(FileSizeText, UnitsAndRounding) {
         {4096LL * 1024 * 1024 * 1024, "4096 GB"}};
     for (const auto& [bytes, text] : cases)
         EXPECT_EQ(FileSizeText(bytes), text) << bytes;
-}
-
-TEST_F(FileCheckTables, FormatFileSizeFillsTheString) {
     EXPECT_EQ(ReadWide([](HostWideString out) { Call<HostFormatFileSize>(int64_t{2048}, out); }),
               L"2.0 KB");
 }

@@ -1,10 +1,8 @@
 // The interactive form through the tables and the scripted setField line: listing controls,
 // names and values, writing values with their hooks, and reading them back from the saved file.
-#include <gmock/gmock.h>
 
 #include "../engine/engine_test_support.h"
 #include "form_sample.h"
-#include "host_test_support.h"
 #include "recording_hooks.h"
 #include "script_lines.h"
 
@@ -32,12 +30,8 @@ std::vector<engine::FieldDescription> Fields() {
     };
 }
 
-std::string FieldFullName(NdxFormField field) {
-    return RecordingHooks::FieldText<NDXFormFieldGetFullName>(field);
-}
-std::string FieldText(NdxFormField field) {
-    return RecordingHooks::FieldText<NDXFormFieldGetValue>(field);
-}
+constexpr auto FieldFullName = &RecordingHooks::FieldText<NDXFormFieldGetFullName>;
+constexpr auto FieldText = &RecordingHooks::FieldText<NDXFormFieldGetValue>;
 
 class FormTables : public HostFixture {
   protected:

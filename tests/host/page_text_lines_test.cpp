@@ -1,13 +1,11 @@
 // A page's text lines, and the flattening of a form into its pages that makes typed values part
 // of them, as the plug-in reads the text of a document with fields; the lines read as a reader
 // reads them.
-#include <gmock/gmock.h>
 
 #include <fstream>
 
 #include "../engine/engine_test_support.h"
 #include "form_sample.h"
-#include "host_test_support.h"
 #include "wide_text.h"
 
 namespace pdfhost::testing {

@@ -137,6 +137,13 @@ TEST_F(PdfTables, PagesOfThePlugInLoadFromAPageDictionary) {
     EXPECT_EQ(past, nullptr);
     EXPECT_EQ(Call<NDXPageGetNextObject>(page, nullptr), nullptr);
 
+    // A page dictionary of this document is no page of another.
+    const NdxPage foreign = Call<NDXPageNew>();
+    Call<NDXPageLoad>(foreign, Call<HostDocGetPdfDoc>(Open(ThreePages())), dict, 0);
+    Call<NDXPageParse>(foreign, nullptr);
+    EXPECT_EQ(Call<NDXPageIsParsed>(foreign), 0);
+    Call<NDXPageDestroy>(foreign);
+
     // Once the document closes, its objects and views are gone; the page stays the plug-in's.
     const NdxPageObject first = [&] {
         NdxPosition position = Call<NDXPageGetFirstObjectPos>(page);
@@ -148,17 +155,6 @@ TEST_F(PdfTables, PagesOfThePlugInLoadFromAPageDictionary) {
     Call<NDXPageDestroy>(page);
     EXPECT_EQ(Call<NDXPageIsParsed>(page), 0);
     EXPECT_EQ(Call<NDXPageObjectGetType>(first), 0);
-}
-
-TEST_F(PdfTables, ObjectsOfOneDocumentAreNotPagesOfAnother) {
-    const HostDoc first = Open(ThreePages());
-    const HostDoc second = Open(ThreePages());
-    const NdxObject dictOfFirst = Call<NDXDocGetPage>(Call<HostDocGetPdfDoc>(first), 0);
-    const NdxPage page = Call<NDXPageNew>();
-    Call<NDXPageLoad>(page, Call<HostDocGetPdfDoc>(second), dictOfFirst, 0);
-    Call<NDXPageParse>(page, nullptr);
-    EXPECT_EQ(Call<NDXPageIsParsed>(page), 0);
-    Call<NDXPageDestroy>(page);
 }
 
 }  // namespace

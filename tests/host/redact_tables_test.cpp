@@ -1,7 +1,6 @@
 // Applying redaction through the tables, checked with poppler's pdftotext on the saved file:
 // only the listed annotations, every one, in a document without a view, and failures that
 // leave the document as it was.
-#include <gmock/gmock.h>
 
 #include "annot_calls.h"
 

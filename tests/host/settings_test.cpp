@@ -56,23 +56,19 @@ TEST(Settings, ABrokenFileIsIgnored) {
     EXPECT_EQ(PrefString(L"s", L"k"), L"v");
 }
 
-TEST(Settings, ATemporaryProfileIsMadeAndRemoved) {
+TEST(Settings, OneHostAtATimeOnATemporaryProfileThatIsMadeAndRemoved) {
     std::filesystem::path folder;
     {
         HostApp app(HostOptions{});
+        EXPECT_EQ(HostApp::Current(), &app);
+        EXPECT_THROW(HostApp second(HostOptions{}), std::logic_error);
+        EXPECT_EQ(HostApp::Current(), &app);
         folder = app.ProfileFolder().Folder();
         EXPECT_TRUE(std::filesystem::is_directory(folder / "userdata"));
         Call<HostPrefSetInt>(L"s", L"k", 1);
         EXPECT_TRUE(std::filesystem::exists(folder / "preferences.json"));
     }
     EXPECT_FALSE(std::filesystem::exists(folder));
-}
-
-TEST(Settings, OnlyOneHostLivesAtATime) {
-    HostApp app(HostOptions{});
-    EXPECT_EQ(HostApp::Current(), &app);
-    EXPECT_THROW(HostApp second(HostOptions{}), std::logic_error);
-    EXPECT_EQ(HostApp::Current(), &app);
 }
 
 }  // namespace

@@ -1,10 +1,8 @@
 // Text pages, text finders, field finders and text replacement through the tables, walked the
 // way a plug-in walks them.
-#include <gmock/gmock.h>
 
 #include "../engine/engine_test_support.h"
 #include "form_sample.h"
-#include "host_test_support.h"
 
 namespace pdfhost::testing {
 namespace {
@@ -15,11 +13,15 @@ struct Found {
     std::vector<NdxRect> rects;
 };
 
-std::vector<NdxRect> ReadRects(NdxRectArray array) {
+// The rectangles `fill` puts into a fresh rectangle array.
+template <typename Fill>
+std::vector<NdxRect> ReadRects(Fill&& fill) {
+    const NdxRectArray array = Call<NDXRectArrayNew>();
+    fill(array);
     std::vector<NdxRect> rects;
-    const int count = Call<NDXRectArrayGetCount>(array);
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < Call<NDXRectArrayGetCount>(array); ++i)
         rects.push_back(Call<NDXRectArrayGetAt>(array, i));
+    Call<NDXRectArrayDestroy>(array);
     return rects;
 }
 
@@ -49,11 +51,9 @@ class TextTables : public HostFixture {
         std::vector<Found> found;
         EXPECT_NE(Call<NDXTextFindStart>(finder, needle, flags, 0), 0);
         while (Call<NDXTextFindNext>(finder) != 0) {
-            const NdxRectArray rects = Call<NDXRectArrayNew>();
-            Call<NDXTextFindGetRects>(finder, rects);
-            found.push_back(Found{Call<NDXTextFindGetCharIndex>(finder),
-                                  Call<NDXTextFindGetCharCount>(finder), ReadRects(rects)});
-            Call<NDXRectArrayDestroy>(rects);
+            found.push_back(Found{
+                Call<NDXTextFindGetCharIndex>(finder), Call<NDXTextFindGetCharCount>(finder),
+                ReadRects([&](NdxRectArray out) { Call<NDXTextFindGetRects>(finder, out); })});
         }
         Call<NDXTextFindDestroy>(finder);
         Call<NDXTextPageDestroy>(text);
@@ -69,10 +69,8 @@ class TextTables : public HostFixture {
         std::vector<std::vector<NdxRect>> found;
         EXPECT_NE(Call<NDXFieldTextFindStart>(finder, needle, 0u), 0);
         while (Call<NDXFieldTextFindNext>(finder) != 0) {
-            const NdxRectArray rects = Call<NDXRectArrayNew>();
-            Call<NDXFieldTextFindGetRects>(finder, rects);
-            found.push_back(ReadRects(rects));
-            Call<NDXRectArrayDestroy>(rects);
+            found.push_back(
+                ReadRects([&](NdxRectArray out) { Call<NDXFieldTextFindGetRects>(finder, out); }));
         }
         Call<NDXFieldTextFindDestroy>(finder);
         return found;

@@ -1,6 +1,5 @@
 // The document view model through the tables, the text select tool and the scripted state,
 // the message box with scripted answers, the tools, and the scripted user's redaction.
-#include <gmock/gmock.h>
 
 #include "annot_calls.h"
 #include "script_lines.h"
