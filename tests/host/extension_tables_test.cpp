@@ -38,31 +38,23 @@ TEST_F(ExtensionTablesTest, AnAddressOpensOutsideAndHeadlessOnlyPrintsIt) {
 
 TEST_F(ExtensionTablesTest, TheRecognitionDialogIsAnsweredLikeOtherDialogs) {
     const auto show = [](auto... args) { return CallExt<ExtOp::OcrShowDialog>(args...); };
-    struct Confirmed {
-        std::wstring language;
-        int flag = -1;
-        int calls = 0;
-    } confirmed;
+    std::vector<std::wstring> confirmed;  // "<language> <flag>" for each confirmation
     HostOcrDialogCallback callback{&confirmed,
                                    [](void* client, const wchar_t* language, uint8_t flag) {
-                                       auto* seen = static_cast<Confirmed*>(client);
-                                       seen->language = language;
-                                       seen->flag = flag;
-                                       ++seen->calls;
+                                       static_cast<std::vector<std::wstring>*>(client)->push_back(
+                                           std::wstring(language) + L" " + std::to_wstring(flag));
                                    }};
     HostOcrOptions options{L"English", 1};
     const HostWindow window = Call<HostAppGetMainWindow>();
 
     app_.Answers().Queue("ocr", true);
     EXPECT_EQ(show(window, &options, &callback), 1);
-    EXPECT_EQ(confirmed.calls, 1);
-    EXPECT_EQ(confirmed.language, L"English");
-    EXPECT_EQ(confirmed.flag, 1);
+    EXPECT_EQ(confirmed, std::vector<std::wstring>{L"English 1"});
 
     app_.Answers().Queue("ocr", false);
     EXPECT_EQ(show(window, &options, &callback), 0);
     EXPECT_EQ(show(window, &options, &callback), 0);
-    EXPECT_EQ(confirmed.calls, 1);
+    EXPECT_EQ(confirmed.size(), 1u);
     EXPECT_EQ(script_.TakeTexts(),
               (std::vector<std::string>{R"({"answer":true,"dialog":"ocr","language":"English"})",
                                         R"({"answer":false,"dialog":"ocr","language":"English"})",

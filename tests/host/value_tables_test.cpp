@@ -51,13 +51,11 @@ TEST_F(ValueTables, ByteStringsKeepBytesAndConvertFromUtf8) {
     EXPECT_EQ(Call<HostByteStringIsEmpty>(bytes), 0);
 
     Call<HostByteStringSet>(bytes, "caf\xc3\xa9");
-    HostWideString wide = Call<HostWideStringNew>();
-    Call<HostByteStringToWide>(bytes, wide);
-    EXPECT_EQ(WideText(wide), L"caf\u00e9");
+    EXPECT_EQ(ReadWide([&](HostWideString wide) { Call<HostByteStringToWide>(bytes, wide); }),
+              L"caf\u00e9");
 
     for (auto handle : {bytes, other})
         Call<HostByteStringDelete>(handle);
-    Call<HostWideStringDelete>(wide);
 }
 
 TEST_F(ValueTables, StaleAndForeignHandlesGiveNeutralResults) {
@@ -96,19 +94,16 @@ TEST_F(ValueTables, ArraysGrowAndAnswerNeutrallyOutOfRange) {
     NdxRectArray rects = Call<NDXRectArrayNew>();
     Call<NDXRectArrayAdd>(rects, 1.f, 2.f, 3.f, 4.f);
     EXPECT_EQ(Call<NDXRectArrayGetCount>(rects), 1);
-    const NdxRect rect = Call<NDXRectArrayGetAt>(rects, 0);
-    EXPECT_EQ(Corners(rect), (std::vector<float>{1, 2, 3, 4}));
+    EXPECT_EQ(Corners(Call<NDXRectArrayGetAt>(rects, 0)), (std::vector<float>{1, 2, 3, 4}));
     EXPECT_EQ(Call<NDXRectArrayGetAt>(rects, 1).right, 0.f);
     Call<NDXRectArrayDestroy>(rects);
 
     HostStringArray strings = Call<HostStringArrayNew>();
     EXPECT_EQ(Call<HostStringArrayCount>(strings), 0);
-    HostWideString out = Call<HostWideStringNew>();
-    Call<HostWideStringSet>(out, L"stale");
-    Call<HostStringArrayGet>(strings, 0, out);
-    EXPECT_EQ(WideText(out), L"");
+    EXPECT_EQ(
+        ReadWide([&](HostWideString out) { Call<HostStringArrayGet>(strings, 0, out); }, L"stale"),
+        L"");
     Call<HostStringArrayDestroy>(strings);
-    Call<HostWideStringDelete>(out);
 }
 
 TEST_F(ValueTables, ExtensionTablesAreFoundByNameAndVersion) {
