@@ -20,12 +20,9 @@ class PageTextLinesTest : public HostFixture {
         const HostStringArray array = Call<HostStringArrayNew>();
         Call<NDXPageGetTextLines>(array, pdf, Call<NDXDocGetPage>(pdf, page), 10, 15);
         std::vector<std::wstring> lines;
-        const HostWideString text = Call<HostWideStringNew>();
-        for (int i = 0; i < Call<HostStringArrayCount>(array); ++i) {
-            Call<HostStringArrayGet>(array, i, text);
-            lines.push_back(WideText(text));
-        }
-        Call<HostWideStringDelete>(text);
+        for (int i = 0; i < Call<HostStringArrayCount>(array); ++i)
+            lines.push_back(
+                ReadWide([&](HostWideString text) { Call<HostStringArrayGet>(array, i, text); }));
         Call<HostStringArrayDestroy>(array);
         return lines;
     }
