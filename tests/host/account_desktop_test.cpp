@@ -16,7 +16,7 @@
 #include "account/sign_up_page.h"
 #include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
 using namespace std::chrono_literals;
@@ -54,7 +54,7 @@ std::string ClosedAddress() {
 }
 
 // The host application makes the Qt application the network checks need.
-class AccountServerCheck : public testing::HostFixture {};
+class AccountServerCheck : public HostFixture {};
 
 TEST_F(AccountServerCheck, OnlyAServerThatAnswersPasses) {
     NotFoundServer server;
@@ -107,10 +107,8 @@ void TypeServer(const QString& server, bool* warned) {
 }
 
 TEST(AccountDesktop, AMistypedServerLeavesTheUserSignedOut) {
-    testing::TempFolder profile;
-    HostOptions options;
-    options.profile = profile.Path();
-    options.headless = false;
+    TempFolder profile;
+    HostOptions options = OptionsOn(profile.Path(), /*headless=*/false);
     options.signedIn = false;
     HostApp app(options);
 
@@ -129,4 +127,4 @@ TEST(AccountDesktop, AMistypedServerLeavesTheUserSignedOut) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -14,6 +14,15 @@
 
 namespace pdfhost::testing {
 
+// The QuadPoints numbers of `rects`: each one's corners, bottom pair first.
+inline std::vector<float> Quads(const std::vector<engine::Rect>& rects) {
+    std::vector<float> quads;
+    for (const engine::Rect& r : rects)
+        quads.insert(quads.end(),
+                     {r.left, r.bottom, r.right, r.bottom, r.left, r.top, r.right, r.top});
+    return quads;
+}
+
 class AnnotationTablesTest : public HostFixture {
   protected:
     // The smallest rectangle round all of `rects`.
@@ -26,12 +35,10 @@ class AnnotationTablesTest : public HostFixture {
         return all;
     }
 
-    static NdxObject Numbers(std::initializer_list<float> values) {
+    static NdxObject Numbers(const std::vector<float>& values) {
         const NdxObject array = Call<NDXArrayNew>();
-        if (Call<NDXObjectGetType>(array) == kNdxObjectArray) {
-            for (const float value : values)
-                Call<NDXArrayAddNumber>(array, value);
-        }
+        for (const float value : values)
+            Call<NDXArrayAddNumber>(array, value);
         return array;
     }
 
@@ -54,14 +61,7 @@ class AnnotationTablesTest : public HostFixture {
         const engine::Rect all = Union(rects);
         Call<NDXDictSetRect>(dict, "Rect", NdxRect{all.left, all.bottom, all.right, all.top});
         Call<NDXDictSetInteger>(dict, "F", 4);
-        const NdxObject quads = Call<NDXArrayNew>();
-        for (const engine::Rect& r : rects) {
-            for (const float v :
-                 {r.left, r.bottom, r.right, r.bottom, r.left, r.top, r.right, r.top}) {
-                Call<NDXArrayAddNumber>(quads, v);
-            }
-        }
-        Call<NDXDictSetObject>(dict, "QuadPoints", quads, pdf);
+        Call<NDXDictSetObject>(dict, "QuadPoints", Numbers(Quads(rects)), pdf);
         Call<NDXDictSetObject>(dict, "C", redact ? Numbers({1, 0, 0}) : Numbers({1, 1, 0}), pdf);
         if (redact)
             Call<NDXDictSetObject>(dict, "IC", Numbers({0, 0, 0}), pdf);

@@ -1,7 +1,6 @@
 // Annotations through the tables as the plug-in makes and reads them: the entries of the
 // saved file, notes and popups, deletion, "alive" and "owns", undo, the path of a document
 // without a view, and handles that outlive their document.
-#include <gmock/gmock.h>
 
 #include <set>
 
@@ -9,24 +8,17 @@
 #include "annotation_editor.h"
 #include "engine/permissions.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using testing::AnnotationTablesTest;
-using testing::Call;
-using enum hostops::Op;
-
-// Entries of one object of a saved file, read with the engine.
-engine::PdfValue SavedEntries(engine::Context& context, const std::string& path, int object) {
-    engine::Document document = engine::Document::Open(context, path);
-    return engine::ValueOf(document.fz(), engine::Annotations(document).Dictionary(object).get(),
-                           0);
+int ObjectOf(HostApp& app, HostAnnot annot) {
+    return app.Annotations().Find(annot)->id.object;
 }
-std::set<std::string> SavedKeys(const engine::PdfValue& value) {
-    std::set<std::string> keys;
-    for (const auto& [key, entry] : value.Entries())
-        keys.insert(key);
-    return keys;
+// The entries of `annot` in the file saved at `path`, read with the engine.
+engine::PdfValue SavedEntries(HostApp& app, const std::string& path, HostAnnot annot) {
+    engine::Document document = engine::Document::Open(app.Engine(), path);
+    return engine::ValueOf(document.fz(),
+                           engine::Annotations(document).Dictionary(ObjectOf(app, annot)).get(), 0);
 }
 const engine::PdfValue& SavedEntry(const engine::PdfValue& value, const char* key) {
     static const engine::PdfValue missing;
@@ -38,10 +30,6 @@ std::vector<float> SavedNumbers(const engine::PdfValue& value, const char* key) 
     for (const engine::PdfValue& item : SavedEntry(value, key).Items())
         numbers.push_back(item.Number());
     return numbers;
-}
-
-int ObjectOf(HostApp& app, HostAnnot annot) {
-    return app.Annotations().Find(annot)->id.object;
 }
 
 TEST_F(AnnotationTablesTest, PlugInDictionaryStandsInTheSavedFileExactly) {
@@ -58,24 +46,20 @@ TEST_F(AnnotationTablesTest, PlugInDictionaryStandsInTheSavedFileExactly) {
     EXPECT_EQ(Subtype(annot), "Highlight");
     const engine::Rect all = Union(rects);
     const std::vector<float> corners{all.left, all.bottom, all.right, all.top};
-    EXPECT_EQ(testing::Corners(Call<NDXAnnotGetRect>(Call<NDXHostAnnotGetPdfAnnot>(annot))),
-              corners);
+    EXPECT_EQ(Corners(Call<NDXAnnotGetRect>(Call<NDXHostAnnotGetPdfAnnot>(annot))), corners);
     const int page_object = engine::PageObjectNumber(document.Engine(), 0);
 
-    const engine::PdfValue saved =
-        SavedEntries(app_.Engine(), Save(document), ObjectOf(app_, annot));
-    EXPECT_EQ(SavedKeys(saved),
-              (std::set<std::string>{"AP", "C", "Contents", "F", "NM", "P", "QuadPoints", "Rect",
-                                     "Subj", "Subtype", "Type"}))
+    const engine::PdfValue saved = SavedEntries(app_, Save(document), annot);
+    std::set<std::string> keys;
+    for (const auto& [key, entry] : saved.Entries())
+        keys.insert(key);
+    EXPECT_EQ(keys, (std::set<std::string>{"AP", "C", "Contents", "F", "NM", "P", "QuadPoints",
+                                           "Rect", "Subj", "Subtype", "Type"}))
         << "the plug-in's entries and the appearance, nothing the editor would add";
     EXPECT_EQ(SavedEntry(saved, "Type").Text(), "Annot");
     EXPECT_EQ(SavedNumbers(saved, "Rect"), corners);
     EXPECT_EQ(SavedEntry(saved, "F").Integer(), 4);
-    std::vector<float> quads;
-    for (const engine::Rect& r : rects)
-        quads.insert(quads.end(),
-                     {r.left, r.bottom, r.right, r.bottom, r.left, r.top, r.right, r.top});
-    EXPECT_EQ(SavedNumbers(saved, "QuadPoints"), quads);
+    EXPECT_EQ(SavedNumbers(saved, "QuadPoints"), Quads(rects));
     EXPECT_EQ(SavedEntry(saved, "Subj").Text(), "Highlight");
     EXPECT_EQ(SavedNumbers(saved, "C"), (std::vector<float>{1, 1, 0}));
     EXPECT_EQ(SavedEntry(saved, "Contents").Text(), "a comment");
@@ -118,7 +102,7 @@ TEST_F(AnnotationTablesTest, NoteAndItsPopupAsThePointNotesMakeThem) {
     // The point-note walk reads the note's entries back through its dictionary.
     const NdxObject contents = Call<NDXDictGet>(note_dict, "Contents");
     EXPECT_EQ(Call<NDXObjectGetType>(contents), kNdxObjectString);
-    EXPECT_EQ(testing::ReadBytes([&](HostByteString s) { Call<NDXStringGetBytes>(contents, s); }),
+    EXPECT_EQ(ReadBytes([&](HostByteString s) { Call<NDXStringGetBytes>(contents, s); }),
               std::string("\xFE\xFF\x00"
                           "c\x00"
                           "a\x00"
@@ -127,12 +111,11 @@ TEST_F(AnnotationTablesTest, NoteAndItsPopupAsThePointNotesMakeThem) {
         << "a text that PDFDocEncoding cannot hold is UTF-16BE";
 
     const std::string path = Save(document);
-    const engine::PdfValue saved_note = SavedEntries(app_.Engine(), path, ObjectOf(app_, made));
+    const engine::PdfValue saved_note = SavedEntries(app_, path, made);
     EXPECT_EQ(SavedNumbers(saved_note, "Rect"), (std::vector<float>{10, 770, 30, 790}));
     EXPECT_EQ(SavedEntry(saved_note, "Name").Text(), "Note");
     EXPECT_EQ(SavedEntry(saved_note, "Popup").kind(), engine::PdfValue::Kind::kNull);
-    const engine::PdfValue saved_popup =
-        SavedEntries(app_.Engine(), path, ObjectOf(app_, popup_made));
+    const engine::PdfValue saved_popup = SavedEntries(app_, path, popup_made);
     EXPECT_EQ(SavedEntry(saved_popup, "P").ReferencedObject(), ObjectOf(app_, made));
     EXPECT_EQ(SavedNumbers(saved_popup, "Rect"), (std::vector<float>{432, 650, 612, 770}));
 }
@@ -225,9 +208,7 @@ TEST_F(AnnotationTablesTest, DocumentWithoutViewTakesAnnotationsThroughPageLists
     EXPECT_EQ(Call<HostDocGetView>(doc), nullptr);
     EXPECT_EQ(Call<HostDocGetTextSelectTool>(doc), nullptr);
 
-    const NdxPage page = Call<NDXPageNew>();
-    Call<NDXPageLoad>(page, pdf, Call<NDXDocGetPage>(pdf, 0), 0);
-    Call<NDXPageParse>(page, nullptr);
+    const NdxPage page = LoadPage(pdf, 0);
     ASSERT_EQ(Call<NDXPageIsParsed>(page), 1);
     const NdxAnnotList list = Call<NDXAnnotListGet>(page);
     ASSERT_NE(list, nullptr);
@@ -235,8 +216,7 @@ TEST_F(AnnotationTablesTest, DocumentWithoutViewTakesAnnotationsThroughPageLists
     const NdxObject dict = MatchDict(document, 0, "Redact", rects, L"ai_plugin_b");
     const NdxAnnot annot = Call<NDXAnnotNew>(dict);
     ASSERT_NE(annot, nullptr);
-    EXPECT_EQ(testing::ReadBytes([&](HostByteString s) { Call<NDXAnnotGetSubtype>(annot, s); }),
-              "Redact")
+    EXPECT_EQ(ReadBytes([&](HostByteString s) { Call<NDXAnnotGetSubtype>(annot, s); }), "Redact")
         << "a pending annotation reads its entries";
 
     const int count = Call<NDXAnnotListCount>(list);
@@ -266,4 +246,4 @@ TEST_F(AnnotationTablesTest, DocumentThatForbidsAnnotatingStaysUnchanged) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

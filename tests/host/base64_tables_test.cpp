@@ -5,11 +5,8 @@
 #include "base64_encoder.h"
 #include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using enum hostops::Op;
-using testing::Call;
 
 std::string Encode(char padding, const std::string& bytes) {
     std::string out = "left over";
@@ -38,7 +35,7 @@ TEST(Base64Encoder, EveryByteValueAndLengthMatchesAnIndependentEncoder) {
     }
 }
 
-class Base64TablesTest : public testing::HostFixture {};
+class Base64TablesTest : public HostFixture {};
 
 TEST_F(Base64TablesTest, EncodingReplacesTheByteString) {
     const HostBase64Encoder encoder = Call<HostBase64EncoderNew>('=');
@@ -47,17 +44,17 @@ TEST_F(Base64TablesTest, EncodingReplacesTheByteString) {
     Call<HostByteStringSet>(out, "old text");
     const std::string data("PDF\x00\xff bytes", 11);
     Call<HostBase64Encode>(encoder, data.data(), static_cast<int64_t>(data.size()), out);
-    EXPECT_EQ(testing::ByteText(out), QByteArray(data.data(), 11).toBase64().toStdString());
+    EXPECT_EQ(ByteText(out), QByteArray(data.data(), 11).toBase64().toStdString());
     Call<HostBase64Encode>(encoder, data.data(), 0, out);
-    EXPECT_EQ(testing::ByteText(out), "");
+    EXPECT_EQ(ByteText(out), "");
     Call<HostBase64Encode>(encoder, data.data(), -5, out);
-    EXPECT_EQ(testing::ByteText(out), "");
+    EXPECT_EQ(ByteText(out), "");
     Call<HostBase64EncoderDestroy>(encoder);
     Call<HostByteStringSet>(out, "kept");
     Call<HostBase64Encode>(encoder, data.data(), 3, out);
-    EXPECT_EQ(testing::ByteText(out), "kept") << "a destroyed encoder encodes nothing";
+    EXPECT_EQ(ByteText(out), "kept") << "a destroyed encoder encodes nothing";
     Call<HostByteStringDelete>(out);
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <sstream>
 
 #include "command_line.h"
 #include "shard.h"
@@ -94,7 +95,12 @@ TEST(CommandLine, RefusesUnknownOptionsMissingValuesAndBadBatchUsage) {
         EXPECT_THROW(ParseCommandLine(args, "/bin"), std::invalid_argument) << args.back();
 }
 
-Environment Env(std::map<std::string, std::string> values) {
+// An environment of "NAME=value" words.
+Environment Env(const std::string& words) {
+    std::map<std::string, std::string> values;
+    std::istringstream in(words);
+    for (std::string word; in >> word;)
+        values[word.substr(0, word.find('='))] = word.substr(word.find('=') + 1);
     return [values](const std::string& name) -> std::optional<std::string> {
         const auto it = values.find(name);
         return it == values.end() ? std::nullopt : std::optional<std::string>(it->second);
@@ -104,56 +110,31 @@ Environment Env(std::map<std::string, std::string> values) {
 TEST(Shard, PartsByNameAndFromTheEnvironment) {
     const struct {
         const char* text;
-        std::map<std::string, std::string> env;
+        const char* env;
         Shard expected;
     } cases[] = {
-        {"1/1", {}, {0, 1}},
-        {"3/4", {}, {2, 4}},
-        {"auto", {{"SLURM_ARRAY_TASK_ID", "2"}, {"SLURM_ARRAY_TASK_COUNT", "3"}}, {2, 3}},
+        {"1/1", "", {0, 1}},
+        {"3/4", "", {2, 4}},
+        {"auto", "SLURM_ARRAY_TASK_ID=2 SLURM_ARRAY_TASK_COUNT=3", {2, 3}},
+        {"auto", "SLURM_ARRAY_TASK_ID=7 SLURM_ARRAY_TASK_COUNT=4 SLURM_ARRAY_TASK_MIN=5", {2, 4}},
+        {"auto", "JOB_COMPLETION_INDEX=0 JOB_COMPLETIONS=5", {0, 5}},
         {"auto",
-         {{"SLURM_ARRAY_TASK_ID", "7"},
-          {"SLURM_ARRAY_TASK_COUNT", "4"},
-          {"SLURM_ARRAY_TASK_MIN", "5"}},
-         {2, 4}},
-        {"auto", {{"JOB_COMPLETION_INDEX", "0"}, {"JOB_COMPLETIONS", "5"}}, {0, 5}},
-        {"auto",
-         {{"SLURM_ARRAY_TASK_ID", "1"},
-          {"SLURM_ARRAY_TASK_COUNT", "2"},
-          {"JOB_COMPLETION_INDEX", "0"},
-          {"JOB_COMPLETIONS", "5"}},
+         "SLURM_ARRAY_TASK_ID=1 SLURM_ARRAY_TASK_COUNT=2 JOB_COMPLETION_INDEX=0 JOB_COMPLETIONS=5",
          {1, 2}},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(ParseShard(c.text, Env(c.env)), c.expected) << c.text;
+        EXPECT_EQ(ParseShard(c.text, Env(c.env)), c.expected) << c.text << " " << c.env;
 }
 
 TEST(Shard, RefusesPartsThatDoNotExist) {
-    const struct {
-        const char* text;
-        std::map<std::string, std::string> env;
-    } cases[] = {
-        {"0/3", {}},
-        {"4/3", {}},
-        {"1/0", {}},
-        {"-1/3", {}},
-        {"1/", {}},
-        {"/3", {}},
-        {"1/3x", {}},
-        {" 1/3", {}},
-        {"1/99999999999", {}},
-        {"two/3", {}},
-        {"auto", {}},
-        {"auto", {{"SLURM_ARRAY_TASK_ID", "1"}}},
-        {"auto", {{"SLURM_ARRAY_TASK_ID", "3"}, {"SLURM_ARRAY_TASK_COUNT", "3"}}},
-        {"auto",
-         {{"SLURM_ARRAY_TASK_ID", "0"},
-          {"SLURM_ARRAY_TASK_COUNT", "3"},
-          {"SLURM_ARRAY_TASK_MIN", "1"}}},
-        {"auto", {{"JOB_COMPLETION_INDEX", "x"}, {"JOB_COMPLETIONS", "2"}}},
-        {"auto", {{"JOB_COMPLETION_INDEX", "0"}}},
-    };
-    for (const auto& c : cases)
-        EXPECT_THROW(ParseShard(c.text, Env(c.env)), std::invalid_argument) << c.text;
+    for (const char* text : {"0/3", "4/3", "1/0", "-1/3", "1/", "/3", "1/3x", " 1/3",
+                             "1/99999999999", "two/3", "auto"})
+        EXPECT_THROW(ParseShard(text, Env("")), std::invalid_argument) << text;
+    for (const char* env :
+         {"SLURM_ARRAY_TASK_ID=1", "SLURM_ARRAY_TASK_ID=3 SLURM_ARRAY_TASK_COUNT=3",
+          "SLURM_ARRAY_TASK_ID=0 SLURM_ARRAY_TASK_COUNT=3 SLURM_ARRAY_TASK_MIN=1",
+          "JOB_COMPLETION_INDEX=x JOB_COMPLETIONS=2", "JOB_COMPLETION_INDEX=0"})
+        EXPECT_THROW(ParseShard("auto", Env(env)), std::invalid_argument) << env;
 }
 
 TEST(Shard, EachFileBelongsToExactlyOnePart) {

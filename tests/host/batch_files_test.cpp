@@ -1,5 +1,4 @@
 // The files of a headless batch, their outputs, the findings counted by kind and the report.
-#include <gtest/gtest.h>
 
 #include <fstream>
 #include <sstream>
@@ -8,14 +7,15 @@
 #include "batch_report.h"
 #include "batch_watch.h"
 #include "host_test_support.h"
+#include "script_lines.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
 namespace fs = std::filesystem;
 
 TEST(BatchFiles, FoldersGiveTheirFilesButNotTheirSubFolders) {
-    testing::TempFolder folder;
+    TempFolder folder;
     fs::create_directories(folder / "in" / "deeper");
     for (const char* name : {"in/b.pdf", "in/a.txt", "in/deeper/c.pdf", "single.pdf"})
         std::ofstream(folder / name) << "x";
@@ -79,19 +79,16 @@ TEST(BatchReport, LinesAndJsonSayTheSame) {
               "/in/b.pdf: redacted, 1 page, findings total 0 -> /out/b_redacted.pdf\n"
               "/in/c.pdf: failed: The file cannot be read. (IDS_STR_PARSEERROR)\n"
               "3 files: 2 redacted, 1 failed\n");
-    const Json::Value report = BatchReportJson(files);
-    ASSERT_EQ(report["files"].size(), 3u);
-    EXPECT_EQ(report["files"][0]["name"].asString(), "a.pdf");
-    EXPECT_EQ(report["files"][0]["status"].asString(), "redacted");
-    EXPECT_EQ(report["files"][0]["findings"]["email"].asInt(), 2);
-    EXPECT_EQ(report["files"][0]["total"].asInt(), 3);
-    EXPECT_TRUE(report["files"][0]["reason"].isNull());
-    EXPECT_EQ(report["files"][2]["status"].asString(), "failed");
-    EXPECT_TRUE(report["files"][2]["pages"].isNull());
-    EXPECT_TRUE(report["files"][2]["output"].isNull());
-    EXPECT_EQ(report["summary"]["redacted"].asInt(), 2);
-    EXPECT_EQ(report["summary"]["failed"].asInt(), 1);
+    EXPECT_EQ(Compact(BatchReportJson(files)),
+              R"j({"files":[{"findings":{"email":2,"phone":1},"name":"a.pdf",)j"
+              R"j("output":"/out/a_redacted.pdf","pages":2,"path":"/in/a.pdf","reason":null,)j"
+              R"j("status":"redacted","total":3},{"findings":{},"name":"b.pdf",)j"
+              R"j("output":"/out/b_redacted.pdf","pages":1,"path":"/in/b.pdf","reason":null,)j"
+              R"j("status":"redacted","total":0},{"findings":{},"name":"c.pdf","output":null,)j"
+              R"j("pages":null,"path":"/in/c.pdf",)j"
+              R"j("reason":"The file cannot be read. (IDS_STR_PARSEERROR)","status":"failed",)j"
+              R"j("total":0}],"summary":{"failed":1,"files":3,"redacted":2}})j");
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -1,16 +1,12 @@
 // What the desktop offers beside the page: thumbnails that are drawn when in sight, frame the
-// current page and go to their page, the Redact tool (a dragged area, the selected text) with
-// undo, the ribbon's tooltip that says why an entry is disabled, and the feedback of a press.
+// current page and go to their page, and the Redact tool (a dragged area, the selected text)
+// with undo.
 #include <QAction>
-#include <QApplication>
 #include <QCoreApplication>
 #include <QIcon>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMouseEvent>
 #include <QPalette>
-#include <QStatusBar>
 
 #include "annot_calls.h"
 #include "annotation_editor.h"
@@ -22,12 +18,8 @@
 #include "ui/thumbnail_model.h"
 #include "user_redaction_mark.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using testing::AnnotationTablesTest;
-using testing::Call;
-using enum hostops::Op;
 
 void SendMouse(QWidget* target, QEvent::Type type, QPoint at) {
     const Qt::MouseButtons held =
@@ -76,11 +68,7 @@ std::vector<RedactMark> RedactMarks(HostDocument& document) {
 
 void ExpectQuads(const std::vector<float>& quads, const std::vector<engine::Rect>& rects,
                  float tolerance) {
-    std::vector<float> want;
-    for (const engine::Rect& r : rects) {
-        for (const float v : {r.left, r.bottom, r.right, r.bottom, r.left, r.top, r.right, r.top})
-            want.push_back(v);
-    }
+    const std::vector<float> want = Quads(rects);
     ASSERT_EQ(quads.size(), want.size());
     for (std::size_t i = 0; i < want.size(); ++i)
         EXPECT_NEAR(quads[i], want[i], tolerance) << i;
@@ -197,7 +185,7 @@ TEST_F(DesktopToolsTest, ADragWithTheRedactToolMarksThatAreaOfThePageAndUndoTake
     SendMouse(picture, QEvent::MouseButtonRelease, origin + QPoint(300, 300));
     EXPECT_TRUE(RedactMarks(document).empty());
 
-    testing::RecordingHooks hooks;
+    RecordingHooks hooks;
     Call<HostAppRegisterDocEvents>(hooks.Record());
     ASSERT_NE(AddUserRedaction(app_, document, 0, {{10, 10, 20, 20}}), nullptr);
     ASSERT_TRUE(AnnotationEditor(app_).UndoLast(document));
@@ -238,9 +226,9 @@ TEST_F(DesktopToolsTest, RedactSelectionCoversTheSelectedTextPageByPage) {
     EXPECT_EQ(view->RedactSelection(), 0) << "nothing selected";
 
     // A rectangle selection is covered as it stands.
-    testing::SelectRects(document, 0,
-                         {{alpha[0].left, alpha[0].bottom, alpha[0].right, alpha[0].top},
-                          {alpha[1].left, alpha[1].bottom, alpha[1].right, alpha[1].top}});
+    SelectRects(document, 0,
+                {{alpha[0].left, alpha[0].bottom, alpha[0].right, alpha[0].top},
+                 {alpha[1].left, alpha[1].bottom, alpha[1].right, alpha[1].top}});
     EXPECT_EQ(view->RedactSelection(), 1);
     std::vector<RedactMark> marks = RedactMarks(document);
     ASSERT_EQ(marks.size(), 1u);
@@ -261,89 +249,5 @@ TEST_F(DesktopToolsTest, RedactSelectionCoversTheSelectedTextPageByPage) {
     EXPECT_TRUE(RedactMarks(document).empty());
 }
 
-// ---- The ribbon: an entry of a test "plug-in".
-
-struct PressLog {
-    int enabled = 1;
-    int presses = 0;
-    QString statusAtPress;
-    bool busyAtPress = false;
-    QMainWindow* window = nullptr;
-};
-PressLog g_press;
-
-int Execute(void*) {
-    ++g_press.presses;
-    g_press.statusAtPress = g_press.window->statusBar()->currentMessage();
-    const QCursor* cursor = QApplication::overrideCursor();
-    g_press.busyAtPress = cursor != nullptr && cursor->shape() == Qt::BusyCursor;
-    return 1;
-}
-int Enabled(void*) {
-    return g_press.enabled;
-}
-
-class RibbonFeedbackTest : public DesktopToolsTest {
-  protected:
-    RibbonFeedbackTest() {
-        g_press = PressLog{};
-        g_press.window = &window_;
-        const HostRibbonPanel panel = Call<HostRibbonFindPanel>(
-            Call<HostRibbonFindCategory>(Call<HostRibbonGetBar>(HostApp::FrameHandle(window_)),
-                                         L"Ribbon_Category_Protect"),
-            L"Protect_Panel_Redaction");
-        const HostRibbonItem entry =
-            Call<HostRibbonAddSubItem>(Call<HostRibbonAddElement>(panel, 8, L"Marks", L"Marks", 0),
-                                       0, L"Batch", L"Batch Work", 0, 0, 0, 0);
-        Call<HostRibbonSetTooltip>(entry, L"Runs over files");
-        Call<HostRibbonSetExecuteProc>(entry, &Execute);
-        Call<HostRibbonSetEnableProc>(entry, &Enabled);
-    }
-
-    QAction* Entry() { return window_.findChild<QAction*>(QStringLiteral("Batch")); }
-};
-
-TEST_F(RibbonFeedbackTest, ADisabledEntrysTooltipSaysWhy) {
-    const struct {
-        bool documentOpen;
-        int enabled;
-        const char* tooltip;
-    } cases[] = {
-        {false, 1, "Runs over files"},
-        {false, 0, "Runs over files\nUnavailable without an open document: open a PDF file first."},
-        {true, 0,
-         "Runs over files\nUnavailable while a document is open: close the open documents first."},
-        {true, 1, "Runs over files"},
-    };
-    HostDocument* open = nullptr;
-    for (const auto& c : cases) {
-        g_press.enabled = c.enabled;
-        if (c.documentOpen && open == nullptr)
-            open = &Open({.pages = {engine::PageDescription::Blank()}});
-        app_.Ribbons().StatesChanged();
-        QAction* entry = Entry();
-        ASSERT_NE(entry, nullptr);
-        EXPECT_EQ(entry->isEnabled(), c.enabled == 1);
-        EXPECT_EQ(entry->toolTip().toStdString(), c.tooltip) << c.documentOpen << c.enabled;
-        // The entry lives in the drop-down's menu, which shows it only when told to.
-        auto* menu = qobject_cast<QMenu*>(entry->parent());
-        ASSERT_NE(menu, nullptr);
-        EXPECT_TRUE(menu->toolTipsVisible());
-    }
-}
-
-TEST_F(RibbonFeedbackTest, APressShowsAtOnceInTheStatusBarAndTheCursor) {
-    window_.show();
-    Entry()->trigger();
-    // The feedback shows before the entry's work, which waits for the next passes of the loop.
-    EXPECT_EQ(window_.statusBar()->currentMessage(), QStringLiteral("Opening Batch Work…"));
-    EXPECT_EQ(g_press.presses, 0);
-    ASSERT_TRUE(testing::ProcessEventsUntil([] { return g_press.presses == 1; }));
-    EXPECT_EQ(g_press.statusAtPress, QStringLiteral("Opening Batch Work…"));
-    EXPECT_TRUE(g_press.busyAtPress);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-}
-
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -1,24 +1,16 @@
 // The document lifecycle as plug-ins see it: which hooks fire, in which order, with what.
-#include <functional>
-#include <vector>
 
-#include "host_test_support.h"
 #include "recording_hooks.h"
-#include "wide_text.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using enum hostops::Op;
-using testing::Call;
-using testing::RecordingHooks;
 
 using Calls = std::vector<std::string>;
 
-class DocumentEvents : public testing::HostFixture {
+class DocumentEvents : public HostFixture {
   protected:
     DocumentEvents() {
-        path_ = testing::WritePdf(files_, "three.pdf", testing::ThreePages());
+        path_ = WritePdf(files_, "three.pdf", ThreePages());
         Call<HostAppRegisterDocEvents>(hooks_.Record());
     }
 
@@ -101,7 +93,7 @@ TEST_F(DocumentEvents, ModifiedFiresOnceUntilASaveWritesAFullFile) {
     EXPECT_EQ(hooks_.Take(), (Calls{"modified 1"}));
 
     // A full save rewrites the file; an incremental one would only append to it.
-    const std::string bytes = testing::FileBytes(path_);
+    const std::string bytes = FileBytes(path_);
     EXPECT_EQ(bytes.find("%%EOF"), bytes.rfind("%%EOF"));
 }
 
@@ -111,8 +103,8 @@ TEST_F(DocumentEvents, ANewDocumentIsTemporaryAndCannotBeSavedInPlace) {
     EXPECT_EQ(Call<HostDocIsTemporary>(document.Handle()), 1);
     EXPECT_EQ(Call<HostDocGetPageCount>(document.Handle()), 1);
     const HostDoc doc = document.Handle();
-    EXPECT_EQ(testing::ReadWide([&](HostWideString s) { Call<HostDocGetFilePath>(doc, s); }), L"");
-    EXPECT_EQ(testing::ReadWide([&](HostWideString s) { Call<HostDocGetFileName>(doc, s); }),
+    EXPECT_EQ(ReadWide([&](HostWideString s) { Call<HostDocGetFilePath>(doc, s); }), L"");
+    EXPECT_EQ(ReadWide([&](HostWideString s) { Call<HostDocGetFileName>(doc, s); }),
               L"Untitled-1.pdf");
 
     EXPECT_EQ(Call<HostDocSave>(document.Handle(), 0, 0, 1, 0), 0);
@@ -122,11 +114,7 @@ TEST_F(DocumentEvents, ANewDocumentIsTemporaryAndCannotBeSavedInPlace) {
 TEST_F(DocumentEvents, HiddenDocumentsHaveNoTabButCloseWithTheHook) {
     Open();
     hooks_.Take();
-    const std::wstring wide = WideOf(path_);
-    HostOpenHiddenOptions quiet{};
-    quiet.readOnly = 1;
-    quiet.quiet = 1;
-    const HostDoc hidden = Call<HostDocOpenHidden>(wide.c_str(), &quiet);
+    const HostDoc hidden = OpenQuietly(path_, /*readOnly=*/true);
     ASSERT_NE(hidden, nullptr);
     EXPECT_TRUE(hooks_.Take().empty());
     EXPECT_EQ(Call<HostAppGetDocCount>(), 1);
@@ -134,7 +122,7 @@ TEST_F(DocumentEvents, HiddenDocumentsHaveNoTabButCloseWithTheHook) {
     Call<HostAppActivateDoc>(hidden);
     EXPECT_EQ(app_.Documents().Active()->Number(), 1);
 
-    const HostDoc announced = Call<HostDocOpenHidden>(wide.c_str(), nullptr);
+    const HostDoc announced = Call<HostDocOpenHidden>(WideOf(path_).c_str(), nullptr);
     EXPECT_EQ(hooks_.Take(), (Calls{"will-open", "did-open 3"}));
 
     Call<HostDocClose>(hidden, 0, 0, 0);
@@ -178,4 +166,4 @@ TEST_F(DocumentEvents, ClosedDocumentHandlesGiveNeutralResults) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

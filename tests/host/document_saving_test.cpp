@@ -2,26 +2,22 @@
 #include <QMainWindow>
 #include <QMetaObject>
 
-#include "host_test_support.h"
 #include "recording_hooks.h"
 #include "script_lines.h"
-#include "wide_text.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::Call;
 using Calls = std::vector<std::string>;
 
 std::wstring FilePath(HostDoc doc) {
-    return testing::ReadWide([&](HostWideString out) { Call<HostDocGetFilePath>(doc, out); });
+    return ReadWide([&](HostWideString out) { Call<HostDocGetFilePath>(doc, out); });
 }
 
-class DocumentSaving : public testing::HostFixture {
+class DocumentSaving : public HostFixture {
   protected:
     DocumentSaving() {
-        path_ = testing::WritePdf(files_, "report.pdf", testing::ThreePages());
+        path_ = WritePdf(files_, "report.pdf", ThreePages());
         app_.LoadPlugins();  // the main window, invisible
         Call<HostAppRegisterDocEvents>(hooks_.Record());
     }
@@ -39,34 +35,38 @@ class DocumentSaving : public testing::HostFixture {
         return Call<HostDocSaveAs>(doc, WideOf(path).c_str(), 0, 0, &options);
     }
 
-    // The editor's Save, sent to the main window as a plug-in sends it.
-    void SendSave() {
+    // An editor command (0xE103 is Save), sent to the main window as a plug-in sends it.
+    void SendCommand(int command = 0xE103) {
         auto* window = reinterpret_cast<QObject*>(Call<HostAppGetMainWindow>());
         ASSERT_NE(window, nullptr);
         QObject* commands = window->findChild<QObject*>(QStringLiteral("pdfhost.windowCommands"),
                                                         Qt::FindDirectChildrenOnly);
         ASSERT_NE(commands, nullptr);
-        QMetaObject::invokeMethod(commands, "command", Qt::DirectConnection, Q_ARG(int, 0xE103));
+        QMetaObject::invokeMethod(commands, "command", Qt::DirectConnection, Q_ARG(int, command));
     }
 
-    testing::Scripted script_{app_};
-    testing::RecordingHooks hooks_;
+    auto FileCount() const {
+        return std::distance(std::filesystem::directory_iterator(files_.Path()), {});
+    }
+
+    Scripted script_{app_};
+    RecordingHooks hooks_;
     std::string path_;
 };
 
 TEST_F(DocumentSaving, SaveAsMovesTheDocumentToTheNewFile) {
     HostDocument& document = Open(true);
-    const std::string before = testing::FileBytes(path_);
+    const std::string before = FileBytes(path_);
     const std::string copy = (files_ / "report_redacted.pdf").string();
 
     EXPECT_EQ(SaveAs(document.Handle(), copy), 1);
     EXPECT_EQ(hooks_.Take(), (Calls{"did-save 1 1"}));
     EXPECT_EQ(FilePath(document.Handle()), WideOf(copy));
-    EXPECT_EQ(testing::ReadWide(
-                  [&](HostWideString out) { Call<HostDocGetFileName>(document.Handle(), out); }),
-              L"report_redacted.pdf");
+    EXPECT_EQ(
+        ReadWide([&](HostWideString out) { Call<HostDocGetFileName>(document.Handle(), out); }),
+        L"report_redacted.pdf");
     EXPECT_EQ(Call<HostDocIsModified>(document.Handle()), 0);
-    EXPECT_EQ(testing::FileBytes(path_), before) << "the old file stays as it was";
+    EXPECT_EQ(FileBytes(path_), before) << "the old file stays as it was";
     engine::Context context;
     EXPECT_EQ(engine::Document::Open(context, copy).PageCount(), 3);
 
@@ -83,32 +83,23 @@ TEST_F(DocumentSaving, SaveAsMovesTheDocumentToTheNewFile) {
 
 TEST_F(DocumentSaving, AFailedSaveAsLeavesNoFileAndTheDocumentAsItWas) {
     HostDocument& document = Open(true);
-    const auto entries = [&] {
-        std::size_t count = 0;
-        for ([[maybe_unused]] const auto& entry :
-             std::filesystem::directory_iterator(files_.Path()))
-            ++count;
-        return count;
-    };
-    const std::size_t before = entries();
+    const auto before = FileCount();
 
     // "report.pdf" is a file, so nothing can be written inside it.
     EXPECT_EQ(SaveAs(document.Handle(), path_ + "/inside.pdf"), 0);
     EXPECT_EQ(hooks_.Take(), (Calls{"did-save 1 0"}));
-    EXPECT_EQ(entries(), before);
+    EXPECT_EQ(FileCount(), before);
     EXPECT_EQ(FilePath(document.Handle()), WideOf(document.Path()));
     EXPECT_EQ(document.Path(), std::filesystem::path(path_).lexically_normal().string());
     EXPECT_EQ(Call<HostDocIsModified>(document.Handle()), 1);
     EXPECT_EQ(SaveAs(document.Handle(), ""), 0);
     EXPECT_EQ(SaveAs(nullptr, (files_ / "x.pdf").string()), 0);
-    EXPECT_EQ(entries(), before);
+    EXPECT_EQ(FileCount(), before);
 }
 
 TEST_F(DocumentSaving, CommandsOtherThanSaveDoNothing) {
     Open(true);
-    auto* window = reinterpret_cast<QObject*>(Call<HostAppGetMainWindow>());
-    QMetaObject::invokeMethod(window->findChild<QObject*>(QStringLiteral("pdfhost.windowCommands")),
-                              "command", Qt::DirectConnection, Q_ARG(int, 0xE101));
+    SendCommand(0xE101);
     EXPECT_TRUE(hooks_.Take().empty());
 }
 
@@ -118,7 +109,7 @@ TEST_F(DocumentSaving, SavingATemporaryDocumentAsksForAFileAndOpensItInItsPlace)
     hooks_.Take();
     script_.Answer("fileSave", target);
 
-    SendSave();
+    SendCommand();
     EXPECT_EQ(hooks_.Take(),
               (Calls{"did-save 1 1", "closing 1", "will-open", "did-open 2", "activate 2"}));
     Json::Value asked(Json::objectValue);
@@ -140,21 +131,19 @@ TEST_F(DocumentSaving, CancellingTheSaveDialogSavesNothing) {
     app_.NewDocument();
     hooks_.Take();
     script_.Answer("fileSave", Json::Value());
-    SendSave();
+    SendCommand();
     EXPECT_EQ(hooks_.Take(), (Calls{"did-save 1 0"}));
     EXPECT_EQ(script_.TakeTexts(),
               (Calls{R"({"answer":null,"dialog":"fileSave","title":"Save As"})"}));
 
-    SendSave();  // no answer queued: the dialog is cancelled
+    SendCommand();  // no answer queued: the dialog is cancelled
     EXPECT_EQ(hooks_.Take(), (Calls{"did-save 1 0"}));
     EXPECT_EQ(script_.TakeTexts(),
               (Calls{R"({"answer":null,"dialog":"fileSave","title":"Save As"})",
                      R"({"unanswered":"fileSave"})"}));
     ASSERT_NE(app_.Documents().FindByNumber(1), nullptr);
     EXPECT_TRUE(app_.Documents().FindByNumber(1)->IsTemporary());
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(files_.Path()),
-                            std::filesystem::directory_iterator()),
-              1);
+    EXPECT_EQ(FileCount(), 1);
 }
 
 TEST_F(DocumentSaving, ClosingWithTheCheckAsksAboutUnsavedChanges) {
@@ -199,4 +188,4 @@ TEST_F(DocumentSaving, ClosingWithTheCheckAsksAboutUnsavedChanges) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

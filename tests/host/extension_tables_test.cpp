@@ -1,5 +1,4 @@
 // The extension tables pdfhost offers itself: the outside browser and text recognition.
-#include <gmock/gmock.h>
 
 #include <memory>
 
@@ -8,35 +7,21 @@
 #include "script_lines.h"
 #include "wide_text.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
 using hostops::ExtOp;
-using enum hostops::Op;
-using testing::Call;
 using ::testing::HasSubstr;
 
-// Function of an extension table, found as a plug-in finds it.
-template <ExtOp op>
-auto* ExtensionFunction() {
-    using Traits = hostops::ExtOpTraits<op>;
-    const hostops::ExtTableInfo& info = hostops::InfoOf(Traits::table);
-    const HostExtTable table = Call<HostExtensionFind>(info.name, info.version);
-    EXPECT_NE(table, nullptr) << info.name;
-    return reinterpret_cast<typename Traits::Fn*>(
-        Call<HostExtensionGetFunction>(table, Traits::index));
-}
-
-class ExtensionTablesTest : public testing::HostFixture {
+class ExtensionTablesTest : public HostFixture {
   protected:
     ExtensionTablesTest() { app_.LoadPlugins(); }
 
-    testing::Scripted script_{app_};
+    Scripted script_{app_};
 };
 
 TEST_F(ExtensionTablesTest, AnAddressOpensOutsideAndHeadlessOnlyPrintsIt) {
-    auto* open = ExtensionFunction<ExtOp::BrowserExtOpenUrl>();
-    ASSERT_NE(open, nullptr);
+    const auto open = [](auto... args) { return CallExt<ExtOp::BrowserExtOpenUrl>(args...); };
     HostBrowserTabRecord record;
     void* tab = nullptr;
     ::testing::internal::CaptureStderr();
@@ -52,33 +37,24 @@ TEST_F(ExtensionTablesTest, AnAddressOpensOutsideAndHeadlessOnlyPrintsIt) {
 }
 
 TEST_F(ExtensionTablesTest, TheRecognitionDialogIsAnsweredLikeOtherDialogs) {
-    auto* show = ExtensionFunction<ExtOp::OcrShowDialog>();
-    ASSERT_NE(show, nullptr);
-    struct Confirmed {
-        std::wstring language;
-        int flag = -1;
-        int calls = 0;
-    } confirmed;
+    const auto show = [](auto... args) { return CallExt<ExtOp::OcrShowDialog>(args...); };
+    std::vector<std::wstring> confirmed;  // "<language> <flag>" for each confirmation
     HostOcrDialogCallback callback{&confirmed,
                                    [](void* client, const wchar_t* language, uint8_t flag) {
-                                       auto* seen = static_cast<Confirmed*>(client);
-                                       seen->language = language;
-                                       seen->flag = flag;
-                                       ++seen->calls;
+                                       static_cast<std::vector<std::wstring>*>(client)->push_back(
+                                           std::wstring(language) + L" " + std::to_wstring(flag));
                                    }};
     HostOcrOptions options{L"English", 1};
     const HostWindow window = Call<HostAppGetMainWindow>();
 
     app_.Answers().Queue("ocr", true);
     EXPECT_EQ(show(window, &options, &callback), 1);
-    EXPECT_EQ(confirmed.calls, 1);
-    EXPECT_EQ(confirmed.language, L"English");
-    EXPECT_EQ(confirmed.flag, 1);
+    EXPECT_EQ(confirmed, std::vector<std::wstring>{L"English 1"});
 
     app_.Answers().Queue("ocr", false);
     EXPECT_EQ(show(window, &options, &callback), 0);
     EXPECT_EQ(show(window, &options, &callback), 0);
-    EXPECT_EQ(confirmed.calls, 1);
+    EXPECT_EQ(confirmed.size(), 1u);
     EXPECT_EQ(script_.TakeTexts(),
               (std::vector<std::string>{R"({"answer":true,"dialog":"ocr","language":"English"})",
                                         R"({"answer":false,"dialog":"ocr","language":"English"})",
@@ -97,14 +73,12 @@ TEST_F(ExtensionTablesTest, RecognitionMakesAScannedPageSearchable) {
         engine::PdfFactory(context).Build(engine::PdfDescription{.pages = {typed}}).Render(0, 150));
     engine::PageDescription scan;
     scan.Add(engine::ImageItem{.placement = {0, 0, 612, 792}, .picture = std::move(picture)});
-    const std::string path =
-        testing::WritePdf(files_, "scan.pdf", engine::PdfDescription{.pages = {scan}});
+    const std::string path = WritePdf(files_, "scan.pdf", engine::PdfDescription{.pages = {scan}});
     const HostDoc doc = app_.OpenDocument(path).document->Handle();
 
-    auto* recognize = ExtensionFunction<ExtOp::OcrRecognizePage>();
-    ASSERT_NE(recognize, nullptr);
+    const auto recognize = [](auto... args) { return CallExt<ExtOp::OcrRecognizePage>(args...); };
     HostOcrOptions options{L"English", 1};
-    const NdxPage page = Call<HostPageViewGetPage>(Call<HostDocGetPageView>(doc, 0));
+    const NdxPage page = PageOf(doc, 0);
     EXPECT_EQ(recognize(page, &options, 0), 1);
     EXPECT_EQ(Call<HostDocIsModified>(doc), 1);
     // A page with text keeps it as it is: a second run doubles nothing.
@@ -115,11 +89,10 @@ TEST_F(ExtensionTablesTest, RecognitionMakesAScannedPageSearchable) {
     const HostStringArray lines = Call<HostStringArrayNew>();
     Call<NDXPageGetTextLines>(lines, pdf, Call<NDXDocGetPage>(pdf, 0), 10, 15);
     ASSERT_EQ(Call<HostStringArrayCount>(lines), 1);
-    EXPECT_EQ(
-        testing::ReadWide([&](HostWideString line) { Call<HostStringArrayGet>(lines, 0, line); }),
-        L"ACCOUNT 55120 CLOSED");
+    EXPECT_EQ(ReadWide([&](HostWideString line) { Call<HostStringArrayGet>(lines, 0, line); }),
+              L"ACCOUNT 55120 CLOSED");
     Call<HostStringArrayDestroy>(lines);
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -1,6 +1,5 @@
 // The checks a plug-in runs on files before a batch: the reader, the security handler, the size
 // text, and the save of a hidden document into a folder that is not there.
-#include <filesystem>
 #include <fstream>
 
 #include "engine/permissions.h"
@@ -8,22 +7,20 @@
 #include "host_test_support.h"
 #include "wide_text.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::Call;
 namespace fs = std::filesystem;
 namespace perm = engine::permission;
 
-class FileCheckTables : public testing::HostFixture {
+class FileCheckTables : public HostFixture {
   protected:
     std::string Encrypted(const std::string& name, const std::string& userPassword,
                           std::uint32_t permissions) {
-        engine::PdfDescription layout = testing::ThreePages();
+        engine::PdfDescription layout = ThreePages();
         layout.encryption = engine::Encryption{
             .user_password = userPassword, .owner_password = "owner", .permissions = permissions};
-        return testing::WritePdf(files_, name, layout);
+        return WritePdf(files_, name, layout);
     }
 
     std::string Text(const std::string& name, const std::string& bytes) {
@@ -40,13 +37,8 @@ class FileCheckTables : public testing::HostFixture {
         return result;
     }
 
-    HostDoc OpenHidden(const std::string& path) {
-        HostOpenHiddenOptions options{};
-        options.readOnly = 1;
-        options.quiet = 1;
-        options.keepHidden = 1;
-        const std::wstring wide = WideOf(path);
-        return Call<HostDocOpenHidden>(wide.c_str(), &options);
+    static HostDoc OpenHidden(const std::string& path) {
+        return OpenQuietly(path, /*readOnly=*/true, /*keepHidden=*/true);
     }
 };
 
@@ -56,7 +48,7 @@ TEST_F(FileCheckTables, ReaderRefusesWhatCannotBeOpened) {
         std::string path;
         int expected;
     } cases[] = {
-        {"a PDF", testing::WritePdf(files_, "plain.pdf", testing::ThreePages()), 0},
+        {"a PDF", WritePdf(files_, "plain.pdf", ThreePages()), 0},
         {"a PDF with restrictions only", Encrypted("owner.pdf", "", perm::kPrint), 0},
         {"a PDF locked by a password", Encrypted("locked.pdf", "secret", perm::kAll), 1},
         {"a text file", Text("notes.pdf", "just some words, no PDF here\n"), 1},
@@ -73,7 +65,7 @@ TEST_F(FileCheckTables, ReaderRefusesWhatCannotBeOpened) {
 TEST_F(FileCheckTables, StaleReadersAndHandlersAreRefused) {
     HostReader reader = Call<HostReaderCreate>();
     Call<HostReaderDestroy>(reader);
-    const std::string path = testing::WritePdf(files_, "plain.pdf", testing::ThreePages());
+    const std::string path = WritePdf(files_, "plain.pdf", ThreePages());
     EXPECT_NE(Call<HostReaderOpen>(reader, WideOf(path).c_str(), 0), 0);
     Call<HostReaderDetach>(reader, 0);
 
@@ -91,7 +83,7 @@ TEST_F(FileCheckTables, SecurityHandlerRefusesWhatMayNotBeChanged) {
         std::string path;
         int expected;
     } cases[] = {
-        {"unencrypted", testing::WritePdf(files_, "plain.pdf", testing::ThreePages()), 0},
+        {"unencrypted", WritePdf(files_, "plain.pdf", ThreePages()), 0},
         {"changes allowed", Encrypted("modify.pdf", "", perm::kModify | perm::kCopy), 0},
         {"changes forbidden", Encrypted("nomodify.pdf", "", perm::kPrint | perm::kCopy), 1},
     };
@@ -108,7 +100,7 @@ TEST_F(FileCheckTables, SecurityHandlerRefusesWhatMayNotBeChanged) {
 // A hidden document has no tab and a file of its own; a target in a missing folder fails, and
 // the folder is not made for it.
 TEST_F(FileCheckTables, AHiddenDocumentIsNotSavedIntoAMissingFolder) {
-    const HostDoc doc = OpenHidden(testing::WritePdf(files_, "source.pdf", testing::ThreePages()));
+    const HostDoc doc = OpenHidden(WritePdf(files_, "source.pdf", ThreePages()));
     ASSERT_NE(doc, nullptr);
     EXPECT_TRUE(app_.Documents().Tabs().empty());
     EXPECT_EQ(Call<HostDocIsTemporary>(doc), 0);
@@ -118,11 +110,8 @@ TEST_F(FileCheckTables, AHiddenDocumentIsNotSavedIntoAMissingFolder) {
     EXPECT_FALSE(fs::exists(files_ / "missing"));
 }
 
-TEST(FileSizeText, UnitsAndRounding) {
-    const struct {
-        std::int64_t bytes;
-        const char* text;
-    } cases[] = {
+TEST_F(FileCheckTables, FileSizesInTheirUnitAndRoundedAlsoThroughTheTable) {
+    const std::pair<std::int64_t, const char*> cases[] = {
         {-5, "0 bytes"},
         {0, "0 bytes"},
         {1023, "1023 bytes"},
@@ -132,17 +121,12 @@ TEST(FileSizeText, UnitsAndRounding) {
         {1024 * 1024 - 1, "1.0 MB"},
         {5LL * 1024 * 1024 + 300 * 1024, "5.3 MB"},
         {3LL * 1024 * 1024 * 1024, "3.0 GB"},
-        {4096LL * 1024 * 1024 * 1024, "4096 GB"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(FileSizeText(c.bytes), c.text) << c.bytes;
-}
-
-TEST_F(FileCheckTables, FormatFileSizeFillsTheString) {
-    EXPECT_EQ(
-        testing::ReadWide([](HostWideString out) { Call<HostFormatFileSize>(int64_t{2048}, out); }),
-        L"2.0 KB");
+        {4096LL * 1024 * 1024 * 1024, "4096 GB"}};
+    for (const auto& [bytes, text] : cases)
+        EXPECT_EQ(FileSizeText(bytes), text) << bytes;
+    EXPECT_EQ(ReadWide([](HostWideString out) { Call<HostFormatFileSize>(int64_t{2048}, out); }),
+              L"2.0 KB");
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -4,16 +4,14 @@
 #include "host_test_support.h"
 #include "script_lines.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using testing::Compact;
-
-class FileDialogAnswersTest : public testing::HostFixture {
+class FileDialogAnswersTest : public HostFixture {
   protected:
     FileDialogAnswersTest() {
-        first_ = testing::WritePdf(files_, "first.pdf", testing::ThreePages());
-        second_ = testing::WritePdf(other_, "second.pdf", testing::ThreePages());
+        first_ = WritePdf(files_, "first.pdf", ThreePages());
+        second_ = WritePdf(other_, "second.pdf", ThreePages());
     }
 
     // A dialog set up as the plug-in sets up its own: non-native, modal, run with exec().
@@ -42,10 +40,10 @@ class FileDialogAnswersTest : public testing::HostFixture {
         return array;
     }
 
-    testing::TempFolder other_;
+    TempFolder other_;
     std::string first_;
     std::string second_;
-    testing::Scripted script_{app_};
+    Scripted script_{app_};
 };
 
 TEST_F(FileDialogAnswersTest, AQueuedFileOpenAnswerPicksTheFilesAndIsPrinted) {
@@ -106,4 +104,4 @@ TEST_F(FileDialogAnswersTest, SaveAndFolderDialogsTakeTheirPath) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -1,18 +1,14 @@
 // The interactive form through the tables and the scripted setField line: listing controls,
 // names and values, writing values with their hooks, and reading them back from the saved file.
-#include <gmock/gmock.h>
 
 #include "../engine/engine_test_support.h"
 #include "form_sample.h"
-#include "host_test_support.h"
+#include "recording_hooks.h"
 #include "script_lines.h"
-#include "wide_text.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::Call;
 using ::testing::ElementsAre;
 
 // Kind, name, parent, controls (page, rectangle, on-state), value, options.
@@ -34,49 +30,21 @@ std::vector<engine::FieldDescription> Fields() {
     };
 }
 
-// The field's full name or value, read through the tables as a plug-in would, over what the
-// string held before.
-std::string FieldFullName(NdxFormField field) {
-    return Utf8Of(testing::ReadWide(
-        [&](HostWideString out) { Call<NDXFormFieldGetFullName>(field, out); }, L"left over"));
-}
-std::string FieldText(NdxFormField field) {
-    return Utf8Of(testing::ReadWide(
-        [&](HostWideString out) { Call<NDXFormFieldGetValue>(field, out); }, L"left over"));
-}
+constexpr auto FieldFullName = &RecordingHooks::FieldText<NDXFormFieldGetFullName>;
+constexpr auto FieldText = &RecordingHooks::FieldText<NDXFormFieldGetValue>;
 
-// Writes down the modified and field-changed hooks: "modified", "field <full name>=<value>".
-class FormHooks {
-  public:
-    FormHooks() {
-        record_.setWord(kDocEventClientData, this);
-        record_.setWord(kDocEventModified, reinterpret_cast<void*>(&Modified));
-        record_.setWord(kDocEventFieldChanged, reinterpret_cast<void*>(&FieldChanged));
-    }
-    HostDocEventRecord* Record() { return &record_; }
-    std::vector<std::string> Take() { return std::exchange(calls_, {}); }
-
-  private:
-    static void Modified(void* client, HostDoc) {
-        static_cast<FormHooks*>(client)->calls_.push_back("modified");
-    }
-    static void FieldChanged(void* client, HostDoc, NdxFormField field) {
-        static_cast<FormHooks*>(client)->calls_.push_back("field " + FieldFullName(field) + "=" +
-                                                          FieldText(field));
-    }
-
-    HostDocEventRecord record_;
-    std::vector<std::string> calls_;
-};
-
-class FormTables : public testing::HostFixture {
+class FormTables : public HostFixture {
   protected:
     FormTables() {
-        path_ = testing::WriteFormPdf(files_, "form.pdf", {{"First"}, {"Second"}}, Fields());
+        path_ = WriteFormPdf(files_, "form.pdf", {{"First"}, {"Second"}}, Fields());
         Call<HostAppRegisterDocEvents>(hooks_.Record());
     }
 
-    HostDocument& Open() { return OpenPath(path_); }
+    HostDocument& Open() {
+        HostDocument& document = OpenPath(path_);
+        hooks_.Take();
+        return document;
+    }
 
     static NdxInterForm FormOf(const HostDocument& document) {
         return Call<NDXInterFormFromEnvironment>(Call<HostDocGetInterForm>(document.Handle()));
@@ -86,8 +54,7 @@ class FormTables : public testing::HostFixture {
     // them.
     static std::vector<std::string> Controls(const HostDocument& document, int index) {
         const NdxInterForm form = FormOf(document);
-        const HostPageView view = Call<HostDocGetPageView>(document.Handle(), index);
-        const NdxPage page = Call<HostPageViewGetPage>(view);
+        const NdxPage page = PageOf(document.Handle(), index);
         std::vector<std::string> rows;
         const int count = Call<NDXInterFormCountPageControls>(form, page);
         for (int i = 0; i < count; ++i) {
@@ -103,7 +70,7 @@ class FormTables : public testing::HostFixture {
         return rows;
     }
 
-    FormHooks hooks_;
+    RecordingHooks hooks_;
     std::string path_;
 };
 
@@ -123,7 +90,7 @@ TEST_F(FormTables, ControlsOfEachPageWithTheirFieldsTypesValuesAndRectangles) {
     EXPECT_EQ(Call<NDXInterFormGetPageControl>(form, nullptr, 0), nullptr);
     // A page of another document is no page of this form.
     const HostDocument& blank = app_.NewDocument();
-    const NdxPage foreign = Call<HostPageViewGetPage>(Call<HostDocGetPageView>(blank.Handle(), 0));
+    const NdxPage foreign = PageOf(blank.Handle(), 0);
     EXPECT_EQ(Call<NDXInterFormCountPageControls>(form, foreign), 0);
     // A document without fields has an empty form.
     EXPECT_NE(FormOf(blank), nullptr);
@@ -139,7 +106,7 @@ TEST_F(FormTables, SetValuesFireTheirHooksAndStandInTheSavedFile) {
     const NdxFormField agree = Call<NDXInterFormGetField>(form, 0, L"agree");
 
     EXPECT_EQ(Call<NDXFormFieldSetValue>(ssn, L"", 1), 1);
-    EXPECT_THAT(hooks_.Take(), ElementsAre("modified", "field ssn="));
+    EXPECT_THAT(hooks_.Take(), ElementsAre("modified 1", "field ssn="));
     EXPECT_EQ(Call<NDXFormFieldSetValue>(size, L"L", 0), 1);
     EXPECT_EQ(Call<NDXFormFieldSetValue>(agree, L"true", 1), 1);
     EXPECT_THAT(hooks_.Take(), ElementsAre("field agree=Yes"));
@@ -168,7 +135,7 @@ TEST_F(FormTables, SetValuesFireTheirHooksAndStandInTheSavedFile) {
                             "pets 7 dog @72,400", "sig 9  @72,300"));
     // The rebuilt appearance no longer shows the old value to an independent reader.
     EXPECT_THAT(engine::testing_support::RunCommand("pdftotext '" + path_ + "' -"),
-                testing::HoldsWords({"Bergen"}, {"078-05-1120"}));
+                HoldsWords({"Bergen"}, {"078-05-1120"}));
 }
 
 TEST_F(FormTables, StaleAndNullHandlesAnswerNeutrally) {
@@ -176,7 +143,7 @@ TEST_F(FormTables, StaleAndNullHandlesAnswerNeutrally) {
     const NdxInterForm form = FormOf(document);
     const HostFormEnv env = Call<HostDocGetInterForm>(document.Handle());
     const NdxFormField ssn = Call<NDXInterFormGetField>(form, 0, L"ssn");
-    const NdxPage page = Call<HostPageViewGetPage>(Call<HostDocGetPageView>(document.Handle(), 0));
+    const NdxPage page = PageOf(document.Handle(), 0);
     const NdxFormControl control = Call<NDXInterFormGetPageControl>(form, page, 0);
     const HostDoc closed = document.Handle();
     app_.CloseDocument(document);
@@ -194,11 +161,11 @@ TEST_F(FormTables, StaleAndNullHandlesAnswerNeutrally) {
     EXPECT_EQ(rect.right, 0);
     EXPECT_EQ(Call<NDXInterFormFromEnvironment>(nullptr), nullptr);
     EXPECT_EQ(Call<NDXFormControlGetType>(nullptr), 0);
-    EXPECT_TRUE(hooks_.Take().empty());
+    EXPECT_EQ(hooks_.Take(), std::vector<std::string>{"closing 1"});
 }
 
 TEST_F(FormTables, TheScriptedUserTypesIntoAField) {
-    testing::Scripted script(app_);
+    Scripted script(app_);
     script.session.OpenFile(path_);
     hooks_.Take();
 
@@ -207,7 +174,7 @@ TEST_F(FormTables, TheScriptedUserTypesIntoAField) {
                           R"({"host":"setField","doc":1,"name":"agree","value":true})"})
                     .empty());
     EXPECT_THAT(hooks_.Take(),
-                ElementsAre("modified", "field person.name=John Doe", "field agree=Yes"));
+                ElementsAre("modified 1", "field person.name=John Doe", "field agree=Yes"));
 
     std::vector<std::string> errors;
     for (const Json::Value& line :
@@ -223,4 +190,4 @@ TEST_F(FormTables, TheScriptedUserTypesIntoAField) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -6,6 +6,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "wide_text.h"
+
 namespace pdfhost::testing {
 
 TempFolder::TempFolder() {
@@ -49,6 +51,26 @@ std::vector<float> Corners(const NdxRect& rect) {
     return {rect.left, rect.bottom, rect.right, rect.top};
 }
 
+NdxPage PageOf(HostDoc doc, int index) {
+    return Call<HostPageViewGetPage>(Call<HostDocGetPageView>(doc, index));
+}
+
+NdxPage LoadPage(NdxDoc pdf, int index, bool parse) {
+    const NdxPage page = Call<NDXPageNew>();
+    Call<NDXPageLoad>(page, pdf, Call<NDXDocGetPage>(pdf, index), 0);
+    if (parse)
+        Call<NDXPageParse>(page, nullptr);
+    return page;
+}
+
+HostDoc OpenQuietly(const std::string& path, bool readOnly, bool keepHidden) {
+    HostOpenHiddenOptions options{};
+    options.readOnly = readOnly ? 1 : 0;
+    options.quiet = 1;
+    options.keepHidden = keepHidden ? 1 : 0;
+    return Call<HostDocOpenHidden>(WideOf(path).c_str(), &options);
+}
+
 void SelectRects(const HostDocument& document, int page, const std::vector<NdxRect>& rects) {
     const NdxRectArray array = Call<NDXRectArrayNew>();
     for (const NdxRect& r : rects)
@@ -87,10 +109,15 @@ HostDocument& HostFixture::Open(const engine::PdfDescription& layout, bool shown
     return OpenPath(WritePdf(files_, "doc" + std::to_string(++written_) + ".pdf", layout), shown);
 }
 
-HostOptions HostFixture::Options() const {
+HostOptions OptionsOn(const std::filesystem::path& profile, bool headless) {
     HostOptions options;
-    options.profile = profile_.Path();
+    options.profile = profile;
+    options.headless = headless;
     return options;
+}
+
+HostOptions HostFixture::Options() const {
+    return OptionsOn(profile_.Path());
 }
 
 bool ProcessEventsUntil(const std::function<bool()>& done, int milliseconds) {

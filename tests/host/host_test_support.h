@@ -37,6 +37,9 @@ std::string WritePdf(const TempFolder& folder, const std::string& name,
 // Three pages of text.
 engine::PdfDescription ThreePages();
 
+// Options of a host on `profile`, headless unless told otherwise.
+HostOptions OptionsOn(const std::filesystem::path& profile, bool headless = true);
+
 // Runs the event loop until `done` holds or `milliseconds` have passed; whether it held.
 bool ProcessEventsUntil(const std::function<bool()>& done, int milliseconds = 5000);
 
@@ -50,6 +53,13 @@ auto Call(Args... args) {
         TableManager::Abi()->lookup(Traits::category, Traits::selector, /*pluginId=*/0);
     EXPECT_NE(found, nullptr) << Traits::name << " is not registered";
     return reinterpret_cast<typename Traits::Fn*>(found)(args...);
+}
+
+// Stores `hook`, a lambda without captures, in word `key` of a callback record as the plain
+// function it converts to.
+template <typename Record, typename Hook>
+void SetHook(Record& record, std::size_t key, Hook hook) {
+    record.setWord(key, reinterpret_cast<void*>(+hook));
 }
 
 // The text of a host wide string, read through the tables.
@@ -81,6 +91,22 @@ std::string ReadBytes(Fill&& fill, const char* start = nullptr) {
 
 // The four numbers of a rectangle: left, bottom, right, top.
 std::vector<float> Corners(const NdxRect& rect);
+// The page that page view `index` of `doc` shows.
+NdxPage PageOf(HostDoc doc, int index);
+// A page of the caller's own over page `index` of `pdf`, parsed unless told otherwise.
+NdxPage LoadPage(NdxDoc pdf, int index, bool parse = true);
+// Opens `path` as a hidden document, quietly.
+HostDoc OpenQuietly(const std::string& path, bool readOnly = false, bool keepHidden = false);
+// Calls function `op` of an extension table as a plug-in does: found by name, version and index.
+template <hostops::ExtOp op, typename... Args>
+auto CallExt(Args... args) {
+    using Traits = hostops::ExtOpTraits<op>;
+    const hostops::ExtTableInfo& info = hostops::InfoOf(Traits::table);
+    const HostFunction fn = Call<HostExtensionGetFunction>(
+        Call<HostExtensionFind>(info.name, info.version), Traits::index);
+    EXPECT_NE(fn, nullptr) << Traits::name;
+    return reinterpret_cast<typename Traits::Fn*>(fn)(args...);
+}
 // Selects `rects` on page `page` of `document` through its text select tool.
 void SelectRects(const HostDocument& document, int page, const std::vector<NdxRect>& rects);
 // The whole content of a file.

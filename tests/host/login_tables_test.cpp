@@ -3,37 +3,10 @@
 #include "host_test_support.h"
 #include "script_lines.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
 using hostops::ExtOp;
-using enum hostops::Op;
-using testing::Call;
-using testing::WideText;
-
-// Calls function `op` of the "login" table as a plug-in does: found by name, version and index.
-template <ExtOp op, typename... Args>
-auto CallLogin(Args... args) {
-    using Traits = hostops::ExtOpTraits<op>;
-    const HostExtTable table = Call<HostExtensionFind>("login", 103);
-    const HostFunction fn = Call<HostExtensionGetFunction>(table, Traits::index);
-    EXPECT_NE(fn, nullptr) << Traits::name;
-    return reinterpret_cast<typename Traits::Fn*>(fn)(args...);
-}
-
-// A host wide string that goes with the scope.
-class Wide {
-  public:
-    Wide() : handle_(Call<HostWideStringNew>()) {}
-    ~Wide() { Call<HostWideStringDelete>(handle_); }
-    Wide(const Wide&) = delete;
-    Wide& operator=(const Wide&) = delete;
-    HostWideString get() const { return handle_; }
-    std::wstring Text() const { return WideText(handle_); }
-
-  private:
-    HostWideString handle_;
-};
 
 std::vector<std::wstring> g_heard;
 void Hear(const wchar_t* server) {
@@ -42,45 +15,51 @@ void Hear(const wchar_t* server) {
 
 // The token and the table's result.
 std::pair<std::wstring, int> Token(const wchar_t* server) {
-    Wide token;
-    const int result = CallLogin<ExtOp::LoginGetToken>(server, L"", token.get());
-    return {token.Text(), result};
+    int result = -1;
+    const std::wstring token = ReadWide(
+        [&](HostWideString out) { result = CallExt<ExtOp::LoginGetToken>(server, L"", out); });
+    return {token, result};
 }
 
-class LoginTablesTest : public testing::HostFixture {
+// The user's id, written over a left-over text, and the table's result.
+std::pair<std::wstring, int> UserId() {
+    int result = -1;
+    const std::wstring id = ReadWide(
+        [&](HostWideString id) {
+            const HostWideString other = Call<HostWideStringNew>();
+            result = CallExt<ExtOp::LoginGetUserInfo>(L"", other, id, other, other);
+            Call<HostWideStringDelete>(other);
+        },
+        L"left over");
+    return {id, result};
+}
+
+class LoginTablesTest : public HostFixture {
   protected:
     LoginTablesTest() {
         g_heard.clear();
-        CallLogin<ExtOp::LoginRegisterDomainCallback>(&Hear);
+        CallExt<ExtOp::LoginRegisterDomainCallback>(&Hear);
     }
 };
 
 TEST_F(LoginTablesTest, TheAccountAnswersWhileSignedInAndKeepsItsTokens) {
-    EXPECT_EQ(CallLogin<ExtOp::LoginGetState>(L""), 2) << "headless starts signed in";
+    EXPECT_EQ(CallExt<ExtOp::LoginGetState>(L""), 2) << "headless starts signed in";
     const auto [first, result] = Token(L"https://a.test");
     EXPECT_EQ(result, 1);
     EXPECT_EQ(first.size(), 32u);
     EXPECT_EQ(Token(L"https://a.test").first, first);
     EXPECT_NE(Token(L"https://b.test").first, first);
-    Wide email, id, firstName, lastName;
-    EXPECT_EQ(CallLogin<ExtOp::LoginGetUserInfo>(L"", email.get(), id.get(), firstName.get(),
-                                                 lastName.get()),
-              1);
-    EXPECT_EQ(id.Text(), L"local-user-1");
+    EXPECT_EQ(UserId(), std::make_pair(std::wstring(L"local-user-1"), 1));
 
     app_.Account().SignIn("https://a.test");
     app_.Account().SignOut();
-    Wide server, last;
-    CallLogin<ExtOp::LoginGetServerAddress>(server.get());
-    CallLogin<ExtOp::LoginGetServerAddressFallback>(last.get());
-    EXPECT_EQ(server.Text(), L"");
-    EXPECT_EQ(last.Text(), L"https://a.test") << "the last server is remembered";
-    EXPECT_EQ(CallLogin<ExtOp::LoginGetState>(L""), 0);
+    EXPECT_EQ(ReadWide([](HostWideString s) { CallExt<ExtOp::LoginGetServerAddress>(s); }), L"");
+    EXPECT_EQ(ReadWide([](HostWideString s) { CallExt<ExtOp::LoginGetServerAddressFallback>(s); }),
+              L"https://a.test")
+        << "the last server is remembered";
+    EXPECT_EQ(CallExt<ExtOp::LoginGetState>(L""), 0);
     EXPECT_EQ(Token(L"https://a.test"), std::make_pair(std::wstring(), 0));
-    EXPECT_EQ(CallLogin<ExtOp::LoginGetUserInfo>(L"", email.get(), id.get(), firstName.get(),
-                                                 lastName.get()),
-              0);
-    EXPECT_EQ(id.Text(), L"");
+    EXPECT_EQ(UserId(), std::make_pair(std::wstring(), 0));
 
     // The desktop keeps the account file's state; the command line overrides it.
     HostOptions desktop = Options();
@@ -99,7 +78,7 @@ TEST_F(LoginTablesTest, TheAccountAnswersWhileSignedInAndKeepsItsTokens) {
 }
 
 TEST_F(LoginTablesTest, DomainCallbacksHearEveryChangeUntilThePluginGoes) {
-    CallLogin<ExtOp::LoginRegisterDomainCallback>(&Hear);
+    CallExt<ExtOp::LoginRegisterDomainCallback>(&Hear);
     app_.Account().SignIn("");
     EXPECT_TRUE(g_heard.empty()) << "no server to name";
     app_.Account().SignIn("https://c.test");
@@ -113,26 +92,25 @@ TEST_F(LoginTablesTest, DomainCallbacksHearEveryChangeUntilThePluginGoes) {
 }
 
 TEST_F(LoginTablesTest, TheSignInWindowAndTheScriptedLinesTakeTheirAnswers) {
-    testing::Scripted script(app_);
+    Scripted script(app_);
     ScriptSession& session = script.session;
     session.HandleLine(R"({"host":"signIn","server":"https://d.test"})");
     session.HandleLine(R"({"host":"signOut"})");
     session.HandleLine(R"({"host":"signIn","server":5})");
-    EXPECT_EQ(CallLogin<ExtOp::LoginShowSignIn>(L"", 0), 0);
-    EXPECT_EQ(CallLogin<ExtOp::LoginGetState>(L""), 0);
+    EXPECT_EQ(CallExt<ExtOp::LoginShowSignIn>(L"", 0), 0);
+    EXPECT_EQ(CallExt<ExtOp::LoginGetState>(L""), 0);
     session.HandleLine(R"({"host":"answer","dialog":"signIn","value":true})");
-    EXPECT_EQ(CallLogin<ExtOp::LoginShowSignIn>(L"", 0), 1);
-    EXPECT_EQ(CallLogin<ExtOp::LoginGetState>(L""), 2);
+    EXPECT_EQ(CallExt<ExtOp::LoginShowSignIn>(L"", 0), 1);
+    EXPECT_EQ(CallExt<ExtOp::LoginGetState>(L""), 2);
     EXPECT_EQ(g_heard, (std::vector<std::wstring>{L"https://d.test", L"", L"https://d.test"}));
 
     const std::vector<Json::Value> lines = script.Take();
     ASSERT_EQ(lines.size(), 4u);
     EXPECT_TRUE(lines[0].isMember("error")) << "a server that is no text";
-    EXPECT_EQ(testing::Compact(lines[1]),
-              R"({"answer":false,"dialog":"signIn","server":"https://d.test"})");
+    EXPECT_EQ(Compact(lines[1]), R"({"answer":false,"dialog":"signIn","server":"https://d.test"})");
     EXPECT_EQ(lines[2]["unanswered"], "signIn");
     EXPECT_EQ(lines[3]["answer"], true);
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

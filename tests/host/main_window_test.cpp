@@ -9,42 +9,20 @@
 #include <fstream>
 
 #include "annot_calls.h"
-#include "host_test_support.h"
+#include "recording_hooks.h"
 #include "ui/document_view.h"
 #include "ui/main_window.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::Call;
-
-std::vector<std::string> g_calls;
-void OnActivate(void*, HostDoc doc) {
-    g_calls.push_back("activate " +
-                      std::to_string(HostApp::Current()->Documents().Find(doc)->Number()));
-}
-void OnOtherTab(void*) {
-    g_calls.push_back("other-tab");
-}
-void OnClosing(void*, HostDoc) {
-    g_calls.push_back("closing");
-}
-
-class MainWindowTest : public testing::HostFixture {
+class MainWindowTest : public HostFixture {
   protected:
-    MainWindowTest() {
-        g_calls.clear();
-        record_.setWord(kDocEventActivate, reinterpret_cast<void*>(&OnActivate));
-        record_.setWord(kDocEventOtherTab, reinterpret_cast<void*>(&OnOtherTab));
-        record_.setWord(kDocEventClosing, reinterpret_cast<void*>(&OnClosing));
-        Call<HostAppRegisterDocEvents>(&record_);
-        tabs_ = window_.findChild<QTabWidget*>();
-    }
+    MainWindowTest() { Call<HostAppRegisterDocEvents>(hooks_.Record()); }
 
-    HostDocEventRecord record_;
+    RecordingHooks hooks_;
     ui::MainWindow window_{app_};
-    QTabWidget* tabs_ = nullptr;
+    QTabWidget* tabs_ = window_.findChild<QTabWidget*>();
 };
 
 TEST_F(MainWindowTest, TabsFollowTheDocumentsAndFireHooks) {
@@ -52,13 +30,13 @@ TEST_F(MainWindowTest, TabsFollowTheDocumentsAndFireHooks) {
     EXPECT_EQ(app_.MainWindow(), &window_);
     EXPECT_EQ(tabs_->count(), 1);  // the start tab
 
-    window_.OpenFile(
-        QString::fromStdString(testing::WritePdf(files_, "a.pdf", testing::ThreePages())));
+    window_.OpenFile(QString::fromStdString(WritePdf(files_, "a.pdf", ThreePages())));
     app_.NewDocument();
     ASSERT_EQ(tabs_->count(), 3);
     EXPECT_EQ(tabs_->currentIndex(), 2);
     EXPECT_EQ(tabs_->tabText(1), "a.pdf");
-    EXPECT_EQ(g_calls, (std::vector<std::string>{"activate 1", "activate 2"}));
+    EXPECT_EQ(hooks_.Take(), (std::vector<std::string>{"will-open", "did-open 1", "activate 1",
+                                                       "will-open", "did-open 2", "activate 2"}));
 
     // A page beyond the document shows its last page.
     auto* view = qobject_cast<ui::DocumentView*>(tabs_->widget(1));
@@ -66,32 +44,30 @@ TEST_F(MainWindowTest, TabsFollowTheDocumentsAndFireHooks) {
     view->ShowPage(5);
     EXPECT_EQ(view->CurrentPage(), 2);
 
-    g_calls.clear();
     tabs_->setCurrentIndex(1);
     tabs_->setCurrentIndex(0);
-    EXPECT_EQ(g_calls, (std::vector<std::string>{"activate 1", "other-tab"}));
+    EXPECT_EQ(hooks_.Take(), (std::vector<std::string>{"activate 1", "other-tab"}));
     EXPECT_EQ(app_.Documents().Active(), nullptr);
 
     Call<HostDocSetChanged>(app_.Documents().FindByNumber(1)->Handle());
     EXPECT_EQ(tabs_->tabText(1), "a.pdf *");
+    EXPECT_EQ(hooks_.Take(), std::vector<std::string>{"modified 1"});
 
     // A modified document asks first: Cancel keeps it, No closes it unsaved.
-    g_calls.clear();
     app_.Answers().Queue("messageBox", 2);
     emit tabs_->tabCloseRequested(1);
     EXPECT_EQ(tabs_->count(), 3);
     app_.Answers().Queue("messageBox", 7);
     emit tabs_->tabCloseRequested(1);
     EXPECT_EQ(tabs_->count(), 2);
-    EXPECT_EQ(g_calls, (std::vector<std::string>{"closing"}));
+    EXPECT_EQ(hooks_.Take(), std::vector<std::string>{"closing 1"});
     EXPECT_EQ(app_.Documents().All().size(), 1u);
 }
 
-class DesktopPromptsTest : public testing::AnnotationTablesTest {
+class DesktopPromptsTest : public AnnotationTablesTest {
   protected:
     HostDocument& OpenModified(const std::string& name) {
-        window_.OpenFile(
-            QString::fromStdString(testing::WritePdf(files_, name, testing::ThreePages())));
+        window_.OpenFile(QString::fromStdString(WritePdf(files_, name, ThreePages())));
         HostDocument* document = app_.Documents().Active();
         Call<HostDocSetChanged>(document->Handle());
         return *document;
@@ -112,7 +88,7 @@ TEST_F(DesktopPromptsTest, QuitAsksAboutEachModifiedDocumentAndCancelKeepsAll) {
     HostDocument& first = OpenModified("first.pdf");
     const std::string firstPath = first.Path();
     OpenModified("second.pdf");
-    const std::string before = testing::FileBytes(firstPath);
+    const std::string before = FileBytes(firstPath);
 
     // Yes saves the first; Cancel on the second keeps the window and both documents.
     app_.Answers().Queue("messageBox", 6);
@@ -120,7 +96,7 @@ TEST_F(DesktopPromptsTest, QuitAsksAboutEachModifiedDocumentAndCancelKeepsAll) {
     EXPECT_FALSE(window_.close());
     ASSERT_EQ(app_.Documents().Tabs().size(), 2u);
     EXPECT_FALSE(app_.Documents().Tabs()[0]->IsModified());
-    EXPECT_NE(testing::FileBytes(firstPath), before);
+    EXPECT_NE(FileBytes(firstPath), before);
     EXPECT_TRUE(app_.Documents().Tabs()[1]->IsModified());
 
     app_.Answers().Queue("messageBox", 7);
@@ -129,36 +105,36 @@ TEST_F(DesktopPromptsTest, QuitAsksAboutEachModifiedDocumentAndCancelKeepsAll) {
 }
 
 TEST_F(DesktopPromptsTest, SavingUnappliedRedactMarksAsksFirst) {
-    HostDocument& document = Open(testing::ThreePages());
+    HostDocument& document = Open(ThreePages());
     const std::string path = document.Path();
-    const std::string before = testing::FileBytes(path);
+    const std::string before = FileBytes(path);
     RedactWord(document, 0, "first");
 
     app_.Answers().Queue("messageBox", 2);
     Save();
-    EXPECT_EQ(testing::FileBytes(path), before);
+    EXPECT_EQ(FileBytes(path), before);
     EXPECT_TRUE(document.IsModified());
 
     app_.Answers().Queue("messageBox", 1);
     Save();
     EXPECT_FALSE(document.IsModified());
-    EXPECT_NE(testing::FileBytes(path).find("/Redact"), std::string::npos);
+    EXPECT_NE(FileBytes(path).find("/Redact"), std::string::npos);
 
     // Closing: Save at the close prompt asks about the marks too; Cancel there keeps the
     // document open and its file as it was.
     RedactWord(document, 1, "second");
-    const std::string saved = testing::FileBytes(path);
+    const std::string saved = FileBytes(path);
     app_.Answers().Queue("messageBox", 6);
     app_.Answers().Queue("messageBox", 2);
     Trigger(QStringLiteral("&Close"));
     EXPECT_EQ(app_.Answers().Pending("messageBox"), 0u);
     ASSERT_EQ(app_.Documents().Active(), &document);
-    EXPECT_EQ(testing::FileBytes(path), saved);
+    EXPECT_EQ(FileBytes(path), saved);
     app_.Answers().Queue("messageBox", 6);
     app_.Answers().Queue("messageBox", 1);
     Trigger(QStringLiteral("&Close"));
     EXPECT_TRUE(app_.Documents().All().empty());
-    EXPECT_NE(testing::FileBytes(path), saved);
+    EXPECT_NE(FileBytes(path), saved);
 }
 
 // Answers the password dialogs as they come up, in order; an empty answer cancels.
@@ -180,9 +156,9 @@ void TypePasswords(std::vector<QString> answers) {
 }
 
 TEST_F(DesktopPromptsTest, EncryptedFilesAskForTheirPasswordAndRepairedOnesSaySo) {
-    engine::PdfDescription locked = testing::ThreePages();
+    engine::PdfDescription locked = ThreePages();
     locked.encryption = engine::Encryption{.user_password = "user-pw", .owner_password = "owner"};
-    const std::string path = testing::WritePdf(files_, "locked.pdf", locked);
+    const std::string path = WritePdf(files_, "locked.pdf", locked);
 
     TypePasswords({"nope", ""});  // a wrong one, then Cancel: nothing opens, nothing more is said
     window_.OpenFile(QString::fromStdString(path));
@@ -195,8 +171,7 @@ TEST_F(DesktopPromptsTest, EncryptedFilesAskForTheirPasswordAndRepairedOnesSaySo
     EXPECT_TRUE(window_.statusBar()->currentMessage().isEmpty());
 
     // A file cut before its cross-reference table opens repaired, with a word about it.
-    const std::string bytes =
-        testing::FileBytes(testing::WritePdf(files_, "whole.pdf", testing::ThreePages()));
+    const std::string bytes = FileBytes(WritePdf(files_, "whole.pdf", ThreePages()));
     const std::string cut = (files_ / "cut.pdf").string();
     std::ofstream(cut, std::ios::binary) << bytes.substr(0, bytes.rfind("xref"));
     window_.OpenFile(QString::fromStdString(cut));
@@ -204,4 +179,4 @@ TEST_F(DesktopPromptsTest, EncryptedFilesAskForTheirPasswordAndRepairedOnesSaySo
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

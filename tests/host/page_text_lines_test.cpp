@@ -1,51 +1,37 @@
 // A page's text lines, and the flattening of a form into its pages that makes typed values part
 // of them, as the plug-in reads the text of a document with fields; the lines read as a reader
 // reads them.
-#include <gmock/gmock.h>
 
 #include <fstream>
 
 #include "../engine/engine_test_support.h"
 #include "form_sample.h"
-#include "host_test_support.h"
 #include "wide_text.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::Call;
 using ::testing::ElementsAre;
 
-class PageTextLinesTest : public testing::HostFixture {
+class PageTextLinesTest : public HostFixture {
   protected:
     // The lines of a page, read into a new string array.
     static std::vector<std::wstring> Lines(NdxDoc pdf, int page) {
         const HostStringArray array = Call<HostStringArrayNew>();
         Call<NDXPageGetTextLines>(array, pdf, Call<NDXDocGetPage>(pdf, page), 10, 15);
         std::vector<std::wstring> lines;
-        const HostWideString text = Call<HostWideStringNew>();
-        for (int i = 0; i < Call<HostStringArrayCount>(array); ++i) {
-            Call<HostStringArrayGet>(array, i, text);
-            lines.push_back(testing::WideText(text));
-        }
-        Call<HostWideStringDelete>(text);
+        for (int i = 0; i < Call<HostStringArrayCount>(array); ++i)
+            lines.push_back(
+                ReadWide([&](HostWideString text) { Call<HostStringArrayGet>(array, i, text); }));
         Call<HostStringArrayDestroy>(array);
         return lines;
-    }
-
-    HostDoc OpenHidden(const std::string& path) {
-        HostOpenHiddenOptions options{};
-        options.quiet = 1;
-        return Call<HostDocOpenHidden>(WideOf(path).c_str(), &options);
     }
 
     static void Flatten(NdxDoc pdf, std::initializer_list<int> pages) {
         const NdxFlattener flattener = Call<NDXFlattenerNew>(pdf);
         ASSERT_NE(flattener, nullptr);
         for (const int index : pages) {
-            const NdxPage page = Call<NDXPageNew>();
-            Call<NDXPageLoad>(page, pdf, Call<NDXDocGetPage>(pdf, index), 0);
+            const NdxPage page = LoadPage(pdf, index, false);
             Call<NDXFlattenerAddPage>(flattener, page, 1, 0);
             Call<NDXPageDestroy>(page);
         }
@@ -54,7 +40,7 @@ class PageTextLinesTest : public testing::HostFixture {
 };
 
 TEST_F(PageTextLinesTest, LinesComeInReadingOrderAndAreAppended) {
-    const std::string path = testing::WritePdf(
+    const std::string path = WritePdf(
         files_, "lines.pdf",
         engine::PdfDescription{.pages = {engine::PageDescription::TextLines(
                                              {"Dear Ms Roe,", "your claim 4711 is approved."}),
@@ -70,7 +56,7 @@ TEST_F(PageTextLinesTest, LinesComeInReadingOrderAndAreAppended) {
     Call<NDXPageGetTextLines>(array, pdf, first, 10, 15);
     EXPECT_EQ(Call<HostStringArrayCount>(array), 4);
     // A page dictionary of another document, or no document, adds nothing.
-    const HostDoc other = OpenHidden(testing::WritePdf(files_, "other.pdf", testing::ThreePages()));
+    const HostDoc other = OpenQuietly(WritePdf(files_, "other.pdf", ThreePages()));
     Call<NDXPageGetTextLines>(array, Call<HostDocGetPdfDoc>(other), first, 10, 15);
     Call<NDXPageGetTextLines>(array, nullptr, first, 10, 15);
     EXPECT_EQ(Call<HostStringArrayCount>(array), 4);
@@ -78,11 +64,11 @@ TEST_F(PageTextLinesTest, LinesComeInReadingOrderAndAreAppended) {
 }
 
 TEST_F(PageTextLinesTest, AFlattenedCopyShowsTypedValuesAsPageText) {
-    const std::string path = testing::WriteFormPdf(
+    const std::string path = WriteFormPdf(
         files_, "claim.pdf", {{"Claim form"}, {"Page two"}},
         {{engine::FieldKind::kText, "holder", "", {{0, {72, 600, 300, 620}}}, "Jane Roe"},
          {engine::FieldKind::kText, "city", "", {{1, {72, 600, 300, 620}}}, "Oslo"}});
-    const HostDoc doc = OpenHidden(path);
+    const HostDoc doc = OpenQuietly(path);
     const NdxDoc pdf = Call<HostDocGetPdfDoc>(doc);
     EXPECT_THAT(Lines(pdf, 0), ElementsAre(L"Claim form"));
 
@@ -97,22 +83,21 @@ TEST_F(PageTextLinesTest, AFlattenedCopyShowsTypedValuesAsPageText) {
     Call<HostDocClose>(doc, 0, 0, 0);
 
     // The file written over reads back with the typed value as page text.
-    const HostDoc reopened = OpenHidden(path);
+    const HostDoc reopened = OpenQuietly(path);
     EXPECT_THAT(Lines(Call<HostDocGetPdfDoc>(reopened), 1), ElementsAre(L"Page two", L"Oslo"));
 }
 
 TEST_F(PageTextLinesTest, AFlattenerServesOnlyItsOwnDocument) {
     EXPECT_EQ(Call<NDXFlattenerNew>(nullptr), nullptr);
-    const std::string path = testing::WriteFormPdf(
-        files_, "form.pdf", {{"Form"}},
-        {{engine::FieldKind::kText, "a", "", {{0, {72, 600, 300, 620}}}, "typed"}});
-    const NdxDoc form = Call<HostDocGetPdfDoc>(OpenHidden(path));
-    const NdxDoc other = Call<HostDocGetPdfDoc>(
-        OpenHidden(testing::WritePdf(files_, "plain.pdf", testing::ThreePages())));
+    const std::string path =
+        WriteFormPdf(files_, "form.pdf", {{"Form"}},
+                     {{engine::FieldKind::kText, "a", "", {{0, {72, 600, 300, 620}}}, "typed"}});
+    const NdxDoc form = Call<HostDocGetPdfDoc>(OpenQuietly(path));
+    const NdxDoc other =
+        Call<HostDocGetPdfDoc>(OpenQuietly(WritePdf(files_, "plain.pdf", ThreePages())));
 
     const NdxFlattener flattener = Call<NDXFlattenerNew>(other);
-    const NdxPage page = Call<NDXPageNew>();
-    Call<NDXPageLoad>(page, form, Call<NDXDocGetPage>(form, 0), 0);
+    const NdxPage page = LoadPage(form, 0, false);
     Call<NDXFlattenerAddPage>(flattener, page, 1, 0);
     Call<NDXFlattenerDone>(flattener);
     Call<NDXPageDestroy>(page);
@@ -145,4 +130,4 @@ TEST_F(PageTextLinesTest, HyphenatedWordsKeepTheirHyphenAndAnnotationTextFollows
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

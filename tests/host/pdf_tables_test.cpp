@@ -3,25 +3,22 @@
 #include "engine/permissions.h"
 #include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::Call;
-
-class PdfTables : public testing::HostFixture {
+class PdfTables : public HostFixture {
   protected:
     HostDoc Open(const engine::PdfDescription& layout, const std::string& password = {}) {
         const std::string name = "test" + std::to_string(++written_) + ".pdf";
         const HostApp::OpenResult result =
-            app_.OpenDocument(testing::WritePdf(files_, name, layout), password);
+            app_.OpenDocument(WritePdf(files_, name, layout), password);
         EXPECT_NE(result.document, nullptr) << result.error;
         return result.document != nullptr ? result.document->Handle() : nullptr;
     }
 
     static std::string InfoBytes(NdxObject info, const char* key) {
-        return testing::ReadBytes(
-            [&](HostByteString out) { Call<NDXDictGetString>(info, key, out); }, "left over");
+        return ReadBytes([&](HostByteString out) { Call<NDXDictGetString>(info, key, out); },
+                         "left over");
     }
 
     // The content object types of a page, walked as a plug-in walks them.
@@ -37,7 +34,7 @@ class PdfTables : public testing::HostFixture {
 };
 
 TEST_F(PdfTables, PermissionsOfAnEncryptedFile) {
-    engine::PdfDescription layout = testing::ThreePages();
+    engine::PdfDescription layout = ThreePages();
     layout.encryption = engine::Encryption{
         .user_password = "",
         .owner_password = "owner",
@@ -64,7 +61,7 @@ TEST_F(PdfTables, PermissionsOfAnEncryptedFile) {
 }
 
 TEST_F(PdfTables, InfoDictionaryStringsAreRawBytes) {
-    engine::PdfDescription layout = testing::ThreePages();
+    engine::PdfDescription layout = ThreePages();
     layout.info = {{"CreationDate", "D:20240102030405+01'00'"}, {"Title", "A title"}};
     const NdxDoc pdf = Call<HostDocGetPdfDoc>(Open(layout));
     const NdxObject info = Call<NDXDocGetInfo>(pdf);
@@ -76,13 +73,13 @@ TEST_F(PdfTables, InfoDictionaryStringsAreRawBytes) {
     const NdxObject title = Call<NDXDictGet>(info, "Title");
     const NdxObject direct = Call<NDXObjectGetDirect>(title);
     EXPECT_EQ(Call<NDXObjectGetType>(direct), kNdxObjectString);
-    EXPECT_EQ(testing::ReadBytes([&](HostByteString out) { Call<NDXStringGetBytes>(direct, out); }),
+    EXPECT_EQ(ReadBytes([&](HostByteString out) { Call<NDXStringGetBytes>(direct, out); }),
               "A title");
     EXPECT_EQ(Call<NDXDictGet>(info, "Missing"), nullptr);
     EXPECT_EQ(Call<NDXDictGet>(info, nullptr), nullptr);
     EXPECT_EQ(Call<NDXDocGetRoot>(nullptr), nullptr);
 
-    const NdxDoc bare = Call<HostDocGetPdfDoc>(Open(testing::ThreePages()));
+    const NdxDoc bare = Call<HostDocGetPdfDoc>(Open(ThreePages()));
     EXPECT_EQ(Call<NDXDocGetInfo>(bare), nullptr);
 }
 
@@ -109,7 +106,7 @@ TEST_F(PdfTables, PageViewsGiveParsablePages) {
     Call<NDXPageDestroy>(page);
     EXPECT_EQ(Call<NDXPageCountObjects>(page), 1);
 
-    const NdxPage blank = Call<HostPageViewGetPage>(Call<HostDocGetPageView>(doc, 2));
+    const NdxPage blank = PageOf(doc, 2);
     Call<NDXPageParse>(blank, nullptr);
     EXPECT_EQ(Call<NDXPageIsParsed>(blank), 1);
     EXPECT_EQ(Call<NDXPageGetFirstObjectPos>(blank), nullptr);
@@ -127,9 +124,7 @@ TEST_F(PdfTables, PagesOfThePlugInLoadFromAPageDictionary) {
     EXPECT_EQ(Call<NDXObjectGetType>(dict), kNdxObjectDictionary);
     EXPECT_EQ(Call<NDXDocGetPage>(pdf, 2), nullptr);
 
-    const NdxPage page = Call<NDXPageNew>();
-    Call<NDXPageLoad>(page, pdf, dict, 0);
-    Call<NDXPageParse>(page, nullptr);
+    const NdxPage page = LoadPage(pdf, 1);
     const std::vector<int> types = ObjectTypes(page);
     ASSERT_FALSE(types.empty());
     EXPECT_EQ(Call<NDXPageCountObjects>(page), static_cast<int>(types.size()));
@@ -141,6 +136,13 @@ TEST_F(PdfTables, PagesOfThePlugInLoadFromAPageDictionary) {
     EXPECT_EQ(Call<NDXPageGetNextObject>(page, &past), nullptr);
     EXPECT_EQ(past, nullptr);
     EXPECT_EQ(Call<NDXPageGetNextObject>(page, nullptr), nullptr);
+
+    // A page dictionary of this document is no page of another.
+    const NdxPage foreign = Call<NDXPageNew>();
+    Call<NDXPageLoad>(foreign, Call<HostDocGetPdfDoc>(Open(ThreePages())), dict, 0);
+    Call<NDXPageParse>(foreign, nullptr);
+    EXPECT_EQ(Call<NDXPageIsParsed>(foreign), 0);
+    Call<NDXPageDestroy>(foreign);
 
     // Once the document closes, its objects and views are gone; the page stays the plug-in's.
     const NdxPageObject first = [&] {
@@ -155,16 +157,5 @@ TEST_F(PdfTables, PagesOfThePlugInLoadFromAPageDictionary) {
     EXPECT_EQ(Call<NDXPageObjectGetType>(first), 0);
 }
 
-TEST_F(PdfTables, ObjectsOfOneDocumentAreNotPagesOfAnother) {
-    const HostDoc first = Open(testing::ThreePages());
-    const HostDoc second = Open(testing::ThreePages());
-    const NdxObject dictOfFirst = Call<NDXDocGetPage>(Call<HostDocGetPdfDoc>(first), 0);
-    const NdxPage page = Call<NDXPageNew>();
-    Call<NDXPageLoad>(page, Call<HostDocGetPdfDoc>(second), dictOfFirst, 0);
-    Call<NDXPageParse>(page, nullptr);
-    EXPECT_EQ(Call<NDXPageIsParsed>(page), 0);
-    Call<NDXPageDestroy>(page);
-}
-
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

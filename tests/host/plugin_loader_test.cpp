@@ -3,12 +3,8 @@
 
 #include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using enum hostops::Op;
-using testing::Call;
-using testing::WideText;
 
 // The test plug-ins are built beside pdfhost, in out/test-plugins.
 std::filesystem::path BuiltPlugin(const std::string& kind) {
@@ -21,11 +17,9 @@ class PluginLoading : public ::testing::Test {
     // Copies the named test plug-ins into a fresh plug-in folder: each test loads its own copy.
     HostOptions WithPlugins(std::initializer_list<std::string> kinds,
                             std::string language = "en-US") {
-        for (const auto& kind : kinds) {
+        for (const auto& kind : kinds)
             std::filesystem::copy_file(BuiltPlugin(kind), plugins_ / (kind + ".tpi"));
-        }
-        HostOptions options;
-        options.profile = profile_.Path();
+        HostOptions options = OptionsOn(profile_.Path());
         options.plugins = plugins_.Path();
         options.language = std::move(language);
         return options;
@@ -36,9 +30,9 @@ class PluginLoading : public ::testing::Test {
         return app.Preferences().GetString("testplugin", kind).value_or("");
     }
 
-    testing::TempFolder profile_;
-    testing::TempFolder plugins_;
-    testing::TempFolder files_;
+    TempFolder profile_;
+    TempFolder plugins_;
+    TempFolder files_;
 };
 
 TEST_F(PluginLoading, APlugInGoesThroughItsLifeInOrder) {
@@ -55,7 +49,7 @@ TEST_F(PluginLoading, APlugInGoesThroughItsLifeInOrder) {
               (plugins_ / "complete.tpi").string());
 
     // Its document hooks are live while it is loaded.
-    app.OpenDocument(testing::WritePdf(files_, "a.pdf", testing::ThreePages()));
+    app.OpenDocument(WritePdf(files_, "a.pdf", ThreePages()));
     EXPECT_TRUE(LifeOf(app, "complete").ends_with("init;frame-created;did-open;"));
 
     app.UnloadPlugins();
@@ -87,9 +81,9 @@ TEST_F(PluginLoading, APlugInThatThrowsIsDroppedOrContainedAndTheEditorGoesOn) {
     HostApp app(WithPlugins({"throwing_main", "throwing", "complete"}));
     EXPECT_EQ(app.LoadPlugins(), 2u);
     EXPECT_EQ(LifeOf(app, "throwing_main"), "");  // it never reached the host's tables
-    const std::string path = testing::WritePdf(files_, "a.pdf", testing::ThreePages());
+    const std::string path = WritePdf(files_, "a.pdf", ThreePages());
     app.OpenDocument(path);
-    app.OpenDocument(testing::WritePdf(files_, "b.pdf", testing::ThreePages()));
+    app.OpenDocument(WritePdf(files_, "b.pdf", ThreePages()));
     EXPECT_TRUE(LifeOf(app, "throwing").ends_with("frame-created;did-open;did-open;"));
     EXPECT_TRUE(LifeOf(app, "complete").ends_with("did-open;did-open;"));
     EXPECT_EQ(app.Documents().All().size(), 2u);
@@ -106,8 +100,7 @@ TEST_F(PluginLoading, FilesThatAreNoPlugInsAreSkipped) {
 }
 
 TEST_F(PluginLoading, AMissingFolderLoadsNothing) {
-    HostOptions options;
-    options.profile = profile_.Path();
+    HostOptions options = WithPlugins({});
     options.plugins = plugins_ / "missing";
     HostApp app(options);
     EXPECT_EQ(app.LoadPlugins(), 0u);
@@ -115,4 +108,4 @@ TEST_F(PluginLoading, AMissingFolderLoadsNothing) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

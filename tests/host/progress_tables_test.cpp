@@ -6,19 +6,16 @@
 #include "host_test_support.h"
 #include "script_lines.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::Call;
-
-class ProgressTablesTest : public testing::HostFixture {
+class ProgressTablesTest : public HostFixture {
   protected:
     ProgressTablesTest() { app_.LoadPlugins(); }
 
     std::vector<std::string> Lines() { return script_.TakeTexts(); }
 
-    testing::Scripted script_{app_};
+    Scripted script_{app_};
 };
 
 TEST_F(ProgressTablesTest, ShowUpdateAndCloseArePrintedOnlyWhenSomethingChanges) {
@@ -71,11 +68,8 @@ TEST_F(ProgressTablesTest, AWindowThatNeverShowedGoesSilentlyAndCancelIsAFlag) {
 // On the desktop the window is a real progress dialog whose Cancel button the plug-in can ask
 // about.
 TEST(DesktopProgressWindow, CancelIsSeenUntilAcknowledged) {
-    testing::TempFolder profile;
-    HostOptions options;
-    options.profile = profile.Path();
-    options.headless = false;
-    HostApp app(options);
+    TempFolder profile;
+    HostApp app(OptionsOn(profile.Path(), /*headless=*/false));
     const HostProgress progress = Call<HostProgressNew>(nullptr, 1);
     Call<HostProgressSetText>(progress, L"Running OCR");
     Call<HostProgressSetPos>(progress, 30);
@@ -101,4 +95,4 @@ TEST(DesktopProgressWindow, CancelIsSeenUntilAcknowledged) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -6,7 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "host_app.h"
+#include "host_test_support.h"
+#include "wide_text.h"
 
 namespace pdfhost::testing {
 
@@ -14,41 +15,50 @@ class RecordingHooks {
   public:
     RecordingHooks() {
         record_.setWord(kDocEventClientData, this);
-        record_.setWord(kDocEventWillOpen, reinterpret_cast<void*>(&WillOpen));
-        record_.setWord(kDocEventDidOpen, reinterpret_cast<void*>(&DidOpen));
-        record_.setWord(kDocEventActivate, reinterpret_cast<void*>(&Activate));
-        record_.setWord(kDocEventDidSave, reinterpret_cast<void*>(&DidSave));
-        record_.setWord(kDocEventClosing, reinterpret_cast<void*>(&Closing));
-        record_.setWord(kDocEventModified, reinterpret_cast<void*>(&Modified));
-        record_.setWord(kDocEventOtherTab, reinterpret_cast<void*>(&OtherTab));
+        Set(kDocEventWillOpen, [](void* self) { Add(self, "will-open"); });
+        Set(kDocEventDidOpen, [](void* self, HostDoc doc) { Add(self, "did-open", doc); });
+        Set(kDocEventActivate, [](void* self, HostDoc doc) { Add(self, "activate", doc); });
+        Set(kDocEventDidSave, [](void* self, HostDoc doc, int result) {
+            Add(self, "did-save", doc, " " + std::to_string(result));
+        });
+        Set(kDocEventClosing, [](void* self, HostDoc doc) { Add(self, "closing", doc); });
+        Set(kDocEventModified, [](void* self, HostDoc doc) { Add(self, "modified", doc); });
+        Set(kDocEventOtherTab, [](void* self) { Add(self, "other-tab"); });
+        Set(kDocEventFieldChanged, [](void* self, HostDoc, NdxFormField field) {
+            Add(self, "field " + FieldText<NDXFormFieldGetFullName>(field) + "=" +
+                          FieldText<NDXFormFieldGetValue>(field));
+        });
     }
 
     HostDocEventRecord* Record() { return &record_; }
-    // The calls so far, then forgets them: "did-open 1" names the document by its number.
+    // The calls so far, then forgets them: "did-open 1" names the document by its number, a
+    // changed field comes as "field <full name>=<value>".
     std::vector<std::string> Take() { return std::exchange(calls_, {}); }
     // Runs once, inside the next hook call.
     std::function<void()> duringNextHook;
 
-  private:
-    static RecordingHooks& Self(void* client) { return *static_cast<RecordingHooks*>(client); }
-    static std::string Number(HostDoc doc) {
-        const HostDocument* document = HostApp::Current()->Documents().Find(doc);
-        return document != nullptr ? std::to_string(document->Number()) : "?";
+    // A form field's full name or value read through the tables, over what the string held.
+    template <hostops::Op op>
+    static std::string FieldText(NdxFormField field) {
+        return Utf8Of(ReadWide([&](HostWideString out) { Call<op>(field, out); }, L"left over"));
     }
-    void Add(std::string call) {
-        calls_.push_back(std::move(call));
-        if (auto action = std::exchange(duringNextHook, nullptr))
+
+  private:
+    template <typename Hook>
+    void Set(std::size_t key, Hook hook) {
+        SetHook(record_, key, hook);
+    }
+    static void Add(void* self, std::string call, HostDoc doc, std::string tail = "") {
+        const HostDocument* document = HostApp::Current()->Documents().Find(doc);
+        Add(self,
+            call + " " + (document != nullptr ? std::to_string(document->Number()) : "?") + tail);
+    }
+    static void Add(void* self, std::string call) {
+        auto& hooks = *static_cast<RecordingHooks*>(self);
+        hooks.calls_.push_back(std::move(call));
+        if (auto action = std::exchange(hooks.duringNextHook, nullptr))
             action();
     }
-    static void WillOpen(void* client) { Self(client).Add("will-open"); }
-    static void DidOpen(void* client, HostDoc doc) { Self(client).Add("did-open " + Number(doc)); }
-    static void Activate(void* client, HostDoc doc) { Self(client).Add("activate " + Number(doc)); }
-    static void DidSave(void* client, HostDoc doc, int result) {
-        Self(client).Add("did-save " + Number(doc) + " " + std::to_string(result));
-    }
-    static void Closing(void* client, HostDoc doc) { Self(client).Add("closing " + Number(doc)); }
-    static void Modified(void* client, HostDoc doc) { Self(client).Add("modified " + Number(doc)); }
-    static void OtherTab(void* client) { Self(client).Add("other-tab"); }
 
     HostDocEventRecord record_;
     std::vector<std::string> calls_;

@@ -1,18 +1,14 @@
 // Applying redaction through the tables, checked with poppler's pdftotext on the saved file:
 // only the listed annotations, every one, in a document without a view, and failures that
 // leave the document as it was.
-#include <gmock/gmock.h>
 
 #include "annot_calls.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using testing::AnnotationTablesTest;
-using testing::Call;
-using ::testing::HasSubstr;
-using enum hostops::Op;
 using engine::testing_support::PdfToText;
+using ::testing::HasSubstr;
 
 class RedactTablesTest : public AnnotationTablesTest {
   protected:
@@ -43,7 +39,7 @@ TEST_F(RedactTablesTest, ListAppliesOnlyItsAnnotations) {
     EXPECT_EQ(Call<HostPageViewOwnsAnnot>(view, phone), 0);
     EXPECT_TRUE(document.IsModified());
     EXPECT_THAT(PdfToText(Save(document)),
-                testing::HoldsWords({"4111 2222", "Name:", "Phone"}, {"Ada", "0100"}));
+                HoldsWords({"4111 2222", "Name:", "Phone"}, {"Ada", "0100"}));
 }
 
 TEST_F(RedactTablesTest, ApplyAllCoversTheUsersRedactionsToo) {
@@ -59,16 +55,13 @@ TEST_F(RedactTablesTest, ApplyAllCoversTheUsersRedactionsToo) {
 
     EXPECT_EQ(Call<NDXRedactApplyAll>(document.Handle(), 1), 1);
     EXPECT_EQ(Call<HostPageViewCountAnnots>(Call<HostDocGetPageView>(document.Handle(), 0)), 0);
-    EXPECT_THAT(PdfToText(Save(document)),
-                testing::HoldsWords({"2222", "555 0100"}, {"Ada", "4111"}));
+    EXPECT_THAT(PdfToText(Save(document)), HoldsWords({"2222", "555 0100"}, {"Ada", "4111"}));
 }
 
 TEST_F(RedactTablesTest, BatchApplyWorksWithoutAView) {
     HostDocument& document = Open(kThreeSecrets, false);
     const NdxDoc pdf = document.PdfHandle();
-    const NdxPage page = Call<NDXPageNew>();
-    Call<NDXPageLoad>(page, pdf, Call<NDXDocGetPage>(pdf, 0), 0);
-    Call<NDXPageParse>(page, nullptr);
+    const NdxPage page = LoadPage(pdf, 0);
     const NdxAnnotList list = Call<NDXAnnotListGet>(page);
     for (const char* word : {"Quill", "0100"}) {
         const auto rects = engine::testing_support::WordRects(document.Engine(), 0, word);
@@ -80,8 +73,7 @@ TEST_F(RedactTablesTest, BatchApplyWorksWithoutAView) {
     ASSERT_EQ(Call<HostDocGetView>(document.Handle()), nullptr);
 
     EXPECT_EQ(Call<NDXRedactApplyBatch>(document.Handle(), 1, 0x1000000u), 1);
-    EXPECT_THAT(PdfToText(Save(document)),
-                testing::HoldsWords({"Ada", "Phone 555"}, {"Quill", "0100"}));
+    EXPECT_THAT(PdfToText(Save(document)), HoldsWords({"Ada", "Phone 555"}, {"Quill", "0100"}));
 }
 
 TEST_F(RedactTablesTest, FailedApplyLeavesEverythingAsItWas) {
@@ -108,4 +100,4 @@ TEST_F(RedactTablesTest, FailedApplyLeavesEverythingAsItWas) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

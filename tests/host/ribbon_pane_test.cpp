@@ -1,21 +1,23 @@
 // The ribbon, the task panes and the notification surface as plug-ins meet them through the
-// tables, the scripted "ribbon" line, and the headless answers to the welcome dialog.
+// tables, the scripted "ribbon" line, the desktop ribbon's tooltips and the feedback of a press,
+// and the headless answers to the welcome dialog.
 #include <QAction>
+#include <QApplication>
 #include <QDialog>
+#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QToolButton>
 
 #include "host_test_support.h"
 #include "script_lines.h"
+#include "ui/main_window.h"
 #include "ui/ribbon_widget.h"
 #include "ui/task_pane_dock.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using enum hostops::Op;
-using testing::Call;
 
 // ---- What the test's own "plug-in" records.
 
@@ -23,12 +25,19 @@ struct EntryLog {
     int executed = 0;
     int enabled = 1;
     void* client = nullptr;
+    QMainWindow* window = nullptr;  // whose status text a press notes, with the cursor's shape
+    QString status;
+    bool busy = false;
 };
 EntryLog g_entry;
 
 int Execute(void* client) {
     ++g_entry.executed;
     g_entry.client = client;
+    if (g_entry.window != nullptr)
+        g_entry.status = g_entry.window->statusBar()->currentMessage();
+    const QCursor* cursor = QApplication::overrideCursor();
+    g_entry.busy = cursor != nullptr && cursor->shape() == Qt::BusyCursor;
     return 1;
 }
 int Enabled(void*) {
@@ -45,33 +54,9 @@ struct PaneLog {
 };
 PaneLog g_pane;
 
-const char* PaneName(void*) {
-    return "TestPane";
-}
-HostWideString PaneTitle(void*) {
-    return g_pane.title;
-}
-HostWindow CreatePane(void*, HostWindow parent) {
-    ++g_pane.created;
-    g_pane.parent = reinterpret_cast<QWidget*>(parent);
-    g_pane.window = new QWidget(g_pane.parent);
-    return reinterpret_cast<HostWindow>(g_pane.window.data());
-}
-void DestroyPane(void*) {
-    ++g_pane.destroyed;
-    delete g_pane.window.data();
-}
-int PaneClosed(void*) {
-    ++g_pane.closed;
-    return 1;
-}
-
 int g_notified = 0;
-void Notify(void*, int ready) {
-    g_notified += ready;
-}
 
-class RibbonAndPanes : public testing::HostFixture {
+class RibbonAndPanes : public HostFixture {
   protected:
     RibbonAndPanes() {
         g_entry = EntryLog{};
@@ -107,7 +92,7 @@ class RibbonAndPanes : public testing::HostFixture {
     }
 
     HostFrame frame_ = nullptr;
-    testing::Scripted script_{app_};
+    Scripted script_{app_};
 };
 
 TEST_F(RibbonAndPanes, BarsHoldTheProtectCategoryAndTakeElementsAndEntries) {
@@ -203,17 +188,28 @@ TEST_F(RibbonAndPanes, TheDesktopRibbonShowsEntriesWithImagesAndKeepsTheirStates
     g_entry.enabled = 1;
     action->setEnabled(true);
     action->trigger();
-    EXPECT_TRUE(testing::ProcessEventsUntil([] { return g_entry.executed == 1; }));
+    EXPECT_TRUE(ProcessEventsUntil([] { return g_entry.executed == 1; }));
 }
 
 TEST_F(RibbonAndPanes, APaneShowsThePluginsWindowInADockAndReportsEveryHiding) {
     HostPaneRecord record;
     record.setWord(kPaneClientData, &record);
-    record.setWord(kPaneGetName, reinterpret_cast<void*>(&PaneName));
-    record.setWord(kPaneGetTitle, reinterpret_cast<void*>(&PaneTitle));
-    record.setWord(kPaneCreateWindow, reinterpret_cast<void*>(&CreatePane));
-    record.setWord(kPaneDestroyWindow, reinterpret_cast<void*>(&DestroyPane));
-    record.setWord(kPaneClosed, reinterpret_cast<void*>(&PaneClosed));
+    SetHook(record, kPaneGetName, [](void*) { return "TestPane"; });
+    SetHook(record, kPaneGetTitle, [](void*) { return g_pane.title; });
+    SetHook(record, kPaneCreateWindow, [](void*, HostWindow parent) {
+        ++g_pane.created;
+        g_pane.parent = reinterpret_cast<QWidget*>(parent);
+        g_pane.window = new QWidget(g_pane.parent);
+        return reinterpret_cast<HostWindow>(g_pane.window.data());
+    });
+    SetHook(record, kPaneDestroyWindow, [](void*) {
+        ++g_pane.destroyed;
+        delete g_pane.window.data();
+    });
+    SetHook(record, kPaneClosed, [](void*) {
+        ++g_pane.closed;
+        return 1;
+    });
     Call<HostAppRegisterPane>(&record);
     EXPECT_FALSE(PaneShownInState());
 
@@ -264,7 +260,7 @@ TEST_F(RibbonAndPanes, TheSurfaceTellsEachRecordOnceAndKeepsNoticesOfKnownSource
     ASSERT_NE(source, nullptr);
     HostBubbleRecord record;
     record.setWord(kBubbleDeclaredSize, reinterpret_cast<void*>(kHostBubbleRecordSize));
-    record.setWord(kBubbleNotify, reinterpret_cast<void*>(&Notify));
+    SetHook(record, kBubbleNotify, [](void*, int ready) { g_notified += ready; });
     Call<HostBubbleRegister>(source, &record);
     app_.Bubbles().SurfaceReady();
     app_.Bubbles().SurfaceReady();
@@ -282,6 +278,61 @@ TEST_F(RibbonAndPanes, TheSurfaceTellsEachRecordOnceAndKeepsNoticesOfKnownSource
     Call<HostBubbleUnregister>(source, &later);
     app_.Bubbles().SurfaceReady();
     EXPECT_EQ(g_notified, 1);
+}
+
+// The desktop's ribbon: an entry of the window's own ribbon, with a tooltip.
+class DesktopRibbon : public RibbonAndPanes {
+  protected:
+    DesktopRibbon() {
+        frame_ = HostApp::FrameHandle(window_);
+        g_entry.window = &window_;
+        Call<HostRibbonSetTooltip>(AddEntry(L"Batch", true), L"Runs over files");
+    }
+
+    QAction* Entry() { return window_.findChild<QAction*>(QStringLiteral("Batch")); }
+
+    ui::MainWindow window_{app_};
+};
+
+TEST_F(DesktopRibbon, ADisabledEntrysTooltipSaysWhy) {
+    const struct {
+        bool documentOpen;
+        int enabled;
+        const char* tooltip;
+    } cases[] = {
+        {false, 1, "Runs over files"},
+        {false, 0, "Runs over files\nUnavailable without an open document: open a PDF file first."},
+        {true, 0,
+         "Runs over files\nUnavailable while a document is open: close the open documents first."},
+        {true, 1, "Runs over files"},
+    };
+    for (const auto& c : cases) {
+        g_entry.enabled = c.enabled;
+        if (c.documentOpen && app_.Documents().All().empty())
+            Open({.pages = {engine::PageDescription::Blank()}});
+        app_.Ribbons().StatesChanged();
+        QAction* entry = Entry();
+        ASSERT_NE(entry, nullptr);
+        EXPECT_EQ(entry->isEnabled(), c.enabled == 1);
+        EXPECT_EQ(entry->toolTip().toStdString(), c.tooltip) << c.documentOpen << c.enabled;
+        // The entry lives in the drop-down's menu, which shows it only when told to.
+        auto* menu = qobject_cast<QMenu*>(entry->parent());
+        ASSERT_NE(menu, nullptr);
+        EXPECT_TRUE(menu->toolTipsVisible());
+    }
+}
+
+TEST_F(DesktopRibbon, APressShowsAtOnceInTheStatusBarAndTheCursor) {
+    window_.show();
+    Entry()->trigger();
+    // The feedback shows before the entry's work, which waits for the next passes of the loop.
+    EXPECT_EQ(window_.statusBar()->currentMessage(), QStringLiteral("Opening Title…"));
+    EXPECT_EQ(g_entry.executed, 0);
+    ASSERT_TRUE(ProcessEventsUntil([] { return g_entry.executed == 1; }));
+    EXPECT_EQ(g_entry.status, QStringLiteral("Opening Title…"));
+    EXPECT_TRUE(g_entry.busy);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 // A dialog shaped like the plug-in's welcome dialog: each button ends it with its own code.
@@ -313,4 +364,4 @@ TEST_F(RibbonAndPanes, QueuedWelcomeAnswersPressTheirButtonOrCancel) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -14,42 +14,11 @@
 
 namespace pdfhost::testing {
 
-// Every line of `text`, parsed.
-inline std::vector<Json::Value> ParseScriptLines(const std::string& text) {
-    std::vector<Json::Value> lines;
-    std::istringstream in(text);
-    std::string line;
-    Json::CharReaderBuilder builder;
-    while (std::getline(in, line)) {
-        Json::Value value;
-        std::string errors;
-        std::istringstream one(line);
-        EXPECT_TRUE(Json::parseFromStream(builder, one, &value, &errors)) << line << errors;
-        lines.push_back(value);
-    }
-    return lines;
-}
-
-// What `out` holds so far, parsed; `out` is emptied.
-inline std::vector<Json::Value> TakeScriptLines(std::ostringstream& out) {
-    std::vector<Json::Value> lines = ParseScriptLines(out.str());
-    out.str("");
-    return lines;
-}
-
 // A compact one-line text of a value, for comparisons and messages.
 inline std::string Compact(const Json::Value& value) {
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";
     return Json::writeString(builder, value);
-}
-
-// The compact texts of what `out` holds so far; `out` is emptied.
-inline std::vector<std::string> TakeCompact(std::ostringstream& out) {
-    std::vector<std::string> texts;
-    for (const Json::Value& line : TakeScriptLines(out))
-        texts.push_back(Compact(line));
-    return texts;
 }
 
 // A scripted session over a host, printing into a string the test reads.
@@ -61,10 +30,29 @@ class Scripted {
         out.str("");
         for (const std::string& line : lines)
             session.HandleLine(line);
-        return ParseScriptLines(out.str());
+        return Take();
     }
-    std::vector<Json::Value> Take() { return TakeScriptLines(out); }
-    std::vector<std::string> TakeTexts() { return TakeCompact(out); }
+    // What was printed so far, one value a line, parsed; the output is emptied.
+    std::vector<Json::Value> Take() {
+        std::vector<Json::Value> lines;
+        std::istringstream in(out.str());
+        out.str("");
+        Json::CharReaderBuilder builder;
+        for (std::string line; std::getline(in, line);) {
+            std::istringstream one(line);
+            std::string errors;
+            EXPECT_TRUE(Json::parseFromStream(builder, one, &lines.emplace_back(), &errors))
+                << line << errors;
+        }
+        return lines;
+    }
+    // The same as compact texts.
+    std::vector<std::string> TakeTexts() {
+        std::vector<std::string> texts;
+        for (const Json::Value& line : Take())
+            texts.push_back(Compact(line));
+        return texts;
+    }
     // Queues the answer to the next dialog of `kind`, as an "answer" line does.
     void Answer(const std::string& kind, const Json::Value& value) {
         Json::Value line(Json::objectValue);

@@ -5,30 +5,24 @@
 #include "host_test_support.h"
 #include "script_lines.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::Call;
-
-class ScriptSessionTest : public testing::HostFixture {
+class ScriptSessionTest : public HostFixture {
   protected:
-    std::vector<Json::Value> Run(std::initializer_list<std::string> lines) {
-        return script_.Run(lines);
-    }
     std::string Raw(const std::string& line) {
         script_.out.str("");
         session_.HandleLine(line);
         return script_.out.str();
     }
 
-    testing::Scripted script_{app_};
+    Scripted script_{app_};
     ScriptSession& session_ = script_.session;
 };
 
 TEST_F(ScriptSessionTest, OpenNewAndStateDescribeTheTabs) {
-    const std::string path = testing::WritePdf(files_, "a.pdf", testing::ThreePages());
-    const auto lines = Run(
+    const std::string path = WritePdf(files_, "a.pdf", ThreePages());
+    const auto lines = script_.Run(
         {R"({"host":"open","path":")" + path + "\"}", R"({"host":"new"})", R"({"host":"state"})"});
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0]["opened"].asInt(), 1);
@@ -43,19 +37,19 @@ TEST_F(ScriptSessionTest, OpenNewAndStateDescribeTheTabs) {
 }
 
 TEST_F(ScriptSessionTest, ActivateCloseSaveAndStartPageChangeTheState) {
-    const std::string path = testing::WritePdf(files_, "a.pdf", testing::ThreePages());
+    const std::string path = WritePdf(files_, "a.pdf", ThreePages());
     app_.OpenDocument(path);
     app_.NewDocument();
     Call<HostDocSetChanged>(app_.Documents().FindByNumber(1)->Handle());
 
-    auto lines = Run(
+    auto lines = script_.Run(
         {R"({"host":"activate","doc":1})", R"({"host":"save","doc":1})", R"({"host":"state"})"});
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_TRUE(lines[0]["state"]["documents"][0]["active"].asBool());
     EXPECT_FALSE(lines[0]["state"]["documents"][0]["modified"].asBool());
 
-    lines = Run({R"({"host":"save","doc":2})", R"({"host":"startPage"})",
-                 R"({"host":"close","doc":1})", R"({"host":"state"})"});
+    lines = script_.Run({R"({"host":"save","doc":2})", R"({"host":"startPage"})",
+                         R"({"host":"close","doc":1})", R"({"host":"state"})"});
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0]["error"].asString(), "cannot save document 2");
     const Json::Value& documents = lines[1]["state"]["documents"];
@@ -66,15 +60,15 @@ TEST_F(ScriptSessionTest, ActivateCloseSaveAndStartPageChangeTheState) {
 
 TEST_F(ScriptSessionTest, BadLinesAnswerWithAnErrorAndChangeNothing) {
     const std::string missing = (files_ / "missing.pdf").string();
-    const auto lines = Run({R"({"host":"open","path":")" + missing + "\"}", "not json", "[1,2]",
-                            R"({"host":"open"})", R"({"host":"activate","doc":9})",
-                            R"({"host":"close","doc":"1"})", R"({"host":"wait","ms":-1})",
-                            R"({"host":"fly"})", R"({"post":3})", R"({"other":1})",
-                            R"({"host":"setField","doc":1})", R"({"host":"answer","value":1})",
-                            R"({"host":)" + std::string(1001, '[') + std::string(1001, ']') + "}"});
+    const auto lines = script_.Run(
+        {R"({"host":"open","path":")" + missing + "\"}", "not json", "[1,2]", R"({"host":"open"})",
+         R"({"host":"activate","doc":9})", R"({"host":"close","doc":"1"})",
+         R"({"host":"wait","ms":-1})", R"({"host":"fly"})", R"({"post":3})", R"({"other":1})",
+         R"({"host":"setField","doc":1})", R"({"host":"answer","value":1})",
+         R"({"host":)" + std::string(1001, '[') + std::string(1001, ']') + "}"});
     ASSERT_EQ(lines.size(), 13u);
     for (const auto& line : lines)
-        EXPECT_TRUE(line["error"].isString()) << testing::Compact(line);
+        EXPECT_TRUE(line["error"].isString()) << Compact(line);
     EXPECT_EQ(lines[0]["error"].asString(), "cannot open " + missing + ": no such file");
     EXPECT_TRUE(lines[1]["error"].asString().starts_with("malformed line: Line 1, Column 1"));
     EXPECT_EQ(lines[4]["error"].asString(), "no document 9");
@@ -118,4 +112,4 @@ TEST_F(ScriptSessionTest, WaitRunsTheEventLoopAndQuitEnds) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

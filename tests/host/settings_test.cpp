@@ -3,12 +3,8 @@
 
 #include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using enum hostops::Op;
-using testing::Call;
-using testing::ReadWide;
 
 std::wstring PrefString(const wchar_t* section, const wchar_t* key) {
     return ReadWide([&](HostWideString out) { Call<HostPrefGetString>(section, key, out); });
@@ -19,21 +15,15 @@ std::wstring Setting(const wchar_t* section, const wchar_t* key, const wchar_t* 
         [&](HostWideString out) { Call<HostPluginSettingGet>(section, key, out, fallback); });
 }
 
-HostOptions OnProfile(const std::filesystem::path& profile) {
-    HostOptions options;
-    options.profile = profile;
-    return options;
-}
-
 TEST(Settings, SurviveANewHostOnTheSameProfile) {
-    testing::TempFolder profile;
+    TempFolder profile;
     {
-        HostApp app(OnProfile(profile.Path()));
+        HostApp app(OptionsOn(profile.Path()));
         Call<HostPrefSetInt>(L"Installed\\Plugin", L"welcome", 3);
         Call<HostPrefSetString>(L"Installed\\Plugin", L"lastTime", L"2026-01-02 \u00e9");
         Call<HostPluginSettingSet>(L"plugins\\Installed\\Plugin", L"bLoad", L"2026.1.0");
     }
-    HostApp app(OnProfile(profile.Path()));
+    HostApp app(OptionsOn(profile.Path()));
     EXPECT_EQ(Call<HostPrefGetInt>(L"Installed\\Plugin", L"welcome"), 3);
     EXPECT_EQ(PrefString(L"Installed\\Plugin", L"lastTime"), L"2026-01-02 \u00e9");
     EXPECT_EQ(Setting(L"plugins\\Installed\\Plugin", L"bLoad", L""), L"2026.1.0");
@@ -42,8 +32,8 @@ TEST(Settings, SurviveANewHostOnTheSameProfile) {
 }
 
 TEST(Settings, MissingValuesGiveDefaultsAndNumbersReadAsText) {
-    testing::TempFolder profile;
-    HostApp app(OnProfile(profile.Path()));
+    TempFolder profile;
+    HostApp app(OptionsOn(profile.Path()));
     EXPECT_EQ(Call<HostPrefGetInt>(L"none", L"none"), 0);
     EXPECT_EQ(PrefString(L"none", L"none"), L"");
     EXPECT_EQ(Setting(L"none", L"none", L"fallback"), L"fallback");
@@ -58,18 +48,21 @@ TEST(Settings, MissingValuesGiveDefaultsAndNumbersReadAsText) {
 }
 
 TEST(Settings, ABrokenFileIsIgnored) {
-    testing::TempFolder profile;
+    TempFolder profile;
     std::ofstream(profile / "preferences.json") << "{ not json";
-    HostApp app(OnProfile(profile.Path()));
+    HostApp app(OptionsOn(profile.Path()));
     EXPECT_EQ(PrefString(L"s", L"k"), L"");
     Call<HostPrefSetString>(L"s", L"k", L"v");
     EXPECT_EQ(PrefString(L"s", L"k"), L"v");
 }
 
-TEST(Settings, ATemporaryProfileIsMadeAndRemoved) {
+TEST(Settings, OneHostAtATimeOnATemporaryProfileThatIsMadeAndRemoved) {
     std::filesystem::path folder;
     {
         HostApp app(HostOptions{});
+        EXPECT_EQ(HostApp::Current(), &app);
+        EXPECT_THROW(HostApp second(HostOptions{}), std::logic_error);
+        EXPECT_EQ(HostApp::Current(), &app);
         folder = app.ProfileFolder().Folder();
         EXPECT_TRUE(std::filesystem::is_directory(folder / "userdata"));
         Call<HostPrefSetInt>(L"s", L"k", 1);
@@ -78,12 +71,5 @@ TEST(Settings, ATemporaryProfileIsMadeAndRemoved) {
     EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
-TEST(Settings, OnlyOneHostLivesAtATime) {
-    HostApp app(HostOptions{});
-    EXPECT_EQ(HostApp::Current(), &app);
-    EXPECT_THROW(HostApp second(HostOptions{}), std::logic_error);
-    EXPECT_EQ(HostApp::Current(), &app);
-}
-
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -1,16 +1,11 @@
 // Text pages, text finders, field finders and text replacement through the tables, walked the
 // way a plug-in walks them.
-#include <gmock/gmock.h>
 
 #include "../engine/engine_test_support.h"
 #include "form_sample.h"
-#include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using enum hostops::Op;
-using testing::Call;
 
 struct Found {
     int index = 0;
@@ -18,50 +13,47 @@ struct Found {
     std::vector<NdxRect> rects;
 };
 
-std::vector<NdxRect> ReadRects(NdxRectArray array) {
+// The rectangles `fill` puts into a fresh rectangle array.
+template <typename Fill>
+std::vector<NdxRect> ReadRects(Fill&& fill) {
+    const NdxRectArray array = Call<NDXRectArrayNew>();
+    fill(array);
     std::vector<NdxRect> rects;
-    const int count = Call<NDXRectArrayGetCount>(array);
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < Call<NDXRectArrayGetCount>(array); ++i)
         rects.push_back(Call<NDXRectArrayGetAt>(array, i));
+    Call<NDXRectArrayDestroy>(array);
     return rects;
 }
 
-class TextTables : public testing::HostFixture {
+class TextTables : public HostFixture {
   protected:
     HostDocument& OpenLines(const std::vector<std::vector<std::string>>& pages,
                             const std::vector<engine::FieldDescription>& fields = {}) {
-        return OpenPath(testing::WriteFormPdf(files_, "doc" + std::to_string(++written_) + ".pdf",
-                                              pages, fields));
+        return OpenPath(
+            WriteFormPdf(files_, "doc" + std::to_string(++written_) + ".pdf", pages, fields));
     }
 
     static std::wstring FieldValue(const HostDocument& document, const wchar_t* name) {
         const NdxInterForm form =
             Call<NDXInterFormFromEnvironment>(Call<HostDocGetInterForm>(document.Handle()));
-        return testing::ReadWide([&](HostWideString out) {
+        return ReadWide([&](HostWideString out) {
             Call<NDXFormFieldGetValue>(Call<NDXInterFormGetField>(form, 0, name), out);
         });
-    }
-
-    static NdxPage PageOf(const HostDocument& document, int index) {
-        const HostPageView view = Call<HostDocGetPageView>(document.Handle(), index);
-        return Call<HostPageViewGetPage>(view);
     }
 
     // The matches of a text finder on a page, each with its index, count and rectangles.
     static std::vector<Found> Search(const HostDocument& document, int page, const wchar_t* needle,
                                      uint32_t flags = 0) {
-        const NdxTextPage text = Call<NDXTextPageNew>(PageOf(document, page), 0);
+        const NdxTextPage text = Call<NDXTextPageNew>(PageOf(document.Handle(), page), 0);
         if (Call<NDXTextPageIsParsed>(text) == 0)
             Call<NDXTextPageParse>(text);
         const NdxTextFind finder = Call<NDXTextFindNew>(text);
         std::vector<Found> found;
         EXPECT_NE(Call<NDXTextFindStart>(finder, needle, flags, 0), 0);
         while (Call<NDXTextFindNext>(finder) != 0) {
-            const NdxRectArray rects = Call<NDXRectArrayNew>();
-            Call<NDXTextFindGetRects>(finder, rects);
-            found.push_back(Found{Call<NDXTextFindGetCharIndex>(finder),
-                                  Call<NDXTextFindGetCharCount>(finder), ReadRects(rects)});
-            Call<NDXRectArrayDestroy>(rects);
+            found.push_back(Found{
+                Call<NDXTextFindGetCharIndex>(finder), Call<NDXTextFindGetCharCount>(finder),
+                ReadRects([&](NdxRectArray out) { Call<NDXTextFindGetRects>(finder, out); })});
         }
         Call<NDXTextFindDestroy>(finder);
         Call<NDXTextPageDestroy>(text);
@@ -72,15 +64,13 @@ class TextTables : public testing::HostFixture {
     static std::vector<std::vector<NdxRect>> SearchFields(const HostDocument& document, int page,
                                                           const wchar_t* needle) {
         const NdxFieldFind finder =
-            Call<NDXFieldTextFindNew>(document.PdfHandle(), PageOf(document, page));
+            Call<NDXFieldTextFindNew>(document.PdfHandle(), PageOf(document.Handle(), page));
         EXPECT_NE(finder, nullptr);
         std::vector<std::vector<NdxRect>> found;
         EXPECT_NE(Call<NDXFieldTextFindStart>(finder, needle, 0u), 0);
         while (Call<NDXFieldTextFindNext>(finder) != 0) {
-            const NdxRectArray rects = Call<NDXRectArrayNew>();
-            Call<NDXFieldTextFindGetRects>(finder, rects);
-            found.push_back(ReadRects(rects));
-            Call<NDXRectArrayDestroy>(rects);
+            found.push_back(
+                ReadRects([&](NdxRectArray out) { Call<NDXFieldTextFindGetRects>(finder, out); }));
         }
         Call<NDXFieldTextFindDestroy>(finder);
         return found;
@@ -118,7 +108,7 @@ TEST_F(TextTables, MatchesComeWithIndexCountAndOneRectanglePerLineInPageSpace) {
 
 TEST_F(TextTables, AnUnchangedPageIsReadOnceAndAChangeRereadsIt) {
     HostDocument& document = OpenLines({{"Some words"}});
-    const NdxPage page = PageOf(document, 0);
+    const NdxPage page = PageOf(document.Handle(), 0);
     auto parsedText = [&] {
         const NdxTextPage text = Call<NDXTextPageNew>(page, 0);
         EXPECT_EQ(Call<NDXTextPageIsParsed>(text), 0);
@@ -143,7 +133,7 @@ TEST_F(TextTables, AnUnchangedPageIsReadOnceAndAChangeRereadsIt) {
 TEST_F(TextTables, StaleNullAndForeignHandlesGetNeutralAnswers) {
     HostDocument& document = OpenLines({{"Alice and Alice"}});
     const HostDocument& other = OpenLines({{"other"}});
-    const NdxPage page = PageOf(document, 0);
+    const NdxPage page = PageOf(document.Handle(), 0);
     const NdxRectArray rects = Call<NDXRectArrayNew>();
     Call<NDXRectArrayAdd>(rects, 1, 2, 3, 4);
 
@@ -202,7 +192,7 @@ TEST_F(TextTables, MatchesAreReplacedByTheOrdinalsOfThePagesLastSearch) {
     EXPECT_EQ(Call<HostDocReplaceText>(document.Handle(), 0, 0, L"Jones"), 1);
 
     EXPECT_THAT(SavedText(document),
-                testing::HoldsWords({"Bob", "wrote to Alice", "Carol", "Jones"}, {"Smith"}));
+                HoldsWords({"Bob", "wrote to Alice", "Carol", "Jones"}, {"Smith"}));
 }
 
 TEST_F(TextTables, FieldMatchesFollowThePageMatchesAndCanBeReplaced) {
@@ -250,4 +240,4 @@ TEST_F(TextTables, AChoiceFieldsValueCanBeReplacedByAnotherOptionAndItsShownOpti
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

@@ -1,15 +1,10 @@
 // Host strings, containers, resources and extension tables through the host's tables.
 #include "host_test_support.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
 
-using enum hostops::Op;
-using testing::ByteText;
-using testing::Call;
-using testing::WideText;
-
-class ValueTables : public testing::HostFixture {};
+class ValueTables : public HostFixture {};
 
 TEST_F(ValueTables, WideStringsHoldTextAndCompare) {
     HostWideString text = Call<HostWideStringNew>();
@@ -56,13 +51,11 @@ TEST_F(ValueTables, ByteStringsKeepBytesAndConvertFromUtf8) {
     EXPECT_EQ(Call<HostByteStringIsEmpty>(bytes), 0);
 
     Call<HostByteStringSet>(bytes, "caf\xc3\xa9");
-    HostWideString wide = Call<HostWideStringNew>();
-    Call<HostByteStringToWide>(bytes, wide);
-    EXPECT_EQ(WideText(wide), L"caf\u00e9");
+    EXPECT_EQ(ReadWide([&](HostWideString wide) { Call<HostByteStringToWide>(bytes, wide); }),
+              L"caf\u00e9");
 
     for (auto handle : {bytes, other})
         Call<HostByteStringDelete>(handle);
-    Call<HostWideStringDelete>(wide);
 }
 
 TEST_F(ValueTables, StaleAndForeignHandlesGiveNeutralResults) {
@@ -101,20 +94,16 @@ TEST_F(ValueTables, ArraysGrowAndAnswerNeutrallyOutOfRange) {
     NdxRectArray rects = Call<NDXRectArrayNew>();
     Call<NDXRectArrayAdd>(rects, 1.f, 2.f, 3.f, 4.f);
     EXPECT_EQ(Call<NDXRectArrayGetCount>(rects), 1);
-    const NdxRect rect = Call<NDXRectArrayGetAt>(rects, 0);
-    EXPECT_EQ(std::vector<float>({rect.left, rect.bottom, rect.right, rect.top}),
-              std::vector<float>({1.f, 2.f, 3.f, 4.f}));
+    EXPECT_EQ(Corners(Call<NDXRectArrayGetAt>(rects, 0)), (std::vector<float>{1, 2, 3, 4}));
     EXPECT_EQ(Call<NDXRectArrayGetAt>(rects, 1).right, 0.f);
     Call<NDXRectArrayDestroy>(rects);
 
     HostStringArray strings = Call<HostStringArrayNew>();
     EXPECT_EQ(Call<HostStringArrayCount>(strings), 0);
-    HostWideString out = Call<HostWideStringNew>();
-    Call<HostWideStringSet>(out, L"stale");
-    Call<HostStringArrayGet>(strings, 0, out);
-    EXPECT_EQ(WideText(out), L"");
+    EXPECT_EQ(
+        ReadWide([&](HostWideString out) { Call<HostStringArrayGet>(strings, 0, out); }, L"stale"),
+        L"");
     Call<HostStringArrayDestroy>(strings);
-    Call<HostWideStringDelete>(out);
 }
 
 TEST_F(ValueTables, ExtensionTablesAreFoundByNameAndVersion) {
@@ -133,10 +122,10 @@ TEST_F(ValueTables, ExtensionTablesAreFoundByNameAndVersion) {
 
 TEST_F(ValueTables, ApplicationFactsComeFromTheOptions) {
     const std::filesystem::path userData(
-        testing::ReadWide([](HostWideString s) { Call<HostAppGetUserDataFolder>(s); }));
+        ReadWide([](HostWideString s) { Call<HostAppGetUserDataFolder>(s); }));
     EXPECT_EQ(userData, profile_.Path() / "userdata");
     EXPECT_TRUE(std::filesystem::is_directory(userData));
-    EXPECT_EQ(testing::ReadBytes([](HostByteString s) { Call<HostAppGetName>(s); }), "pdfhost");
+    EXPECT_EQ(ReadBytes([](HostByteString s) { Call<HostAppGetName>(s); }), "pdfhost");
 
     EXPECT_EQ(Call<HostResourcesGetLanguage>(), 0x0409);
     HostResources resources = Call<HostResourcesNew>(L"/some/module.tpi");
@@ -145,4 +134,4 @@ TEST_F(ValueTables, ApplicationFactsComeFromTheOptions) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

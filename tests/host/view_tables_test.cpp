@@ -1,18 +1,11 @@
 // The document view model through the tables, the text select tool and the scripted state,
 // the message box with scripted answers, the tools, and the scripted user's redaction.
-#include <gmock/gmock.h>
-
-#include <sstream>
 
 #include "annot_calls.h"
 #include "script_lines.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using testing::AnnotationTablesTest;
-using testing::Call;
-using enum hostops::Op;
 
 class ViewTablesTest : public AnnotationTablesTest {
   protected:
@@ -25,11 +18,11 @@ class ViewTablesTest : public AnnotationTablesTest {
         return Json::Value();
     }
 
-    testing::Scripted script_{app_};
+    Scripted script_{app_};
 };
 
 TEST_F(ViewTablesTest, PagesScrollingAndTheVisibleRectangle) {
-    HostDocument& document = Open(testing::ThreePages());
+    HostDocument& document = Open(ThreePages());
     const HostDoc doc = document.Handle();
     const HostDocView view = Call<HostDocGetView>(doc);
     ASSERT_NE(view, nullptr);
@@ -43,7 +36,7 @@ TEST_F(ViewTablesTest, PagesScrollingAndTheVisibleRectangle) {
     EXPECT_EQ(Call<HostDocViewGetCurrentPageView>(view), third);
     EXPECT_EQ(StateOf(document.Number())["page"].asInt(), 2);
     // The default viewport shows the page's width and 450 points of its height, from the top.
-    EXPECT_EQ(testing::Corners(Call<HostPageViewGetVisibleRect>(third)),
+    EXPECT_EQ(Corners(Call<HostPageViewGetVisibleRect>(third)),
               (std::vector<float>{0, 342, 612, 792}));
 
     NdxPoint point{72, 720};
@@ -52,10 +45,10 @@ TEST_F(ViewTablesTest, PagesScrollingAndTheVisibleRectangle) {
     EXPECT_EQ(x, 96);
     EXPECT_EQ(y, 96);
     Call<HostDocViewScrollTo>(view, 0, 200);
-    EXPECT_EQ(testing::Corners(Call<HostPageViewGetVisibleRect>(third)),
+    EXPECT_EQ(Corners(Call<HostPageViewGetVisibleRect>(third)),
               (std::vector<float>{0, 192, 612, 642}));
     Call<HostDocViewScrollTo>(view, 500, 5000);
-    EXPECT_EQ(testing::Corners(Call<HostPageViewGetVisibleRect>(third)),
+    EXPECT_EQ(Corners(Call<HostPageViewGetVisibleRect>(third)),
               (std::vector<float>{0, 0, 612, 450}))
         << "scrolling stops at the page's end";
 
@@ -65,7 +58,7 @@ TEST_F(ViewTablesTest, PagesScrollingAndTheVisibleRectangle) {
     Call<HostDocViewGotoPage>(view, 7);
     EXPECT_EQ(Call<HostDocViewGetCurrentPageView>(view), third) << "no such page";
 
-    HostDocument& hidden = Open(testing::ThreePages(), false);
+    HostDocument& hidden = Open(ThreePages(), false);
     EXPECT_EQ(Call<HostDocGetView>(hidden.Handle()), nullptr);
     const HostPageView hidden_page = Call<HostDocGetPageView>(hidden.Handle(), 0);
     Call<HostPageViewPointToDevice>(hidden_page, &point, &x, &y);
@@ -76,13 +69,13 @@ TEST_F(ViewTablesTest, PagesScrollingAndTheVisibleRectangle) {
 }
 
 TEST_F(ViewTablesTest, SelectionByRectanglesOrCharacterRangesShowsInTheState) {
-    HostDocument& document = Open(testing::ThreePages());
+    HostDocument& document = Open(ThreePages());
     const HostDoc doc = document.Handle();
     const HostTextSelectTool tool = Call<HostDocGetTextSelectTool>(doc);
     ASSERT_NE(tool, nullptr);
     EXPECT_TRUE(StateOf(document.Number())["selection"].isNull());
 
-    testing::SelectRects(document, 1, {{72.0f, 700.0f, 120.0f, 715.5f}});
+    SelectRects(document, 1, {{72.0f, 700.0f, 120.0f, 715.5f}});
     Json::Value selection = StateOf(document.Number())["selection"];
     EXPECT_EQ(selection["page"].asInt(), 1);
     ASSERT_EQ(selection["rects"].size(), 1u);
@@ -90,28 +83,24 @@ TEST_F(ViewTablesTest, SelectionByRectanglesOrCharacterRangesShowsInTheState) {
 
     // As the plug-in builds it: page -> array of pointers to (start, end) pairs, all freed
     // right after the call.
-    {
-        const std::int32_t later[2] = {3, 7};
-        const std::int32_t earlier[2] = {0, 1};
-        const std::int32_t backwards[2] = {5, 2};
-        const HostMap map = Call<HostMapNew>(3);
-        const HostPtrArray on_two = Call<HostPtrArrayNew>();
-        Call<HostPtrArrayAdd>(on_two, const_cast<std::int32_t*>(later));
-        const HostPtrArray on_zero = Call<HostPtrArrayNew>();
-        Call<HostPtrArrayAdd>(on_zero, const_cast<std::int32_t*>(earlier));
-        Call<HostPtrArrayAdd>(on_zero, const_cast<std::int32_t*>(backwards));
-        const HostPtrArray beyond = Call<HostPtrArrayNew>();
-        Call<HostPtrArrayAdd>(beyond, const_cast<std::int32_t*>(earlier));
-        Call<HostMapSet>(map, reinterpret_cast<const void*>(std::intptr_t{2}), on_two);
-        Call<HostMapSet>(map, reinterpret_cast<const void*>(std::intptr_t{0}), on_zero);
-        Call<HostMapSet>(map, reinterpret_cast<const void*>(std::intptr_t{9}), beyond);
-        Call<HostTextSelectToolSelectRanges>(tool, map);
-        for (const HostPtrArray array : {on_two, on_zero, beyond})
-            Call<HostPtrArrayDestroy>(array);
-        Call<HostMapDestroy>(map);
-    }
+    const std::int32_t later[2] = {3, 7}, earlier[2] = {0, 1}, backwards[2] = {5, 2};
+    const auto ranges = [](std::initializer_list<const std::int32_t*> pairs) {
+        const HostPtrArray array = Call<HostPtrArrayNew>();
+        for (const std::int32_t* pair : pairs)
+            Call<HostPtrArrayAdd>(array, const_cast<std::int32_t*>(pair));
+        return array;
+    };
+    const std::pair<std::intptr_t, HostPtrArray> pages[] = {
+        {2, ranges({later})}, {0, ranges({earlier, backwards})}, {9, ranges({earlier})}};
+    const HostMap map = Call<HostMapNew>(3);
+    for (const auto& [page, array] : pages)
+        Call<HostMapSet>(map, reinterpret_cast<const void*>(page), array);
+    Call<HostTextSelectToolSelectRanges>(tool, map);
+    for (const auto& [page, array] : pages)
+        Call<HostPtrArrayDestroy>(array);
+    Call<HostMapDestroy>(map);
     // A page beyond the document and a backwards range are left out.
-    EXPECT_EQ(testing::Compact(StateOf(document.Number())["selection"]),
+    EXPECT_EQ(Compact(StateOf(document.Number())["selection"]),
               R"({"ranges":[{"end":1,"page":0,"start":0},{"end":7,"page":2,"start":3}]})");
 
     Call<HostTextSelectToolClear>(tool);
@@ -135,16 +124,15 @@ TEST_F(ViewTablesTest, MessageBoxTakesTheQueuedAnswerOfItsKind) {
     EXPECT_EQ(Call<HostMessageBox>(L"Note", 0x40, L"", nullptr, nullptr), 1);
     EXPECT_EQ(app_.Answers().Pending("fileOpen"), 1u);
 
-    const std::string printed = script_.out.str();
-    std::istringstream in(printed);
-    std::vector<std::string> text;
-    for (std::string line; std::getline(in, line);)
-        text.push_back(line);
-    ASSERT_EQ(text.size(), 7u) << printed;
-    EXPECT_EQ(text[0], R"({"answer":1,"dialog":"messageBox","text":"Apply?","title":"Confirm"})");
-    EXPECT_EQ(text[1], R"({"answer":2,"dialog":"messageBox","text":"Again?","title":"Confirm"})");
-    EXPECT_EQ(text[2], R"({"unanswered":"messageBox"})");
-    EXPECT_EQ(text[4], R"({"unanswered":"messageBox"})");
+    EXPECT_EQ(script_.TakeTexts(),
+              (std::vector<std::string>{
+                  R"({"answer":1,"dialog":"messageBox","text":"Apply?","title":"Confirm"})",
+                  R"({"answer":2,"dialog":"messageBox","text":"Again?","title":"Confirm"})",
+                  R"({"unanswered":"messageBox"})",
+                  R"({"answer":7,"dialog":"messageBox","text":"Sure?","title":""})",
+                  R"({"unanswered":"messageBox"})",
+                  R"({"answer":1,"dialog":"messageBox","text":"Note","title":""})",
+                  R"({"unanswered":"messageBox"})"}));
     EXPECT_EQ(script_.Run({R"({"host":"answer","dialog":"messageBox"})"})[0]["error"].asString(),
               "\"answer\" needs a \"value\"");
 }
@@ -162,7 +150,7 @@ TEST_F(ViewTablesTest, ToolsByNameAndTheCurrentTool) {
 }
 
 TEST_F(ViewTablesTest, UserRedactLineDrawsARedactionOverTheRectangle) {
-    HostDocument& document = Open(testing::ThreePages());
+    HostDocument& document = Open(ThreePages());
     const std::string doc = std::to_string(document.Number());
     const auto errors = script_.Run(
         {R"({"host":"userRedact","doc":)" + doc + R"(,"page":3,"rect":[1,2,3,4]})",
@@ -177,10 +165,10 @@ TEST_F(ViewTablesTest, UserRedactLineDrawsARedactionOverTheRectangle) {
     const HostPageView view = Call<HostDocGetPageView>(document.Handle(), 1);
     ASSERT_EQ(Call<HostPageViewCountAnnots>(view), 1);
     const HostAnnot drawn = Call<HostPageViewGetAnnot>(view, 0);
-    EXPECT_EQ(testing::Corners(Call<NDXAnnotGetRect>(Call<NDXHostAnnotGetPdfAnnot>(drawn))),
+    EXPECT_EQ(Corners(Call<NDXAnnotGetRect>(Call<NDXHostAnnotGetPdfAnnot>(drawn))),
               (std::vector<float>{72, 700, 300, 716}));
     EXPECT_TRUE(StateOf(document.Number())["modified"].asBool());
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing

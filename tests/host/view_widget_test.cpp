@@ -15,12 +15,8 @@
 #include "ui/document_view.h"
 #include "ui/main_window.h"
 
-namespace pdfhost {
+namespace pdfhost::testing {
 namespace {
-
-using testing::AnnotationTablesTest;
-using testing::Call;
-using enum hostops::Op;
 
 class ViewWidgetTest : public AnnotationTablesTest {
   protected:
@@ -52,7 +48,7 @@ TEST_F(ViewWidgetTest, PageAndSelectionOfTheModelAreShown) {
 
     // An empty stretch of the page: white until selected.
     EXPECT_EQ(ShownAt(300, 300), QColor(Qt::white));
-    testing::SelectRects(document, 1, {{200.0f, 500.0f, 260.0f, 600.0f}});
+    SelectRects(document, 1, {{200.0f, 500.0f, 260.0f, 600.0f}});
     const QColor selected = ShownAt(300, 300);
     EXPECT_GT(selected.blue(), selected.red()) << "drawn as a selection";
     Call<HostTextSelectToolClear>(Call<HostDocGetTextSelectTool>(document.Handle()));
@@ -78,12 +74,13 @@ TEST_F(ViewWidgetTest, ZoomAndFitScaleThePageButNotTheModelsDeviceSpace) {
                                              engine::PageDescription::TextLines({"two"})}});
     auto* shown = window_.findChild<ui::DocumentView*>();
     ASSERT_NE(shown, nullptr);
+    QWidget* viewport = shown->findChild<QScrollArea*>()->viewport();
     EXPECT_EQ(Shown(), QSize(816, 1056));
 
     shown->SetZoom(2.0);
     EXPECT_EQ(Shown(), QSize(1632, 2112));
     // The model's selection at device (300, 300) is drawn at twice that.
-    testing::SelectRects(document, 0, {{200.0f, 500.0f, 260.0f, 600.0f}});
+    SelectRects(document, 0, {{200.0f, 500.0f, 260.0f, 600.0f}});
     EXPECT_EQ(ShownAt(300, 300), QColor(Qt::white));
     EXPECT_GT(ShownAt(600, 600).blue(), ShownAt(600, 600).red());
 
@@ -97,10 +94,9 @@ TEST_F(ViewWidgetTest, ZoomAndFitScaleThePageButNotTheModelsDeviceSpace) {
 
     // Fitting follows the view's size, as when the task pane opens beside it.
     shown->SetFit(ui::DocumentView::Fit::kWidth);
-    const int room = shown->findChild<QScrollArea*>()->viewport()->width();
-    EXPECT_NEAR(Shown().width(), room - 8, 2);
+    EXPECT_NEAR(Shown().width(), viewport->width() - 8, 2);
     shown->SetFit(ui::DocumentView::Fit::kPage);
-    const int tall = shown->findChild<QScrollArea*>()->viewport()->height();
+    const int tall = viewport->height();
     EXPECT_NEAR(Shown().height(), tall - 8, 2);
     window_.resize(600, 500);
     QCoreApplication::processEvents();
@@ -110,7 +106,7 @@ TEST_F(ViewWidgetTest, ZoomAndFitScaleThePageButNotTheModelsDeviceSpace) {
     const double before = shown->Zoom();
     QWheelEvent wheel(QPointF(10, 10), QPointF(10, 10), {}, QPoint(0, 120), Qt::NoButton,
                       Qt::ControlModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(shown->findChild<QScrollArea*>()->viewport(), &wheel);
+    QCoreApplication::sendEvent(viewport, &wheel);
     EXPECT_NEAR(shown->Zoom(), before * 1.25, 1e-9);
     shown->findChild<QSpinBox*>(QStringLiteral("PageNumber"))->setValue(2);
     EXPECT_EQ(shown->CurrentPage(), 1);
@@ -162,4 +158,4 @@ TEST_F(ViewWidgetTest, FindGoesRoundTheDocumentBothWaysAndSelectsTheMatch) {
 }
 
 }  // namespace
-}  // namespace pdfhost
+}  // namespace pdfhost::testing
