@@ -231,5 +231,29 @@ TEST_F(AnnotationsTest, FoundFromAnOldPlaceAfterEntriesBeforeItWent) {
     }
 }
 
+TEST_F(AnnotationsTest, PagesSharingOneArrayTakeAPopupAlongWhicheverPageItCameThrough) {
+    // Both pages name one /Annots object. Through page 1 a popup of the first square comes and
+    // the last square goes: the array is as long as page 0 last saw it, with other entries.
+    RawPdf pdf;
+    std::string entries;
+    std::vector<int> squares;
+    for (int i = 0; i < 3; ++i) {
+        squares.push_back(pdf.Add("<< /Type /Annot /Subtype /Square /Rect [10 10 20 20] >>"));
+        entries += Ref(squares.back()) + " ";
+    }
+    const int array = pdf.Add("[" + entries + "]");
+    Document document = OpenRaw(pdf, {Ref(array), Ref(array)});
+    Annotations annotations(document);
+    ASSERT_TRUE(annotations.Remove({0, squares[1]}).has_value());
+    PdfValue popup = PdfValue::Dictionary();
+    popup.Set("Subtype", PdfValue::Name("Popup"));
+    popup.Set("Parent", PdfValue::Reference(squares[0], kDocumentTag));
+    annotations.Create(1, popup, kDocumentTag, -1);
+    ASSERT_TRUE(annotations.Remove({1, squares[2]}).has_value());
+
+    EXPECT_EQ(annotations.Remove({0, squares[0]})->entries.size(), 2u);
+    EXPECT_TRUE(annotations.OnPage(1).empty());
+}
+
 }  // namespace
 }  // namespace pdfhost::engine
