@@ -20,8 +20,7 @@ class AnnotationsTest : public EngineTest {
         std::vector<RawPage> pages;
         for (const std::string& entry : annots)
             pages.push_back(RawPage{.annots = entry});
-        WriteBytes(PathOf("raw.pdf"), RawDocument(pdf, pages));
-        return Document::Open(context_, PathOf("raw.pdf"));
+        return OpenBytes(RawDocument(pdf, pages));
     }
     static AnnotationId Redact(Document& document, int page, int index = -1) {
         return AddRedact(document, page, {Rect{50, 50, 90, 60}}, "r", index);

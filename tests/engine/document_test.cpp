@@ -60,10 +60,9 @@ TEST_F(OpenTest, FileWithoutCrossReferenceIsRepaired) {
     const std::string bytes = ReadBytes(WritePdf("whole.pdf", ThreePages()));
     const std::size_t xref = bytes.rfind("xref");
     ASSERT_NE(xref, std::string::npos);
-    WriteBytes(PathOf("cut.pdf"), bytes.substr(0, xref));
     context_.TakeWarnings();
 
-    Document document = Document::Open(context_, PathOf("cut.pdf"));
+    Document document = OpenBytes(bytes.substr(0, xref), "cut.pdf");
     EXPECT_EQ(document.PageCount(), 3);
     EXPECT_EQ(document.PageObjects(0), std::vector<PageObjectType>{PageObjectType::kText});
     EXPECT_FALSE(context_.TakeWarnings().empty());
@@ -103,7 +102,7 @@ TEST_F(OpenTest, UserPasswordIsRequiredAndChecked) {
     EXPECT_EQ(Document::Open(context_, path, "owner-secret").Permissions(), permission::kAll);
 }
 
-TEST_F(OpenTest, InfoStringsReadBackByteExact) {
+TEST_F(OpenTest, InfoStringsReadBackByteExactAndAreAbsentUntilSet) {
     const std::string utf16_title("\xFE\xFF\x00T\x00\xE9\x00(", 8);
     PdfDescription recipe{.pages = {PageDescription::Blank()}};
     recipe.info = {{"CreationDate", "D:20240102030405+01'00'"},
@@ -115,17 +114,14 @@ TEST_F(OpenTest, InfoStringsReadBackByteExact) {
     for (const auto& [key, value] : recipe.info)
         EXPECT_EQ(document.InfoString(key), value) << key;
     EXPECT_EQ(document.InfoString("Author"), std::nullopt);
-}
 
-TEST_F(OpenTest, InfoIsAbsentUntilSet) {
-    Document document = OpenWritten(ThreePages(), "plain.pdf");
-    EXPECT_FALSE(document.HasInfo());
-    EXPECT_EQ(document.InfoString("Title"), std::nullopt);
-
-    document.SetInfoString("Title", "Quarterly report");
-    EXPECT_TRUE(document.HasInfo());
-    EXPECT_EQ(document.InfoString("Title"), "Quarterly report");
-    EXPECT_EQ(document.Revision(), 1u);
+    Document plain = OpenWritten(ThreePages(), "plain.pdf");
+    EXPECT_FALSE(plain.HasInfo());
+    EXPECT_EQ(plain.InfoString("Title"), std::nullopt);
+    plain.SetInfoString("Title", "Quarterly report");
+    EXPECT_TRUE(plain.HasInfo());
+    EXPECT_EQ(plain.InfoString("Title"), "Quarterly report");
+    EXPECT_EQ(plain.Revision(), 1u);
 }
 
 TEST_F(OpenTest, BlankDocumentIsOneLetterPage) {
@@ -176,9 +172,8 @@ void RemoveImages(Document& document, int page) {
 
 std::vector<std::string> FolderEntries(const fs::path& folder) {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) {
+    for (const auto& entry : fs::directory_iterator(folder))
         names.push_back(entry.path().filename().string());
-    }
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -286,11 +281,9 @@ class PageMapTest : public EngineTest {
               "<< /Type /Annot /Subtype /Link /Rect [0 0 10 10] /Dest [2 /XYZ 0 0 0] >>",
               "<< /Type /Annot /Subtype /Link /Rect [0 0 10 10] /Dest [7 0 R /Fit] >>",
               "<< /Type /Annot /Subtype /Link /Rect [0 0 10 10] /A << /S /GoTo /D [4 /Fit] >> "
-              ">>"}) {
+              ">>"})
             pdf.Add(object);
-        }
-        WriteBytes(PathOf("tree.pdf"), pdf.Bytes(1));
-        return Document::Open(context_, PathOf("tree.pdf"));
+        return OpenBytes(pdf.Bytes(1), "tree.pdf");
     }
 
     // The references held on each page's dictionary besides the one asked for here.
@@ -342,7 +335,7 @@ TEST_F(PageMapTest, LookupsAndLoadsLeaveNoReferenceBehind) {
     EXPECT_EQ(References(document), before);
 }
 
-TEST(MupdfCallTest, MupdfErrorsBecomeExceptionsAndTheContextStaysUsable) {
+TEST(MupdfCallTest, MupdfErrorsBecomeExceptionsCppOnesPassAndTheContextStaysUsable) {
     Context context;
     fz_context* ctx = context.get();
     // Far more failures than MuPDF's error stack is deep: each one must unwind it fully.
@@ -357,14 +350,11 @@ TEST(MupdfCallTest, MupdfErrorsBecomeExceptionsAndTheContextStaysUsable) {
     EXPECT_EQ(CallMupdf(ctx, "arithmetic", [] { return 6 * 7; }), 42);
     DocumentPtr doc(ctx, CallMupdf(ctx, "create", [&] { return pdf_create_document(ctx); }));
     EXPECT_EQ(CallMupdf(ctx, "count", [&] { return pdf_count_pages(ctx, doc.get()); }), 0);
-}
-
-TEST(MupdfCallTest, CppExceptionsPassThroughUnchanged) {
-    Context context;
-    EXPECT_THAT([&] { CallMupdf(context.get(), "work", [] { throw std::out_of_range("mine"); }); },
+    // C++ exceptions pass through unchanged.
+    EXPECT_THAT([&] { CallMupdf(ctx, "work", [] { throw std::out_of_range("mine"); }); },
                 ThrowsMessage<std::out_of_range>("mine"));
     const auto named = [] { return 1; };
-    EXPECT_EQ(CallMupdf(context.get(), "after", named), 1);
+    EXPECT_EQ(CallMupdf(ctx, "after", named), 1);
 }
 
 }  // namespace

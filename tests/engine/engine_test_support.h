@@ -57,6 +57,11 @@ inline std::string PdfToText(const std::string& path) {
     return RunCommand("pdftotext -q '" + path + "' -");
 }
 
+// What poppler's pdfinfo says of a file, errors included.
+inline std::string PdfInfo(const std::string& path) {
+    return RunCommand("pdfinfo '" + path + "' 2>&1");
+}
+
 // A test name made of a case's description: letters and digits kept, the rest "_".
 inline std::string CaseName(std::string_view description) {
     std::string name;
@@ -88,6 +93,11 @@ class EngineTest : public ::testing::Test {
         return path;
     }
 
+    // `bytes` written as `name` and opened.
+    Document OpenBytes(const std::string& bytes, const std::string& name = "in.pdf") {
+        WriteBytes(PathOf(name), bytes);
+        return Document::Open(context_, PathOf(name));
+    }
     // The document of `recipe`, written as `name` and opened.
     Document OpenWritten(const PdfDescription& recipe, const std::string& name = "doc.pdf") {
         return Document::Open(context_, WritePdf(name, recipe));
