@@ -19,6 +19,7 @@
 namespace pdfhost::engine {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::ThrowsMessage;
 namespace fs = std::filesystem;
@@ -47,9 +48,8 @@ TEST_F(OpenTest, UnusableFilesGiveClearErrors) {
     EXPECT_THAT(OpenError(context_, PathOf("notes.txt")), HasSubstr("not a PDF file"));
 
     WriteBytes(PathOf("garbage.pdf"), "%PDF-1.7\n" + std::string(4000, '\x9c') + "\n%%EOF\n");
-    const std::string garbage = OpenError(context_, PathOf("garbage.pdf"));
-    EXPECT_THAT(garbage, HasSubstr("cannot open " + PathOf("garbage.pdf")));
-    EXPECT_THAT(garbage, HasSubstr("damaged"));
+    EXPECT_THAT(OpenError(context_, PathOf("garbage.pdf")),
+                AllOf(HasSubstr("cannot open " + PathOf("garbage.pdf")), HasSubstr("damaged")));
 
     const std::string bytes = ReadBytes(WritePdf("whole.pdf", ThreePages()));
     WriteBytes(PathOf("stub.pdf"), bytes.substr(0, 60));
@@ -77,7 +77,7 @@ PdfDescription NoCopyRecipe(EncryptionMethod method, const std::string& user_pas
     return recipe;
 }
 
-TEST_F(OpenTest, EncryptedNoCopyFileGrantsAllOnlyToTheOwner) {
+TEST_F(OpenTest, EncryptedFilesGrantAllOnlyToTheOwnerAndAskForTheUserPassword) {
     const std::string path = WritePdf("nocopy.pdf", NoCopyRecipe(EncryptionMethod::kAes128, ""));
     const Document reader = Document::Open(context_, path);
     EXPECT_TRUE(reader.IsEncrypted());
@@ -88,18 +88,16 @@ TEST_F(OpenTest, EncryptedNoCopyFileGrantsAllOnlyToTheOwner) {
     EXPECT_EQ(Document::Open(context_, path, "owner-secret").Permissions(), permission::kAll);
     // A wrong password for a file that opens without one leaves the reader's rights.
     EXPECT_EQ(Document::Open(context_, path, "guess").Permissions(), reader.Permissions());
-}
 
-TEST_F(OpenTest, UserPasswordIsRequiredAndChecked) {
-    const std::string path =
+    // A user password is required and checked.
+    const std::string locked =
         WritePdf("locked.pdf", NoCopyRecipe(EncryptionMethod::kRc4_128, "user-pw"));
-    EXPECT_THAT(OpenError(context_, path), HasSubstr("password is required"));
-    EXPECT_THAT(OpenError(context_, path, "nope"), HasSubstr("wrong password"));
-
-    const Document user = Document::Open(context_, path, "user-pw");
+    EXPECT_THAT(OpenError(context_, locked), HasSubstr("password is required"));
+    EXPECT_THAT(OpenError(context_, locked, "nope"), HasSubstr("wrong password"));
+    const Document user = Document::Open(context_, locked, "user-pw");
     EXPECT_EQ(user.PageCount(), 1);
     EXPECT_EQ(user.Permissions() & permission::kCopy, 0u);
-    EXPECT_EQ(Document::Open(context_, path, "owner-secret").Permissions(), permission::kAll);
+    EXPECT_EQ(Document::Open(context_, locked, "owner-secret").Permissions(), permission::kAll);
 }
 
 TEST_F(OpenTest, InfoStringsReadBackByteExactAndAreAbsentUntilSet) {

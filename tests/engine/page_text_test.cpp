@@ -23,6 +23,7 @@
 namespace pdfhost::engine {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using Matches = std::vector<TextMatch>;
 using Texts = std::vector<std::u32string>;
@@ -471,12 +472,11 @@ TEST_F(OcrLayerTest, AScannedPageBecomesSearchableWithoutChangingHowItLooks) {
     EXPECT_GE(AddOcrTextLayer(document, 0, recognizer), 6);
 
     const PageText text = PageText::OfPage(document, 0);
-    const std::string all = EncodeUtf8(text.Slice(0, text.CharCount()));
-    EXPECT_THAT(all, HasSubstr("INVOICE NUMBER 48213"));
-    EXPECT_THAT(all, HasSubstr("Payment due soon"));
+    EXPECT_THAT(EncodeUtf8(text.Slice(0, text.CharCount())),
+                AllOf(HasSubstr("INVOICE NUMBER 48213"), HasSubstr("Payment due soon")));
     // The words stand where the picture shows them: the first line above the second.
-    const std::vector<TextMatch> invoice = TextPattern::Compile(U"INVOICE", {})->FindAll(text);
-    const std::vector<TextMatch> payment = TextPattern::Compile(U"Payment", {})->FindAll(text);
+    const Matches invoice = Find(text, U"INVOICE");
+    const Matches payment = Find(text, U"Payment");
     ASSERT_EQ(invoice.size(), 1u);
     ASSERT_EQ(payment.size(), 1u);
     const Rect first = text.LineBoxes(invoice[0].first, invoice[0].count).front();
@@ -485,11 +485,8 @@ TEST_F(OcrLayerTest, AScannedPageBecomesSearchableWithoutChangingHowItLooks) {
     EXPECT_GT(first.bottom, second.top - 2);
     EXPECT_NEAR(first.bottom, 700, 10);
 
-    const RgbImage after = document.Render(0, 72);
-    EXPECT_EQ(before.pixels, after.pixels);
-
-    const std::string saved = Saved(document, "searchable.pdf");
-    EXPECT_THAT(RunCommand("pdftotext '" + saved + "' -"), HasSubstr("INVOICE NUMBER 48213"));
+    EXPECT_EQ(document.Render(0, 72).pixels, before.pixels);
+    EXPECT_THAT(PdfToText(Saved(document, "searchable.pdf")), HasSubstr("INVOICE NUMBER 48213"));
 }
 
 TEST_F(OcrLayerTest, ABlankPageGetsNoText) {

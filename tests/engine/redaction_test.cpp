@@ -113,9 +113,8 @@ TEST_F(RedactionTest, AreasAreFilledWithTheInteriorColourAndLinksUnderThemGo) {
     Redactor(document).Apply({blue}, RedactionOptions{});
     EXPECT_TRUE(Annotations(document).OnPage(0).empty());
     const std::string path = Saved(document, "saved.pdf");
-    const float x = (rects[0].left + rects[0].right) / 2;
-    const float y = (rects[0].bottom + rects[0].top) / 2;
-    const int grey = GreyAt(path, x, y);
+    const int grey =
+        GreyAt(path, (rects[0].left + rects[0].right) / 2, (rects[0].bottom + rects[0].top) / 2);
     EXPECT_GT(grey, 0) << "blue, not black";
     EXPECT_LT(grey, 100);
     EXPECT_THAT(PdfToText(path), HasSubstr("me"));
