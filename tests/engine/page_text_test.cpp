@@ -43,14 +43,6 @@ Matches FindIn(std::u32string_view haystack, std::u32string_view needle, FindOpt
 class PageTextTest : public EngineTest {
   protected:
     Document TwoLines() { return factory_.Build(TextPage({"Hello world", "Second line"})); }
-
-    void SetRotation(Document& document, int degrees) {
-        fz_context* ctx = document.fz();
-        const ObjPtr page = document.PageObject(0, "rotate");
-        CallMupdf(ctx, "rotate",
-                  [&] { pdf_dict_put_int(ctx, page.get(), PDF_NAME(Rotate), degrees); });
-        document.MarkChanged();
-    }
 };
 
 TEST_F(PageTextTest, CharactersAreNumberedLineByLineWithoutIndexesForLineBreaks) {
@@ -70,7 +62,10 @@ TEST_F(PageTextTest, GeometryIsInPdfPageSpaceWhateverThePageRotation) {
     for (const int rotation : {0, 90, 180, 270}) {
         SCOPED_TRACE(rotation);
         Document document = TwoLines();
-        SetRotation(document, rotation);
+        const ObjPtr page = document.PageObject(0, "rotate");
+        CallMupdf(document.fz(), "rotate",
+                  [&] { pdf_dict_put_int(document.fz(), page.get(), PDF_NAME(Rotate), rotation); });
+        document.MarkChanged();
         const PageText text = PageText::OfPage(document, 0);
         ASSERT_EQ(text.CharCount(), 22);
 
