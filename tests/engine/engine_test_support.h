@@ -41,14 +41,9 @@ inline void WriteBytes(const std::string& path, const std::string& bytes) {
 // Standard output of a shell command (an independent PDF reader, for example).
 inline std::string RunCommand(const std::string& command) {
     std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen(command.c_str(), "r"), ::pclose);
-    if (!pipe)
-        return {};
     std::string output;
-    std::array<char, 4096> buffer{};
-    std::size_t read = 0;
-    while ((read = std::fread(buffer.data(), 1, buffer.size(), pipe.get())) > 0) {
-        output.append(buffer.data(), read);
-    }
+    for (int c = 0; pipe && (c = std::fgetc(pipe.get())) != EOF;)
+        output += static_cast<char>(c);
     return output;
 }
 
@@ -216,10 +211,9 @@ inline PdfValue MatchAnnotation(Document& document, int page, const std::string&
     dict.Set("Type", PdfValue::Name("Annot"));
     dict.Set("Subtype", PdfValue::Name(subtype));
     Rect all = rects.front();
-    for (const Rect& r : rects) {
+    for (const Rect& r : rects)
         all = Rect{std::min(all.left, r.left), std::min(all.bottom, r.bottom),
                    std::max(all.right, r.right), std::max(all.top, r.top)};
-    }
     dict.Set("Rect", Numbers({all.left, all.bottom, all.right, all.top}));
     dict.Set("F", PdfValue::Integer(4));
     PdfValue quads = PdfValue::Array();
