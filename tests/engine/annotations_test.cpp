@@ -20,8 +20,7 @@ class AnnotationsTest : public EngineTest {
         std::vector<RawPage> pages;
         for (const std::string& entry : annots)
             pages.push_back(RawPage{.annots = entry});
-        WriteBytes(PathOf("raw.pdf"), RawDocument(pdf, pages));
-        return Document::Open(context_, PathOf("raw.pdf"));
+        return OpenBytes(RawDocument(pdf, pages));
     }
     static AnnotationId Redact(Document& document, int page, int index = -1) {
         return AddRedact(document, page, {Rect{50, 50, 90, 60}}, "r", index);
@@ -213,19 +212,18 @@ TEST_F(AnnotationsTest, FoundFromAnOldPlaceAfterEntriesBeforeItWent) {
     EXPECT_EQ(annotations.IndexOf({0, number}, 0), -1);  // no dictionary: no annotation
     for (int i = 0; i < 10; ++i)
         ASSERT_TRUE(annotations.Remove(made[static_cast<std::size_t>(i)]).has_value());
-    struct Case {
+    const struct {
         int made;  // which of the made annotations
         int hint;
         int expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {10, 13, 3},   // ten entries before it went
         {39, 42, 32},  // the last, hinted past the end now
         {25, 0, 18},   // hinted far below
         {20, 99, 13},  // a hint out of range: searched from the start
         {5, 8, -1},    // gone
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         EXPECT_EQ(annotations.IndexOf(made[static_cast<std::size_t>(c.made)], c.hint), c.expected)
             << c.made;
     }

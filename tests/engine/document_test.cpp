@@ -19,6 +19,7 @@
 namespace pdfhost::engine {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::ThrowsMessage;
 namespace fs = std::filesystem;
@@ -47,9 +48,8 @@ TEST_F(OpenTest, UnusableFilesGiveClearErrors) {
     EXPECT_THAT(OpenError(context_, PathOf("notes.txt")), HasSubstr("not a PDF file"));
 
     WriteBytes(PathOf("garbage.pdf"), "%PDF-1.7\n" + std::string(4000, '\x9c') + "\n%%EOF\n");
-    const std::string garbage = OpenError(context_, PathOf("garbage.pdf"));
-    EXPECT_THAT(garbage, HasSubstr("cannot open " + PathOf("garbage.pdf")));
-    EXPECT_THAT(garbage, HasSubstr("damaged"));
+    EXPECT_THAT(OpenError(context_, PathOf("garbage.pdf")),
+                AllOf(HasSubstr("cannot open " + PathOf("garbage.pdf")), HasSubstr("damaged")));
 
     const std::string bytes = ReadBytes(WritePdf("whole.pdf", ThreePages()));
     WriteBytes(PathOf("stub.pdf"), bytes.substr(0, 60));
@@ -60,10 +60,9 @@ TEST_F(OpenTest, FileWithoutCrossReferenceIsRepaired) {
     const std::string bytes = ReadBytes(WritePdf("whole.pdf", ThreePages()));
     const std::size_t xref = bytes.rfind("xref");
     ASSERT_NE(xref, std::string::npos);
-    WriteBytes(PathOf("cut.pdf"), bytes.substr(0, xref));
     context_.TakeWarnings();
 
-    Document document = Document::Open(context_, PathOf("cut.pdf"));
+    Document document = OpenBytes(bytes.substr(0, xref), "cut.pdf");
     EXPECT_EQ(document.PageCount(), 3);
     EXPECT_EQ(document.PageObjects(0), std::vector<PageObjectType>{PageObjectType::kText});
     EXPECT_FALSE(context_.TakeWarnings().empty());
@@ -78,7 +77,7 @@ PdfDescription NoCopyRecipe(EncryptionMethod method, const std::string& user_pas
     return recipe;
 }
 
-TEST_F(OpenTest, EncryptedNoCopyFileGrantsAllOnlyToTheOwner) {
+TEST_F(OpenTest, EncryptedFilesGrantAllOnlyToTheOwnerAndAskForTheUserPassword) {
     const std::string path = WritePdf("nocopy.pdf", NoCopyRecipe(EncryptionMethod::kAes128, ""));
     const Document reader = Document::Open(context_, path);
     EXPECT_TRUE(reader.IsEncrypted());
@@ -89,21 +88,19 @@ TEST_F(OpenTest, EncryptedNoCopyFileGrantsAllOnlyToTheOwner) {
     EXPECT_EQ(Document::Open(context_, path, "owner-secret").Permissions(), permission::kAll);
     // A wrong password for a file that opens without one leaves the reader's rights.
     EXPECT_EQ(Document::Open(context_, path, "guess").Permissions(), reader.Permissions());
-}
 
-TEST_F(OpenTest, UserPasswordIsRequiredAndChecked) {
-    const std::string path =
+    // A user password is required and checked.
+    const std::string locked =
         WritePdf("locked.pdf", NoCopyRecipe(EncryptionMethod::kRc4_128, "user-pw"));
-    EXPECT_THAT(OpenError(context_, path), HasSubstr("password is required"));
-    EXPECT_THAT(OpenError(context_, path, "nope"), HasSubstr("wrong password"));
-
-    const Document user = Document::Open(context_, path, "user-pw");
+    EXPECT_THAT(OpenError(context_, locked), HasSubstr("password is required"));
+    EXPECT_THAT(OpenError(context_, locked, "nope"), HasSubstr("wrong password"));
+    const Document user = Document::Open(context_, locked, "user-pw");
     EXPECT_EQ(user.PageCount(), 1);
     EXPECT_EQ(user.Permissions() & permission::kCopy, 0u);
-    EXPECT_EQ(Document::Open(context_, path, "owner-secret").Permissions(), permission::kAll);
+    EXPECT_EQ(Document::Open(context_, locked, "owner-secret").Permissions(), permission::kAll);
 }
 
-TEST_F(OpenTest, InfoStringsReadBackByteExact) {
+TEST_F(OpenTest, InfoStringsReadBackByteExactAndAreAbsentUntilSet) {
     const std::string utf16_title("\xFE\xFF\x00T\x00\xE9\x00(", 8);
     PdfDescription recipe{.pages = {PageDescription::Blank()}};
     recipe.info = {{"CreationDate", "D:20240102030405+01'00'"},
@@ -115,17 +112,14 @@ TEST_F(OpenTest, InfoStringsReadBackByteExact) {
     for (const auto& [key, value] : recipe.info)
         EXPECT_EQ(document.InfoString(key), value) << key;
     EXPECT_EQ(document.InfoString("Author"), std::nullopt);
-}
 
-TEST_F(OpenTest, InfoIsAbsentUntilSet) {
-    Document document = OpenWritten(ThreePages(), "plain.pdf");
-    EXPECT_FALSE(document.HasInfo());
-    EXPECT_EQ(document.InfoString("Title"), std::nullopt);
-
-    document.SetInfoString("Title", "Quarterly report");
-    EXPECT_TRUE(document.HasInfo());
-    EXPECT_EQ(document.InfoString("Title"), "Quarterly report");
-    EXPECT_EQ(document.Revision(), 1u);
+    Document plain = OpenWritten(ThreePages(), "plain.pdf");
+    EXPECT_FALSE(plain.HasInfo());
+    EXPECT_EQ(plain.InfoString("Title"), std::nullopt);
+    plain.SetInfoString("Title", "Quarterly report");
+    EXPECT_TRUE(plain.HasInfo());
+    EXPECT_EQ(plain.InfoString("Title"), "Quarterly report");
+    EXPECT_EQ(plain.Revision(), 1u);
 }
 
 TEST_F(OpenTest, BlankDocumentIsOneLetterPage) {
@@ -176,9 +170,8 @@ void RemoveImages(Document& document, int page) {
 
 std::vector<std::string> FolderEntries(const fs::path& folder) {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(folder)) {
+    for (const auto& entry : fs::directory_iterator(folder))
         names.push_back(entry.path().filename().string());
-    }
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -286,11 +279,9 @@ class PageMapTest : public EngineTest {
               "<< /Type /Annot /Subtype /Link /Rect [0 0 10 10] /Dest [2 /XYZ 0 0 0] >>",
               "<< /Type /Annot /Subtype /Link /Rect [0 0 10 10] /Dest [7 0 R /Fit] >>",
               "<< /Type /Annot /Subtype /Link /Rect [0 0 10 10] /A << /S /GoTo /D [4 /Fit] >> "
-              ">>"}) {
+              ">>"})
             pdf.Add(object);
-        }
-        WriteBytes(PathOf("tree.pdf"), pdf.Bytes(1));
-        return Document::Open(context_, PathOf("tree.pdf"));
+        return OpenBytes(pdf.Bytes(1), "tree.pdf");
     }
 
     // The references held on each page's dictionary besides the one asked for here.
@@ -342,7 +333,7 @@ TEST_F(PageMapTest, LookupsAndLoadsLeaveNoReferenceBehind) {
     EXPECT_EQ(References(document), before);
 }
 
-TEST(MupdfCallTest, MupdfErrorsBecomeExceptionsAndTheContextStaysUsable) {
+TEST(MupdfCallTest, MupdfErrorsBecomeExceptionsCppOnesPassAndTheContextStaysUsable) {
     Context context;
     fz_context* ctx = context.get();
     // Far more failures than MuPDF's error stack is deep: each one must unwind it fully.
@@ -357,14 +348,11 @@ TEST(MupdfCallTest, MupdfErrorsBecomeExceptionsAndTheContextStaysUsable) {
     EXPECT_EQ(CallMupdf(ctx, "arithmetic", [] { return 6 * 7; }), 42);
     DocumentPtr doc(ctx, CallMupdf(ctx, "create", [&] { return pdf_create_document(ctx); }));
     EXPECT_EQ(CallMupdf(ctx, "count", [&] { return pdf_count_pages(ctx, doc.get()); }), 0);
-}
-
-TEST(MupdfCallTest, CppExceptionsPassThroughUnchanged) {
-    Context context;
-    EXPECT_THAT([&] { CallMupdf(context.get(), "work", [] { throw std::out_of_range("mine"); }); },
+    // C++ exceptions pass through unchanged.
+    EXPECT_THAT([&] { CallMupdf(ctx, "work", [] { throw std::out_of_range("mine"); }); },
                 ThrowsMessage<std::out_of_range>("mine"));
     const auto named = [] { return 1; };
-    EXPECT_EQ(CallMupdf(context.get(), "after", named), 1);
+    EXPECT_EQ(CallMupdf(ctx, "after", named), 1);
 }
 
 }  // namespace

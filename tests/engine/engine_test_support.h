@@ -41,20 +41,20 @@ inline void WriteBytes(const std::string& path, const std::string& bytes) {
 // Standard output of a shell command (an independent PDF reader, for example).
 inline std::string RunCommand(const std::string& command) {
     std::unique_ptr<FILE, int (*)(FILE*)> pipe(::popen(command.c_str(), "r"), ::pclose);
-    if (!pipe)
-        return {};
     std::string output;
-    std::array<char, 4096> buffer{};
-    std::size_t read = 0;
-    while ((read = std::fread(buffer.data(), 1, buffer.size(), pipe.get())) > 0) {
-        output.append(buffer.data(), read);
-    }
+    for (int c = 0; pipe && (c = std::fgetc(pipe.get())) != EOF;)
+        output += static_cast<char>(c);
     return output;
 }
 
 // What poppler's pdftotext reads from a file.
 inline std::string PdfToText(const std::string& path) {
     return RunCommand("pdftotext -q '" + path + "' -");
+}
+
+// What poppler's pdfinfo says of a file, errors included.
+inline std::string PdfInfo(const std::string& path) {
+    return RunCommand("pdfinfo '" + path + "' 2>&1");
 }
 
 // A test name made of a case's description: letters and digits kept, the rest "_".
@@ -88,6 +88,11 @@ class EngineTest : public ::testing::Test {
         return path;
     }
 
+    // `bytes` written as `name` and opened.
+    Document OpenBytes(const std::string& bytes, const std::string& name = "in.pdf") {
+        WriteBytes(PathOf(name), bytes);
+        return Document::Open(context_, PathOf(name));
+    }
     // The document of `recipe`, written as `name` and opened.
     Document OpenWritten(const PdfDescription& recipe, const std::string& name = "doc.pdf") {
         return Document::Open(context_, WritePdf(name, recipe));
@@ -206,10 +211,9 @@ inline PdfValue MatchAnnotation(Document& document, int page, const std::string&
     dict.Set("Type", PdfValue::Name("Annot"));
     dict.Set("Subtype", PdfValue::Name(subtype));
     Rect all = rects.front();
-    for (const Rect& r : rects) {
+    for (const Rect& r : rects)
         all = Rect{std::min(all.left, r.left), std::min(all.bottom, r.bottom),
                    std::max(all.right, r.right), std::max(all.top, r.top)};
-    }
     dict.Set("Rect", Numbers({all.left, all.bottom, all.right, all.top}));
     dict.Set("F", PdfValue::Integer(4));
     PdfValue quads = PdfValue::Array();

@@ -30,11 +30,7 @@ using namespace std::string_view_literals;
 
 TEST(RemovedTextMatcherTest, CutsWithoutCaseAndAcrossWhitespace) {
     const RemovedTextMatcher matcher({U"Ana Lind", U"  ", U"Lind", U"ana lind berg"});
-    struct Case {
-        std::u32string text;
-        std::u32string expected;
-    };
-    const Case cases[] = {
+    const std::pair<std::u32string, std::u32string> cases[] = {
         {U"to ANA LIND now", U"to  now"},
         {U"to Ana\n\t Lind", U"to "},
         {U"Ana Lind Berg!", U"!"},  // the longest text that matches wins
@@ -43,8 +39,8 @@ TEST(RemovedTextMatcherTest, CutsWithoutCaseAndAcrossWhitespace) {
         {U"ÄNA LIND", U"ÄNA "},     // letters differ: only "Lind" goes
         {U"", U""},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(matcher.Erase(c.text), c.expected);
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(matcher.Erase(text), expected);
     EXPECT_TRUE(RemovedTextMatcher({U" \t"}).Empty()) << "whitespace alone removes nothing";
 }
 
@@ -60,11 +56,7 @@ TEST(RemovedTextMatcherTest, FindsTextInBytesOfEveryEncoding) {
 
 TEST(PdfTextStringTest, CutsOnlyTheMatchAndKeepsEveryOtherByte) {
     const RemovedTextMatcher matcher({U"Ana Lind", U"é"});
-    struct Case {
-        std::string bytes;
-        std::optional<std::string> expected;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, std::optional<std::string>> cases[] = {
         {"Dear Ana Lind,", "Dear ,"},
         {"caf\xe9 \x95 Ana LIND", "caf \x95 "},                    // PDFDoc
         {"\xfe\xff\0A\0n\0a\0 \0L\0i\0n\0d\0!"s, "\xfe\xff\0!"s},  // UTF-16BE
@@ -74,8 +66,8 @@ TEST(PdfTextStringTest, CutsOnlyTheMatchAndKeepsEveryOtherByte) {
         {"\001\002Ana Lind", std::nullopt},              // binary
         {"\xfe\xff\0A\0"s, std::nullopt},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(ScrubPdfText(c.bytes, matcher), c.expected) << c.bytes;
+    for (const auto& [bytes, expected] : cases)
+        EXPECT_EQ(ScrubPdfText(bytes, matcher), expected) << bytes;
 }
 
 TEST(XmlTextScrubTest, CutsValuesAndKeepsTheMarkup) {
@@ -100,10 +92,8 @@ struct Plant {
                       "BT /F1 12 Tf 72 720 Td (Quarterly report) Tj 0 -18 Td (Page text) Tj ET");
         pdf.Add("");
     }
-    // A stream of `data`, deflated unless `deflate` is false.
-    int Stream(const std::string& dict, std::string_view data, bool deflate = true) {
-        if (!deflate)
-            return pdf.AddStream(dict, std::string(data));
+    // A deflated stream of `data`.
+    int Stream(const std::string& dict, std::string_view data) {
         std::size_t size = 0;
         unsigned char* packed = CallMupdf(ctx, "deflate", [&] {
             return fz_new_deflated_data(ctx, &size,
@@ -239,8 +229,8 @@ const HiddenPlace kHiddenPlaces[] = {
     {"AttachmentDamaged", [](Plant& p) { Attachment(p, "c.txt", "raw Ana Lind", true); }},
     {"FreeTextAppearance",
      [](Plant& p) {
-         const int ap = p.Stream("/Subtype /Form /BBox [0 0 128 28]",
-                                 "BT /Helv 10 Tf 2 5 Td (Ana Lind) Tj ET", false);
+         const int ap = p.pdf.AddStream("/Subtype /Form /BBox [0 0 128 28]",
+                                        "BT /Helv 10 Tf 2 5 Td (Ana Lind) Tj ET");
          Note(p, "FreeText", "/Contents (see note) /AP << /N " + Ref(ap) + " >>");
      }},
 };

@@ -23,6 +23,7 @@
 namespace pdfhost::engine {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using Matches = std::vector<TextMatch>;
 using Texts = std::vector<std::u32string>;
@@ -42,14 +43,6 @@ Matches FindIn(std::u32string_view haystack, std::u32string_view needle, FindOpt
 class PageTextTest : public EngineTest {
   protected:
     Document TwoLines() { return factory_.Build(TextPage({"Hello world", "Second line"})); }
-
-    void SetRotation(Document& document, int degrees) {
-        fz_context* ctx = document.fz();
-        const ObjPtr page = document.PageObject(0, "rotate");
-        CallMupdf(ctx, "rotate",
-                  [&] { pdf_dict_put_int(ctx, page.get(), PDF_NAME(Rotate), degrees); });
-        document.MarkChanged();
-    }
 };
 
 TEST_F(PageTextTest, CharactersAreNumberedLineByLineWithoutIndexesForLineBreaks) {
@@ -69,7 +62,10 @@ TEST_F(PageTextTest, GeometryIsInPdfPageSpaceWhateverThePageRotation) {
     for (const int rotation : {0, 90, 180, 270}) {
         SCOPED_TRACE(rotation);
         Document document = TwoLines();
-        SetRotation(document, rotation);
+        const ObjPtr page = document.PageObject(0, "rotate");
+        CallMupdf(document.fz(), "rotate",
+                  [&] { pdf_dict_put_int(document.fz(), page.get(), PDF_NAME(Rotate), rotation); });
+        document.MarkChanged();
         const PageText text = PageText::OfPage(document, 0);
         ASSERT_EQ(text.CharCount(), 22);
 
@@ -124,18 +120,19 @@ TEST(TextPatternTest, MatchesDoNotOverlapAndStartWhereAsked) {
     EXPECT_EQ(FindIn(U"nothing here", U"absent"), Matches{});
 }
 
-TEST(TextPatternTest, WhitespaceRunsMatchAnyWhitespace) {
+TEST(TextPatternTest, WhitespaceRunsMatchAnyWhitespaceAndMarksOfNothingFindNothing) {
     EXPECT_EQ(FindIn(U"John   Smith", U"John Smith"), (Matches{{0, 12}}));
     EXPECT_EQ(FindIn(U"John\u00a0Smith", U"John\r\nSmith"), (Matches{{0, 10}}));
     EXPECT_EQ(FindIn(U"JohnSmith", U"John Smith"), Matches{});
     EXPECT_EQ(FindIn(U"x file", U"\ufb01le"), (Matches{{2, 4}}));
     EXPECT_FALSE(TextPattern::Compile(U"", {}).has_value());
     EXPECT_FALSE(TextPattern::Compile(U" \r\n\t", {}).has_value());
+    EXPECT_FALSE(TextPattern::Compile(U"\u00ad\u200b", {}).has_value());
+    EXPECT_FALSE(TextPattern::Compile(U" \u00ad \u3000", {}).has_value());
+    EXPECT_TRUE(TextPattern::Compile(U"\xdfff", {}).has_value());
 }
 
-class TextFinderOnPage : public EngineTest {};
-
-TEST_F(TextFinderOnPage, APhraseFoundAcrossALineBreakHasOneRectanglePerLine) {
+TEST_F(PageTextTest, APhraseFoundAcrossALineBreakHasOneRectanglePerLine) {
     const Document document = factory_.Build(PdfDescription{
         .pages = {PageDescription::TextLines({"Please call John", "Smith today, or John Smith"})}});
     const PageText text = PageText::OfPage(document, 0);
@@ -213,12 +210,6 @@ TEST_P(FoldingTest, FindsWhatAReaderTakesForTheNeedle) {
 
 INSTANTIATE_TEST_SUITE_P(Table, FoldingTest, ::testing::ValuesIn(kFoldingCases),
                          [](const auto& info) { return CaseName(info.param.description); });
-
-TEST(ReadingNeedleTest, NothingToFindInMarksOfNothing) {
-    EXPECT_FALSE(TextPattern::Compile(U"\u00ad\u200b", {}).has_value());
-    EXPECT_FALSE(TextPattern::Compile(U" \u00ad \u3000", {}).has_value());
-    EXPECT_TRUE(TextPattern::Compile(U"\xdfff", {}).has_value());
-}
 
 // Sizes where matching that restarted inside a run, or went back over the page, would take
 // minutes: whitespace runs are taken once, matches go on where the last one ended.
@@ -317,9 +308,7 @@ class MappedTextTest : public EngineTest {
             "<< /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica "
             "/Encoding /WinAnsiEncoding /ToUnicode " +
             Ref(toUnicode) + " >> >> >>";
-        const std::string path = PathOf("mapped.pdf");
-        WriteBytes(path, RawDocument(pdf, {page}));
-        document_ = std::make_unique<Document>(Document::Open(context_, path));
+        document_ = std::make_unique<Document>(OpenBytes(RawDocument(pdf, {page})));
         return PageText::OfPage(*document_, 0);
     }
 
@@ -336,12 +325,10 @@ TEST_F(MappedTextTest, ASpaceStoredInsideAWordIsReadPast) {
     EXPECT_EQ(Found(text, U"Erfinder"), (Texts{U"Erfi nder"}));
     EXPECT_EQ(Found(text, U"erfinder", {.wholeWord = true}), (Texts{U"Erfi nder"}));
     EXPECT_EQ(ReaderLines(text), (Texts{U"Erfinder"}));
-}
-
-TEST_F(MappedTextTest, AWordGapIsNoStoredSpace) {
-    const PageText text = PageWith(kLigatureMap, "BT /F1 12 Tf 72 720 Td (Er nder) Tj ET");
-    EXPECT_TRUE(Found(text, U"Ernder").empty());
-    EXPECT_EQ(Found(text, U"er nder").size(), 1u);
+    // A word gap is no stored space.
+    const PageText gap = PageWith(kLigatureMap, "BT /F1 12 Tf 72 720 Td (Er nder) Tj ET");
+    EXPECT_TRUE(Found(gap, U"Ernder").empty());
+    EXPECT_EQ(Found(gap, U"er nder").size(), 1u);
 }
 
 // "Q" is drawn for a full-width space: moved back over its own width it stands inside a word.
@@ -367,7 +354,7 @@ TEST_F(MappedTextTest, ASoftHyphenAtALineEndJoinsTheWord) {
 // gimel, so "(cba)" shows the word alef-bet-gimel to a reader going right to left.
 const char kHebrewMap[] = "<61> <05D0>\n<62> <05D1>\n<63> <05D2>\n";
 
-TEST_F(MappedTextTest, RightToLeftTextInVisualOrderIsFoundByItsLogicalWord) {
+TEST_F(MappedTextTest, RightToLeftTextIsFoundByItsLogicalWordInVisualOrStoredOrder) {
     const PageText text =
         PageWith(kHebrewMap, "BT /F1 12 Tf 72 720 Td (cba ba) Tj 0 -18 Td (Toni: cba) Tj ET");
     ASSERT_EQ(text.Slice(0, 3), U"\u05d2\u05d1\u05d0");
@@ -378,13 +365,10 @@ TEST_F(MappedTextTest, RightToLeftTextInVisualOrderIsFoundByItsLogicalWord) {
     EXPECT_TRUE(Find(text, U"\u05d2\u05d1\u05d0").empty());
     EXPECT_EQ(ReaderLines(text),
               (Texts{U"\u05d0\u05d1 \u05d0\u05d1\u05d2", U"Toni: \u05d0\u05d1\u05d2"}));
-}
-
-TEST_F(MappedTextTest, RightToLeftTextStoredAsReadKeepsItsOrder) {
-    // Each glyph is moved back over itself and one more width: drawn right to left.
-    const PageText text =
+    // Stored as read: each glyph moved back over itself and one more width, drawn right to left.
+    const PageText asRead =
         PageWith(kHebrewMap, "BT /F1 12 Tf 300 720 Td [(a) 1112 (b) 1112 (c)] TJ ET");
-    EXPECT_EQ(Found(text, U"\u05d0\u05d1\u05d2"), (Texts{U"\u05d0\u05d1\u05d2"}));
+    EXPECT_EQ(Found(asRead, U"\u05d0\u05d1\u05d2"), (Texts{U"\u05d0\u05d1\u05d2"}));
 }
 
 // Public files with right-to-left text (tests/data/real, see its README), stored in visual or in
@@ -483,12 +467,11 @@ TEST_F(OcrLayerTest, AScannedPageBecomesSearchableWithoutChangingHowItLooks) {
     EXPECT_GE(AddOcrTextLayer(document, 0, recognizer), 6);
 
     const PageText text = PageText::OfPage(document, 0);
-    const std::string all = EncodeUtf8(text.Slice(0, text.CharCount()));
-    EXPECT_THAT(all, HasSubstr("INVOICE NUMBER 48213"));
-    EXPECT_THAT(all, HasSubstr("Payment due soon"));
+    EXPECT_THAT(EncodeUtf8(text.Slice(0, text.CharCount())),
+                AllOf(HasSubstr("INVOICE NUMBER 48213"), HasSubstr("Payment due soon")));
     // The words stand where the picture shows them: the first line above the second.
-    const std::vector<TextMatch> invoice = TextPattern::Compile(U"INVOICE", {})->FindAll(text);
-    const std::vector<TextMatch> payment = TextPattern::Compile(U"Payment", {})->FindAll(text);
+    const Matches invoice = Find(text, U"INVOICE");
+    const Matches payment = Find(text, U"Payment");
     ASSERT_EQ(invoice.size(), 1u);
     ASSERT_EQ(payment.size(), 1u);
     const Rect first = text.LineBoxes(invoice[0].first, invoice[0].count).front();
@@ -497,11 +480,8 @@ TEST_F(OcrLayerTest, AScannedPageBecomesSearchableWithoutChangingHowItLooks) {
     EXPECT_GT(first.bottom, second.top - 2);
     EXPECT_NEAR(first.bottom, 700, 10);
 
-    const RgbImage after = document.Render(0, 72);
-    EXPECT_EQ(before.pixels, after.pixels);
-
-    const std::string saved = Saved(document, "searchable.pdf");
-    EXPECT_THAT(RunCommand("pdftotext '" + saved + "' -"), HasSubstr("INVOICE NUMBER 48213"));
+    EXPECT_EQ(document.Render(0, 72).pixels, before.pixels);
+    EXPECT_THAT(PdfToText(Saved(document, "searchable.pdf")), HasSubstr("INVOICE NUMBER 48213"));
 }
 
 TEST_F(OcrLayerTest, ABlankPageGetsNoText) {

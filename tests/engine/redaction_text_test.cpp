@@ -19,17 +19,16 @@ TEST_F(RedactionTextTest, TextUnderEachAnnotationByRunOfCharacters) {
     Document document =
         OpenWritten(TextPage({"Client Jane Roe here", "Next line", "Ref 4711 and 4712"}));
     const PageText text = PageText::OfPage(document, 0);
-    struct Case {
+    const struct {
         std::vector<std::string> words;  // one annotation over their rectangles
         std::vector<std::u32string> expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{"Jane"}, {U"Jane"}},
         {{"Jane", "Roe"}, {U"Jane", U"Roe"}},  // two quads, a space between them uncovered
         {{"4711", "4712"}, {U"4711", U"4712"}},
         {{"Next"}, {U"Next"}},  // the neighbouring lines stay out
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         std::vector<Rect> rects;
         for (const std::string& word : c.words) {
             const std::vector<Rect> found = WordRects(document, 0, word);
@@ -54,11 +53,10 @@ TEST_F(RedactionTextTest, CentresFindWhatTheWholePageWalkFinds) {
     const Rect first = text.Chars().front().box;
     const Rect last = text.Chars().back().box;
     const float h = first.Height();
-    struct Case {
+    const struct {
         const char* what;
         std::vector<Rect> rects;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"one glyph", {first}},
         {"the last glyph", {last}},
         {"a word and a word three lines down",
@@ -73,7 +71,7 @@ TEST_F(RedactionTextTest, CentresFindWhatTheWholePageWalkFinds) {
          {Rect{(first.left + first.right) / 2, first.bottom, first.right,
                (first.bottom + first.top) / 2 + h / 4}}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         RedactionAreas areas;
         for (const Rect& r : c.rects)
             areas.Add(r);

@@ -12,6 +12,7 @@
 namespace pdfhost::engine {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
@@ -26,8 +27,7 @@ class TextReplacerTest : public EngineTest {
     }
 
     std::string SavedText(Document& document) {
-        const std::string path = Saved(document, "saved.pdf");
-        return RunCommand("pdftotext -layout '" + path + "' -");
+        return RunCommand("pdftotext -layout '" + Saved(document, "saved.pdf") + "' -");
     }
 };
 
@@ -87,10 +87,8 @@ TEST_F(TextReplacerTest, OtherRedactAnnotationsOfThePageStayUnapplied) {
     ReplaceMatch(document, 0, Placement(document, U"one"), "1");
 
     EXPECT_EQ(Redactor(document).RedactAnnotations().size(), 1u);
-    const std::string text = SavedText(document);
-    EXPECT_THAT(text, HasSubstr("secret two"));
-    EXPECT_THAT(text, HasSubstr("secret 1"));
-    EXPECT_THAT(text, Not(HasSubstr("one")));
+    EXPECT_THAT(SavedText(document),
+                AllOf(HasSubstr("secret two"), HasSubstr("secret 1"), Not(HasSubstr("one"))));
 }
 
 TEST_F(TextReplacerTest, ReplacingTheSameMatchTwiceKeepsOnlyTheLastText) {
@@ -99,11 +97,8 @@ TEST_F(TextReplacerTest, ReplacingTheSameMatchTwiceKeepsOnlyTheLastText) {
     ReplaceMatch(document, 0, alice, "Bob");
     ReplaceMatch(document, 0, alice, "Carol");
 
-    const std::string text = SavedText(document);
-    EXPECT_THAT(text, HasSubstr("Carol"));
-    EXPECT_THAT(text, Not(HasSubstr("Bob")));
-    EXPECT_THAT(text, Not(HasSubstr("Alice")));
-    EXPECT_THAT(text, HasSubstr("now"));
+    EXPECT_THAT(SavedText(document), AllOf(HasSubstr("Carol"), Not(HasSubstr("Bob")),
+                                           Not(HasSubstr("Alice")), HasSubstr("now")));
 }
 
 TEST_F(TextReplacerTest, ADocumentThatForbidsChangesIsLeftAsItWas) {

@@ -8,10 +8,6 @@ namespace {
 
 FakeRuntime* current = nullptr;
 
-std::string Flag(const char* name, BOOL value) {
-    return std::string(name) + "(" + (value ? "1" : "0") + ")";
-}
-
 HRESULT STDMETHODCALLTYPE
 StartEnvironment(PCWSTR runtimeFolder, PCWSTR userDataFolder, ICoreWebView2EnvironmentOptions*,
                  ICoreWebView2CreateCoreWebView2EnvironmentCompletedHandler* handler) {
@@ -30,26 +26,6 @@ LPWSTR TaskString(const std::wstring& text) {
     auto* copy = static_cast<LPWSTR>(CoTaskMemAlloc(bytes));
     std::memcpy(copy, text.c_str(), bytes);
     return copy;
-}
-
-HRESULT STDMETHODCALLTYPE FakeSettings::put_IsScriptEnabled(BOOL value) {
-    log.push_back(Flag("put_IsScriptEnabled", value));
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE FakeSettings::put_IsWebMessageEnabled(BOOL value) {
-    log.push_back(Flag("put_IsWebMessageEnabled", value));
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE FakeSettings::put_AreDefaultScriptDialogsEnabled(BOOL value) {
-    log.push_back(Flag("put_AreDefaultScriptDialogsEnabled", value));
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE FakeSettings::put_AreDefaultContextMenusEnabled(BOOL value) {
-    log.push_back(Flag("put_AreDefaultContextMenusEnabled", value));
-    return S_OK;
 }
 
 HRESULT STDMETHODCALLTYPE FakeWebView::get_Settings(ICoreWebView2Settings** settings) {
@@ -71,48 +47,6 @@ HRESULT STDMETHODCALLTYPE FakeWebView::Navigate(LPCWSTR uri) {
 
 HRESULT STDMETHODCALLTYPE FakeWebView::NavigateToString(LPCWSTR html) {
     log.push_back("NavigateToString(" + ToUtf8(html) + ")");
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE FakeWebView::add_NavigationStarting(
-    ICoreWebView2NavigationStartingEventHandler* handler, EventRegistrationToken* token) {
-    log.push_back("add_NavigationStarting");
-    starting_ = ComPtr<ICoreWebView2NavigationStartingEventHandler>::Retain(handler);
-    token->value = 2;
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE FakeWebView::remove_NavigationStarting(EventRegistrationToken token) {
-    log.push_back("remove_NavigationStarting(" + std::to_string(token.value) + ")");
-    starting_.Reset();
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE FakeWebView::add_NavigationCompleted(
-    ICoreWebView2NavigationCompletedEventHandler* handler, EventRegistrationToken* token) {
-    log.push_back("add_NavigationCompleted");
-    completed_ = ComPtr<ICoreWebView2NavigationCompletedEventHandler>::Retain(handler);
-    token->value = 3;
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE FakeWebView::remove_NavigationCompleted(EventRegistrationToken token) {
-    log.push_back("remove_NavigationCompleted(" + std::to_string(token.value) + ")");
-    completed_.Reset();
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE FakeWebView::add_WebMessageReceived(
-    ICoreWebView2WebMessageReceivedEventHandler* handler, EventRegistrationToken* token) {
-    log.push_back("add_WebMessageReceived");
-    messages_ = ComPtr<ICoreWebView2WebMessageReceivedEventHandler>::Retain(handler);
-    token->value = 1;
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE FakeWebView::remove_WebMessageReceived(EventRegistrationToken token) {
-    log.push_back("remove_WebMessageReceived(" + std::to_string(token.value) + ")");
-    messages_.Reset();
     return S_OK;
 }
 
@@ -158,10 +92,7 @@ class FakeNavigationArgs final
         *value = TRUE;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE put_Cancel(BOOL cancel) override {
-        log.push_back(Flag("put_Cancel", cancel));
-        return S_OK;
-    }
+    FAKE_FLAG(put_Cancel)
 
   private:
     std::wstring uri_;
@@ -181,11 +112,6 @@ void FakeWebView::StartNavigation(const std::wstring& uri) {
 
 void FakeWebView::CompleteNavigation() {
     completed_->Invoke(this, nullptr);
-}
-
-HRESULT STDMETHODCALLTYPE FakeController::put_IsVisible(BOOL visible) {
-    log.push_back(Flag("put_IsVisible", visible));
-    return S_OK;
 }
 
 HRESULT STDMETHODCALLTYPE FakeController::get_Bounds(RECT* value) {

@@ -43,13 +43,36 @@ class FakeCom : public Base {
 // A copy that the callee frees with CoTaskMemFree, as the runtime hands out strings.
 LPWSTR TaskString(const std::wstring& text);
 
+// A flag's setter that logs its name and value, as "Name(1)".
+#define FAKE_FLAG(Name)                                                    \
+    HRESULT STDMETHODCALLTYPE Name(BOOL value) override {                  \
+        log.push_back(std::string(#Name "(") + (value ? "1" : "0") + ")"); \
+        return S_OK;                                                       \
+    }
+
+// An event's add and remove members, both logged: the handler is kept in `slot`, and its
+// registration gets the token `number`.
+#define FAKE_EVENT(Name, Handler, slot, number)                                           \
+    HRESULT STDMETHODCALLTYPE add_##Name(Handler* handler, EventRegistrationToken* token) \
+        override {                                                                        \
+        log.push_back("add_" #Name);                                                      \
+        slot = ComPtr<Handler>::Retain(handler);                                          \
+        token->value = number;                                                            \
+        return S_OK;                                                                      \
+    }                                                                                     \
+    HRESULT STDMETHODCALLTYPE remove_##Name(EventRegistrationToken token) override {      \
+        log.push_back("remove_" #Name "(" + std::to_string(token.value) + ")");           \
+        slot.Reset();                                                                     \
+        return S_OK;                                                                      \
+    }
+
 class FakeSettings final : public FakeCom<UnimplementedCoreWebView2Settings> {
   public:
     explicit FakeSettings(CallLog& log) : FakeCom(log, {IID_ICoreWebView2Settings}) {}
-    HRESULT STDMETHODCALLTYPE put_IsScriptEnabled(BOOL value) override;
-    HRESULT STDMETHODCALLTYPE put_IsWebMessageEnabled(BOOL value) override;
-    HRESULT STDMETHODCALLTYPE put_AreDefaultScriptDialogsEnabled(BOOL value) override;
-    HRESULT STDMETHODCALLTYPE put_AreDefaultContextMenusEnabled(BOOL value) override;
+    FAKE_FLAG(put_IsScriptEnabled)
+    FAKE_FLAG(put_IsWebMessageEnabled)
+    FAKE_FLAG(put_AreDefaultScriptDialogsEnabled)
+    FAKE_FLAG(put_AreDefaultContextMenusEnabled)
 };
 
 class FakeWebView final : public FakeCom<UnimplementedCoreWebView2_2> {
@@ -61,18 +84,9 @@ class FakeWebView final : public FakeCom<UnimplementedCoreWebView2_2> {
     HRESULT STDMETHODCALLTYPE get_Source(LPWSTR* uri) override;
     HRESULT STDMETHODCALLTYPE Navigate(LPCWSTR uri) override;
     HRESULT STDMETHODCALLTYPE NavigateToString(LPCWSTR html) override;
-    HRESULT STDMETHODCALLTYPE
-    add_NavigationStarting(ICoreWebView2NavigationStartingEventHandler* handler,
-                           EventRegistrationToken* token) override;
-    HRESULT STDMETHODCALLTYPE remove_NavigationStarting(EventRegistrationToken token) override;
-    HRESULT STDMETHODCALLTYPE
-    add_NavigationCompleted(ICoreWebView2NavigationCompletedEventHandler* handler,
-                            EventRegistrationToken* token) override;
-    HRESULT STDMETHODCALLTYPE remove_NavigationCompleted(EventRegistrationToken token) override;
-    HRESULT STDMETHODCALLTYPE
-    add_WebMessageReceived(ICoreWebView2WebMessageReceivedEventHandler* handler,
-                           EventRegistrationToken* token) override;
-    HRESULT STDMETHODCALLTYPE remove_WebMessageReceived(EventRegistrationToken token) override;
+    FAKE_EVENT(NavigationStarting, ICoreWebView2NavigationStartingEventHandler, starting_, 2)
+    FAKE_EVENT(NavigationCompleted, ICoreWebView2NavigationCompletedEventHandler, completed_, 3)
+    FAKE_EVENT(WebMessageReceived, ICoreWebView2WebMessageReceivedEventHandler, messages_, 1)
     HRESULT STDMETHODCALLTYPE
     ExecuteScript(LPCWSTR script, ICoreWebView2ExecuteScriptCompletedHandler* handler) override;
     HRESULT STDMETHODCALLTYPE PostWebMessageAsString(LPCWSTR message) override;
@@ -98,7 +112,7 @@ class FakeController final : public FakeCom<UnimplementedCoreWebView2Controller>
   public:
     FakeController(CallLog& log, FakeWebView& webView)
         : FakeCom(log, {IID_ICoreWebView2Controller}), webView_(webView) {}
-    HRESULT STDMETHODCALLTYPE put_IsVisible(BOOL visible) override;
+    FAKE_FLAG(put_IsVisible)
     HRESULT STDMETHODCALLTYPE get_Bounds(RECT* bounds) override;
     HRESULT STDMETHODCALLTYPE put_Bounds(RECT bounds) override;
     HRESULT STDMETHODCALLTYPE Close() override;

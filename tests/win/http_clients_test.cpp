@@ -36,7 +36,7 @@ std::string ReadFile(const std::wstring& path) {
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
-TEST(WinHttpGetTest, OnlyATwoHundredWithABodyCounts) {
+TEST(WinHttpGetTest, OnlyATwoHundredWithABodyCountsAndNothingToReachFails) {
     LocalHttpServer server;
     ASSERT_TRUE(server.IsListening());
     const struct {
@@ -60,9 +60,16 @@ TEST(WinHttpGetTest, OnlyATwoHundredWithABodyCounts) {
         EXPECT_EQ(WinHttpGet(server.Url(c.path), body, HttpSettings{}), c.code) << c.path;
         EXPECT_EQ(body, c.code == 0 ? c.answer.body : std::string("before")) << c.path;
     }
+    // Nothing to reach: the failure code, the body untouched, and a request that cannot be sent.
+    for (const wchar_t* url : {L"", L"ftp://example.org/x", L"http://", L"http://127.0.0.1:1/x"}) {
+        std::string body = "kept";
+        EXPECT_EQ(WinHttpGet(url, body, HttpSettings{}), 3);
+        EXPECT_EQ(body, "kept");
+        EXPECT_FALSE(WinHttpRequest(url, L"", HttpSettings{}).Send());
+    }
 }
 
-TEST(UrlDownloadTest, AWholeBodyLandsInTheFileWithItsStatuses) {
+TEST(UrlDownloadTest, AWholeBodyLandsInTheFileWithItsStatusesAndAFailedOneLeavesNone) {
     LocalHttpServer server;
     ASSERT_TRUE(server.IsListening());
     const std::string body = Pattern(70000);
@@ -80,9 +87,16 @@ TEST(UrlDownloadTest, AWholeBodyLandsInTheFileWithItsStatuses) {
     EXPECT_EQ(progress.last, body.size());
     DeleteFileW(target.c_str());
 
-    RecordedProgress failed;
-    EXPECT_FALSE(DownloadUrlToFile(server.Url("/gone.pdf"), target, failed));
-    EXPECT_EQ(GetFileAttributesW(target.c_str()), INVALID_FILE_ATTRIBUTES);
+    // A failed download leaves no file, whatever failed.
+    for (const std::wstring& url :
+         {server.Url("/gone.pdf"), L"file:///" + SystemTempFolder() + L"no-such-file-here.pdf",
+          std::wstring(L"http://127.0.0.1:1/file.pdf"), std::wstring(L"not a url")}) {
+        RecordedProgress failed;
+        EXPECT_FALSE(DownloadUrlToFile(url, target, failed));
+        EXPECT_EQ(GetFileAttributesW(target.c_str()), INVALID_FILE_ATTRIBUTES);
+        for (const int status : failed.statuses)
+            EXPECT_TRUE(status >= 4 && status <= 6) << status;
+    }
 }
 
 }  // namespace

@@ -4,20 +4,8 @@
 
 namespace {
 
-std::string Reason(int status) {
-    switch (status) {
-        case 200:
-            return "OK";
-        case 204:
-            return "No Content";
-        case 302:
-            return "Found";
-        case 404:
-            return "Not Found";
-        default:
-            return "Status";
-    }
-}
+const std::map<int, std::string> kReasons = {
+    {200, "OK"}, {204, "No Content"}, {302, "Found"}, {404, "Not Found"}};
 
 }  // namespace
 
@@ -89,7 +77,8 @@ void LocalHttpServer::Answer1(SOCKET client) {
         if (const auto it = answers_.find(path); it != answers_.end())
             answer = it->second;
     }
-    std::string reply = "HTTP/1.1 " + std::to_string(answer.status) + " " + Reason(answer.status) +
+    std::string reply = "HTTP/1.1 " + std::to_string(answer.status) + " " +
+                        (kReasons.contains(answer.status) ? kReasons.at(answer.status) : "Status") +
                         "\r\n" + answer.headers;
     if (answer.status != 204)
         reply += "Content-Length: " + std::to_string(answer.body.size()) + "\r\n";

@@ -9,11 +9,9 @@
 
 #include "document/document_registry.h"
 #include "system_paths.h"
-#include "url_download.h"
 #include "win_timers.h"
 #include "window_test_support.h"
 #include "windows_system_name.h"
-#include "winhttp_request.h"
 
 namespace {
 
@@ -121,38 +119,6 @@ TEST(SystemPathsTest, TempFolderAndThisModule) {
     ASSERT_GT(module.size(), 4u);
     EXPECT_EQ(module.substr(module.size() - 4), L".exe");
     EXPECT_TRUE(Exists(module));
-}
-
-class RecordedProgress final : public DownloadProgress {
-  public:
-    void OnProgress(unsigned long, unsigned long, int status) override {
-        statuses.push_back(status);
-    }
-    std::vector<int> statuses;
-};
-
-TEST(UrlDownloadTest, AFailedDownloadLeavesNoFile) {
-    const std::wstring target = SystemTempFolder() + L"winlayer-download-test.pdf";
-    DeleteFileW(target.c_str());
-    const std::wstring missing = L"file:///" + SystemTempFolder() + L"no-such-file-here.pdf";
-    for (const std::wstring& url :
-         {missing, std::wstring(L"http://127.0.0.1:1/file.pdf"), std::wstring(L"not a url")}) {
-        RecordedProgress progress;
-        EXPECT_FALSE(DownloadUrlToFile(url, target, progress));
-        EXPECT_FALSE(Exists(target));
-        for (const int status : progress.statuses)
-            EXPECT_TRUE(status >= 4 && status <= 6) << status;
-    }
-}
-
-TEST(WinHttpRequestTest, NothingToReachGivesTheFailureCode) {
-    for (const wchar_t* url : {L"", L"ftp://example.org/x", L"http://", L"http://127.0.0.1:1/x"}) {
-        std::string body = "kept";
-        EXPECT_EQ(WinHttpGet(url, body, HttpSettings{}), 3);
-        EXPECT_EQ(body, "kept");
-        WinHttpRequest request(url, L"", HttpSettings{});
-        EXPECT_FALSE(request.Send());
-    }
 }
 
 }  // namespace

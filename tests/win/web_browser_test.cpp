@@ -93,18 +93,17 @@ TEST_F(WebBrowserTest, StartsInOrderAndRunsTheCreationCallbackFromTheMessageLoop
 }
 
 TEST_F(WebBrowserTest, RefusesQuietlyWhatCannotHostThePage) {
-    struct Case {
+    const struct {
         const wchar_t* folder;
         bool loaderPresent;
         bool loaderAsked;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"C:\\Program Files (x86)\\Microsoft\\Edge\\Application\\120.0.1.2", true, false},
         {L"C:\\Users\\u\\AppData\\Local\\Microsoft\\Edge\\Application\\99.1.2.3", true, false},
         {L"", true, false},
         {L"C:\\Program Files (x86)\\Microsoft\\EdgeWebView\\Application\\120.0.1.2", false, true},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         Renew();
         log_.clear();
         runtime_.runtimeFolder = c.folder;
@@ -119,20 +118,19 @@ TEST_F(WebBrowserTest, RefusesQuietlyWhatCannotHostThePage) {
 }
 
 TEST_F(WebBrowserTest, FailuresToStartShowTheirOwnTexts) {
-    struct Case {
+    const struct {
         HRESULT environment;
         HRESULT controller;
         bool begun;
         const wchar_t* text;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), S_OK, false,
          L"Cannot found the WebView2 component. (0x80070002)"},
         {E_FAIL, S_OK, false, L"Cannot create the webview environment. (0x80004005)"},
         // The controller answers after start-up was begun: the dialog believes in the browser.
         {S_OK, E_ACCESSDENIED, true, L"Cannot create webview environment. (0x80070005)"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         Renew();
         runtime_.failures.clear();
         runtime_.environmentStatus = c.environment;

@@ -4,8 +4,9 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 TEST(WinFileDialogTest, FiltersBecomeTheSystemsForm) {
-    using namespace std::string_literals;
     const struct {
         std::wstring filter;
         std::wstring system;
@@ -20,7 +21,6 @@ TEST(WinFileDialogTest, FiltersBecomeTheSystemsForm) {
 }
 
 TEST(WinFileDialogTest, ChosenNamesBecomeFullPaths) {
-    using namespace std::string_literals;
     const struct {
         std::wstring buffer;
         std::vector<std::wstring> paths;
