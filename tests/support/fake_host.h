@@ -515,20 +515,16 @@ class FakeHost : public HostApiDefaults {
     void HostAppShowPane(const char* paneName, int show) override {
         paneCalls.emplace_back(paneName, show);
         for (const auto& [window, record] : paneRecords) {
-            if (window != mainWindow)
-                continue;
-            const auto name = reinterpret_cast<HostPaneNameFn>(record->word(kPaneGetName));
-            if (std::string(name(record->word(kPaneClientData))) != paneName)
+            const auto word = [&](std::size_t at) { return record->word(at); };
+            void* client = word(kPaneClientData);
+            const auto name = reinterpret_cast<HostPaneNameFn>(word(kPaneGetName));
+            if (window != mainWindow || name(client) != std::string(paneName))
                 continue;
             bool& shown = paneShown[record];
-            if (show != 0) {
-                const auto create =
-                    reinterpret_cast<HostPaneCreateFn>(record->word(kPaneCreateWindow));
-                create(record->word(kPaneClientData), paneParent);
-            } else if (shown) {
-                const auto closed = reinterpret_cast<HostPaneClosedFn>(record->word(kPaneClosed));
-                closed(record->word(kPaneClientData));
-            }
+            if (show != 0)
+                reinterpret_cast<HostPaneCreateFn>(word(kPaneCreateWindow))(client, paneParent);
+            else if (shown)
+                reinterpret_cast<HostPaneClosedFn>(word(kPaneClosed))(client);
             shown = show != 0;
             return;
         }
@@ -840,7 +836,7 @@ class FakeHost : public HostApiDefaults {
         return H<HostAnnot>(annot);
     }
     int HostPageViewOwnsAnnot(HostPageView page, HostAnnot annot) override {
-        return std::ranges::count(Annots(page), A(annot));
+        return std::ranges::count(Annots(page), A(annot)) != 0;
     }
     NdxPage HostPageViewGetPage(HostPageView page) override {
         FakePage* fake = PageOf(page);
