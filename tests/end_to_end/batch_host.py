@@ -1,10 +1,23 @@
 """pdfhost in scripted mode as a child process, for the batch tests: one line in, and every line it
 caused out. After each line a "state" line is sent; what comes out up to the state's answer is what
-the line caused (pdfhost answers lines in order, the batch page's own run included)."""
+the line caused (pdfhost answers lines in order, the batch page's own run included). Also the
+checks the end-to-end scripts share."""
 import json
 import queue
 import subprocess
 import threading
+
+SKIP = 77  # the exit status ctest counts as skipped
+
+
+def expect(condition, message):
+    if not condition:
+        raise AssertionError(message)
+
+
+def pdftotext(path):
+    return subprocess.run(["pdftotext", str(path), "-"], check=True, capture_output=True,
+                          text=True).stdout
 
 
 class ScriptedHost:
@@ -53,6 +66,12 @@ class ScriptedHost:
         caused = self.do({"post": json.dumps(["base", command, params or {}, uuid])})
         replies = [json.loads(l["reply"]) for l in caused if "reply" in l]
         return (replies[-1] if replies else None), caused
+
+    def succeed(self, command, params=None):
+        """Posts a bridge request that must answer ret 0; gives its reply."""
+        reply, _ = self.call(command, params)
+        expect(reply and reply["ret"] == 0, "%s: %s" % (command, reply))
+        return reply
 
     def answer(self, dialog, value):
         self.send({"host": "answer", "dialog": dialog, "value": value})

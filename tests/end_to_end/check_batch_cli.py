@@ -12,6 +12,8 @@ import subprocess
 import sys
 import tempfile
 
+from batch_host import SKIP, expect, pdftotext
+
 KEPT = "Quarterly figures stay readable"
 FILES = {
     "a.pdf": ["Contact ana.lind@example.com today", KEPT],
@@ -19,20 +21,12 @@ FILES = {
     "c d.pdf": ["Write to bo.berg@example.org", KEPT],
 }
 GONE = ["ana.lind@example.com", "Ana Lind", "bo.berg@example.org"]
-
-
-def pdftotext(path):
-    return subprocess.run(["pdftotext", str(path), "-"], check=True, capture_output=True,
-                          text=True).stdout
-
-
-def expect(condition, message):
-    if not condition:
-        raise AssertionError(message)
-
-
-SKIP = 77
+OUTPUT = {name: pathlib.Path(name).stem + "_redacted.pdf" for name in FILES}
 AS_NOBODY = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"]
+
+
+def capture(command, timeout):
+    return subprocess.run(command, capture_output=True, text=True, timeout=timeout)
 
 
 def check_unwritable_output(base, root, source):
@@ -48,9 +42,8 @@ def check_unwritable_output(base, root, source):
     locked.chmod(0o555)
     root.chmod(0o777)
     command = base[:4] + ["--profile", str(root / "profile-locked")] + base[6:]
-    run = subprocess.run(prefix + ["env", "HOME=" + str(root)] + command +
-                         ["--out", str(locked), str(source)],
-                         capture_output=True, text=True, timeout=120)
+    run = capture(prefix + ["env", "HOME=" + str(root)] + command +
+                  ["--out", str(locked), str(source)], 120)
     target = locked / (source.stem + "_redacted.pdf")
     expect(run.returncode == 1, "an unwritable output folder fails the file: %s" % run)
     expect("%s: failed: cannot save %s" % (source, target) in run.stdout, run.stdout)
@@ -74,13 +67,11 @@ def main():
         base = [pdfhost, "--batch", "--plugins", plugins, "--profile", str(root / "profile"),
                 "--web", web]
 
-        usage = subprocess.run(base + ["--shard", "3/2", str(source)], capture_output=True,
-                               text=True, timeout=60)
+        usage = capture(base + ["--shard", "3/2", str(source)], 60)
         expect(usage.returncode == 2, "a shard that doesn't exist is bad usage: %s" % usage)
 
-        run = subprocess.run(base + ["--out", str(out), "--terms", "Ana Lind", "--report",
-                                     str(report), str(source)],
-                             capture_output=True, text=True, timeout=300)
+        run = capture(base + ["--out", str(out), "--terms", "Ana Lind", "--report", str(report),
+                              str(source)], 300)
         print(run.stdout, end="")
         if "showed no batch file list" in run.stderr:
             print("SKIP: the plug-in has no batch dialogs")
@@ -91,9 +82,9 @@ def main():
         expect(any(l.startswith(str(source / "notes.pdf") + ": failed: ") for l in lines), lines)
 
         written = sorted(p.name for p in out.iterdir())
-        expect(written == sorted(pathlib.Path(n).stem + "_redacted.pdf" for n in FILES), written)
+        expect(written == sorted(OUTPUT.values()), written)
         for name in FILES:
-            text = " ".join(pdftotext(out / (pathlib.Path(name).stem + "_redacted.pdf")).split())
+            text = " ".join(pdftotext(out / OUTPUT[name]).split())
             expect(KEPT in text, "%s lost its other text: %r" % (name, text))
             for gone in GONE:
                 expect(gone not in text, "%s still holds %s" % (name, gone))
@@ -104,14 +95,12 @@ def main():
         for name in FILES:
             entry = entries[name]
             expect(entry["status"] == "redacted" and entry["pages"] == 1, entry)
-            expect(entry["output"] == str(out / (pathlib.Path(name).stem + "_redacted.pdf")),
-                   entry)
+            expect(entry["output"] == str(out / OUTPUT[name]), entry)
             expect(entry["total"] >= 1 and entry["total"] == sum(entry["findings"].values()),
                    entry)
         expect(entries["a.pdf"]["findings"].get("email", 0) >= 1, entries["a.pdf"])
 
-        again = subprocess.run(base + ["--out", str(out), str(source / "a.pdf")],
-                               capture_output=True, text=True, timeout=120)
+        again = capture(base + ["--out", str(out), str(source / "a.pdf")], 120)
         expect(again.returncode == 1 and "output exists" in again.stdout,
                "an existing output is kept without --overwrite: %s" % again.stdout)
         check_unwritable_output(base, root, source / "a.pdf")

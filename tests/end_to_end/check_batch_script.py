@@ -13,15 +13,10 @@ import subprocess
 import sys
 import tempfile
 
-from batch_host import ScriptedHost
+from batch_host import SKIP, ScriptedHost, expect, pdftotext
 
 SECRET = "alice.secret@example.com"
 KEPT = "Quarterly figures stay readable"
-
-
-def pdftotext(path):
-    return subprocess.run(["pdftotext", str(path), "-"], check=True, capture_output=True,
-                          text=True).stdout
 
 
 def make(tool, path, *args):
@@ -30,30 +25,18 @@ def make(tool, path, *args):
     return str(path)
 
 
-SKIP = 77
-
-
-def expect(condition, message):
-    if not condition:
-        raise AssertionError(message)
-
-
 def redact_current(host, name):
     """What the page does with the current file: find, mark, apply, save, close."""
-    docs, _ = host.call("getCurrentDoc")
-    expect(docs["ret"] == 0 and docs["data"], "no current document: %s" % docs)
-    found, _ = host.call("findTexts", {"file": {"id": docs["data"][0]["id"]}, "text": SECRET})
-    expect(found["ret"] == 0 and found["data"]["count"] >= 1, "not found: %s" % found)
-    added, _ = host.call("addAnnot", {"searchKey": found["data"]["searchKey"], "index": 0,
-                                      "type": "redact", "uniqueIDName": name})
-    expect(added["ret"] == 0, "addAnnot: %s" % added)
+    docs = host.succeed("getCurrentDoc")
+    expect(docs["data"], "no current document: %s" % docs)
+    found = host.succeed("findTexts", {"file": {"id": docs["data"][0]["id"]}, "text": SECRET})
+    expect(found["data"]["count"] >= 1, "not found: %s" % found)
+    host.succeed("addAnnot", {"searchKey": found["data"]["searchKey"], "index": 0,
+                              "type": "redact", "uniqueIDName": name})
     host.answer("messageBox", 1)
-    applied, _ = host.call("redactApply", {"uniqueIDNames": [name]})
-    expect(applied["ret"] == 0, "redactApply: %s" % applied)
-    saved, _ = host.call("saveDocument", {})
-    expect(saved["ret"] == 0, "saveDocument: %s" % saved)
-    closed, _ = host.call("closeCurrentFile")
-    expect(closed["ret"] == 0, "closeCurrentFile: %s" % closed)
+    host.succeed("redactApply", {"uniqueIDNames": [name]})
+    host.succeed("saveDocument", {})
+    host.succeed("closeCurrentFile")
 
 
 def main():
@@ -114,8 +97,7 @@ def main():
         expect(host.do({"host": "open", "path": good[0]})[0].get("error"), "open is blocked")
         names = []
         for index in range(len(good)):
-            opened, _ = host.call("openNextFileForBatch")
-            expect(opened["ret"] == 0, "openNextFileForBatch: %s" % opened)
+            host.succeed("openNextFileForBatch")
             hidden = host.state()["hidden"]
             expect([h["path"] for h in hidden] == [good[index]], hidden)
             names.append("ai_plugin_redact_email_%d" % index)

@@ -9,6 +9,8 @@ import subprocess
 import sys
 import tempfile
 
+from batch_host import pdftotext
+
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 import leak_check  # noqa: E402
 
@@ -66,8 +68,7 @@ def main():
                 faults.append("%s is not reported verified with nothing remaining" % copy.name)
             if not re.search(r"Verified: [^\n]*\n  no text:  none\n", run.stdout):
                 faults.append("the pages of %s are not all reported searched" % name)
-            text = words(subprocess.run(["pdftotext", str(copy), "-"], capture_output=True,
-                                        text=True, check=True).stdout)
+            text = words(pdftotext(copy))
             faults += ["%s still holds %r (%s)" % (copy.name, item, where)
                        for item, where in leak_check.find_leaks(str(copy), personal)]
             faults += ["%s lost %r" % (copy.name, item) for item in KEPT[name]

@@ -102,10 +102,8 @@ std::string Describe(const FakeObject& dict) {
 
 FakeObject* FakeHost::NewRect(const NdxRect& rect) {
     FakeObject* array = NewObject(FakeObject::Kind::kArray);
-    for (float n : {rect.left, rect.bottom, rect.right, rect.top}) {
-        array->items.push_back(NewObject(FakeObject::Kind::kNumber));
-        array->items.back()->number = n;
-    }
+    for (float n : {rect.left, rect.bottom, rect.right, rect.top})
+        array->items.push_back(NewObject(FakeObject::Kind::kNumber, n));
     return array;
 }
 
@@ -204,11 +202,12 @@ FakeRibbonNode& FakeHost::Make(HostFrame frame, std::initializer_list<std::wstri
     return *node;
 }
 
-FakeRibbonNode* FakeHost::AddChild(const void* parent, const wchar_t* name, const wchar_t* title) {
-    auto child = std::make_unique<FakeRibbonNode>();
-    child->name = Text(name);
-    child->title = Text(title);
-    FakeRibbonNode* added = child.get();
-    Node(parent)->children.push_back(std::move(child));
-    return added;
+FakeRibbonNode* FakeHost::AddChild(const void* parent, const wchar_t* name, const wchar_t* title,
+                                   int* added, int type, int position) {
+    if (added != nullptr)
+        ++*added;
+    auto& children = Node(parent)->children;
+    children.push_back(std::make_unique<FakeRibbonNode>(
+        FakeRibbonNode{Text(name), Text(title), type, position, nullptr, nullptr, {}}));
+    return children.back().get();
 }

@@ -137,8 +137,6 @@ struct FakeSelection {
 struct FakeProgress {
     int flag = -1;
     std::wstring text;
-    int low = 0;
-    int high = 0;
     std::vector<int> positions;
     int pumps = 0;
     bool destroyed = false;
@@ -158,27 +156,77 @@ struct FakeRibbonNode {
 
 class FakeHost : public HostApiDefaults {
   private:
+    struct Match {
+        int start = 0;
+        int count = 0;
+        std::vector<NdxRect> rects;
+    };
+    struct Finder {
+        FakePage* page = nullptr;
+        std::vector<Match> matches;
+        int position = -1;
+    };
+    struct TextPage {
+        FakePage* page = nullptr;
+        bool parsed = false;
+    };
+    struct TempPage {
+        FakePage* loaded = nullptr;
+        bool parsed = false;
+    };
+    // Objects the plug-in made through a ...New operation, by handle, until it destroys them.
+    template <typename T>
+    struct Pool {
+        std::map<const void*, std::unique_ptr<T>> items;
+        template <typename Handle>
+        Handle Add(T value = T{}) {
+            auto owned = std::make_unique<T>(std::move(value));
+            const void* key = owned.get();
+            items.emplace(key, std::move(owned));
+            return static_cast<Handle>(const_cast<void*>(key));
+        }
+        T* Find(const void* handle) const {
+            const auto found = items.find(handle);
+            return found != items.end() ? found->second.get() : nullptr;
+        }
+        void Erase(const void* handle) { items.erase(handle); }
+        // For a pool of sequences: the length of one, and one of its elements.
+        int Size(const void* handle) const { return static_cast<int>(Find(handle)->size()); }
+        auto& At(const void* handle, int i) const { return Find(handle)->at(std::size_t(i)); }
+    };
     // Handles are pointers to the fake's own records.
     static std::wstring& W(HostWideString s) { return *reinterpret_cast<std::wstring*>(s); }
     static std::string& B(HostByteString s) { return *reinterpret_cast<std::string*>(s); }
-    static FakeAnnot* A(const void* annot) {
-        return static_cast<FakeAnnot*>(const_cast<void*>(annot));
-    }
-    static FakeControl* C(const void* control) {
-        return static_cast<FakeControl*>(const_cast<void*>(control));
-    }
-    static FakeProgress& P(HostProgress progress) {
-        return *reinterpret_cast<FakeProgress*>(progress);
-    }
-    static FakePage& PdfPage(NdxPage page) { return *reinterpret_cast<FakePage*>(page); }
+    static FakeAnnot* A(const void* annot) { return H<FakeAnnot*>(annot); }
+    static FakeControl* C(const void* control) { return H<FakeControl*>(control); }
+    static FakeProgress& P(const void* progress) { return *H<FakeProgress*>(progress); }
+    static FakePage& PdfPage(const void* page) { return *H<FakePage*>(page); }
     template <typename Handle>
     static Handle H(const void* pointer) {
         return static_cast<Handle>(const_cast<void*>(pointer));
     }
     static FakeRibbonNode* Node(const void* handle) { return H<FakeRibbonNode*>(handle); }
     static std::wstring Text(const wchar_t* text) { return text != nullptr ? text : L""; }
-    // A new last child of the ribbon node `parent`.
-    static FakeRibbonNode* AddChild(const void* parent, const wchar_t* name, const wchar_t* title);
+    // Element `index` of `items`, or null when there is none.
+    template <typename T>
+    static T* Item(std::vector<T>& items, int index) {
+        return static_cast<std::size_t>(index) < items.size() ? &items[std::size_t(index)]
+                                                              : nullptr;
+    }
+    // A new string counted in `liveStrings` until Uncounted deletes it.
+    template <typename Handle, typename String>
+    Handle Counted() {
+        ++liveStrings;
+        return reinterpret_cast<Handle>(new String());
+    }
+    template <typename String>
+    void Uncounted(String* string) {
+        --liveStrings;
+        delete string;
+    }
+    // A new last child of the ribbon node `parent`, counted in `added` when given.
+    static FakeRibbonNode* AddChild(const void* parent, const wchar_t* name, const wchar_t* title,
+                                    int* added = nullptr, int type = 0, int position = -1);
 
   public:
     FakeHost();
@@ -208,12 +256,13 @@ class FakeHost : public HostApiDefaults {
     }
     // Closes a document as the editor does: the closing hooks run, then another becomes active.
     void Close(HostDoc doc) {
-        open_.erase(std::remove(open_.begin(), open_.end(), doc), open_.end());
+        std::erase(open_, doc);
         if (active == doc)
             active = open_.empty() ? nullptr : open_.back();
         FireDocHook<HostDocHook>(kDocEventClosing, doc);
     }
-    FakeDoc& Doc(HostDoc doc) { return *reinterpret_cast<FakeDoc*>(doc); }
+    // The document behind a document, view, PDF document or form handle.
+    FakeDoc& Doc(const void* doc) { return *H<FakeDoc*>(doc); }
     FakePage& Page(HostDoc doc, int index) { return Doc(doc).pages.at(index); }
     // The user deletes an annotation in the editor.
     void UserDeletes(HostDoc doc, int page, std::size_t position) {
@@ -242,11 +291,8 @@ class FakeHost : public HostApiDefaults {
     }
     // The progress window that is up, or null.
     FakeProgress* Bar() {
-        for (auto& window : progressWindows) {
-            if (!window->destroyed)
-                return window.get();
-        }
-        return nullptr;
+        const auto up = std::ranges::find(progressWindows, false, &FakeProgress::destroyed);
+        return up != progressWindows.end() ? up->get() : nullptr;
     }
     // The ribbon bar of a frame (made on first use unless `noRibbon`).
     FakeRibbonNode& Ribbon(HostFrame frame) {
@@ -359,55 +405,32 @@ class FakeHost : public HostApiDefaults {
     std::wstring ocrLanguage;  // of the last recognised page
 
     // Strings
-    HostWideString HostWideStringNew() override {
-        ++liveStrings;
-        return reinterpret_cast<HostWideString>(new std::wstring());
+    HostWideString HostWideStringNew() override { return Counted<HostWideString, std::wstring>(); }
+    void HostWideStringDelete(HostWideString s) override { Uncounted(&W(s)); }
+    int HostWideStringGetLength(HostWideString s) override { return static_cast<int>(W(s).size()); }
+    int HostWideStringCompareText(HostWideString s, const wchar_t* text) override {
+        return W(s).compare(text);
     }
-    void HostWideStringDelete(HostWideString str) override {
-        --liveStrings;
-        delete &W(str);
-    }
-    int HostWideStringGetLength(HostWideString str) override {
-        return static_cast<int>(W(str).size());
-    }
-    int HostWideStringCompareText(HostWideString str, const wchar_t* text) override {
-        return W(str).compare(text);
-    }
-    void HostWideStringSet(HostWideString str, const wchar_t* text) override { W(str) = text; }
-    const wchar_t* HostWideStringData(HostWideString str) override { return W(str).c_str(); }
-    HostByteString HostByteStringNew() override {
-        ++liveStrings;
-        return reinterpret_cast<HostByteString>(new std::string());
-    }
-    void HostByteStringDelete(HostByteString str) override {
-        --liveStrings;
-        delete &B(str);
-    }
-    int HostByteStringGetLength(HostByteString str) override {
-        return static_cast<int>(B(str).size());
-    }
-    const char* HostByteStringData(HostByteString str) override { return B(str).c_str(); }
-    void HostByteStringSet(HostByteString str, const char* text) override { B(str) = text; }
-    void HostByteStringAppendText(HostByteString str, const char* text) override { B(str) += text; }
-    int HostByteStringEquals(HostByteString a, HostByteString b) override {
-        return B(a) == B(b) ? 1 : 0;
-    }
+    void HostWideStringSet(HostWideString s, const wchar_t* text) override { W(s) = text; }
+    const wchar_t* HostWideStringData(HostWideString s) override { return W(s).c_str(); }
+    HostByteString HostByteStringNew() override { return Counted<HostByteString, std::string>(); }
+    void HostByteStringDelete(HostByteString s) override { Uncounted(&B(s)); }
+    int HostByteStringGetLength(HostByteString s) override { return static_cast<int>(B(s).size()); }
+    const char* HostByteStringData(HostByteString s) override { return B(s).c_str(); }
+    void HostByteStringSet(HostByteString s, const char* text) override { B(s) = text; }
+    void HostByteStringAppendText(HostByteString s, const char* text) override { B(s) += text; }
+    int HostByteStringEquals(HostByteString a, HostByteString b) override { return B(a) == B(b); }
     // ASCII as it is, anything else as UTF-16BE after its byte order mark.
     void HostTextToPdfString(const wchar_t* text, int length, int, HostByteString out) override {
         const std::wstring wide(text, static_cast<std::size_t>(length));
-        const bool ascii =
-            std::all_of(wide.begin(), wide.end(), [](wchar_t c) { return c < 0x80; });
-        std::string bytes;
-        if (ascii) {
+        std::string& bytes = B(out);
+        if (std::ranges::all_of(wide, [](wchar_t c) { return c < 0x80; })) {
             bytes.assign(wide.begin(), wide.end());
-        } else {
-            bytes = "\xFE\xFF";
-            for (wchar_t c : wide) {
-                bytes.push_back(static_cast<char>((c >> 8) & 0xFF));
-                bytes.push_back(static_cast<char>(c & 0xFF));
-            }
+            return;
         }
-        B(out) = bytes;
+        bytes = "\xFE\xFF";
+        for (wchar_t c : wide)
+            bytes += {static_cast<char>(c >> 8), static_cast<char>(c)};
     }
 
     // Containers
@@ -417,26 +440,20 @@ class FakeHost : public HostApiDefaults {
         (*maps_.Find(map))[key] = value;
     }
     HostPtrArray HostPtrArrayNew() override { return ptrArrays_.Add<HostPtrArray>(); }
-    void HostPtrArrayDestroy(HostPtrArray array) override { ptrArrays_.Erase(array); }
-    int HostPtrArrayGetCount(HostPtrArray array) override {
-        return static_cast<int>(ptrArrays_.Find(array)->size());
-    }
-    void* HostPtrArrayGetAt(HostPtrArray array, int index) override {
-        return ptrArrays_.Find(array)->at(static_cast<std::size_t>(index));
-    }
-    void HostPtrArrayAdd(HostPtrArray array, void* element) override {
-        ptrArrays_.Find(array)->push_back(element);
+    void HostPtrArrayDestroy(HostPtrArray a) override { ptrArrays_.Erase(a); }
+    int HostPtrArrayGetCount(HostPtrArray a) override { return ptrArrays_.Size(a); }
+    void* HostPtrArrayGetAt(HostPtrArray a, int index) override { return ptrArrays_.At(a, index); }
+    void HostPtrArrayAdd(HostPtrArray a, void* item) override {
+        ptrArrays_.Find(a)->push_back(item);
     }
     NdxRectArray NDXRectArrayNew() override { return rectArrays_.Add<NdxRectArray>(); }
-    void NDXRectArrayDestroy(NdxRectArray array) override { rectArrays_.Erase(array); }
-    int NDXRectArrayGetCount(NdxRectArray array) override {
-        return static_cast<int>(rectArrays_.Find(array)->size());
+    void NDXRectArrayDestroy(NdxRectArray a) override { rectArrays_.Erase(a); }
+    int NDXRectArrayGetCount(NdxRectArray a) override { return rectArrays_.Size(a); }
+    NdxRect NDXRectArrayGetAt(NdxRectArray a, int index) override {
+        return rectArrays_.At(a, index);
     }
-    NdxRect NDXRectArrayGetAt(NdxRectArray array, int index) override {
-        return rectArrays_.Find(array)->at(static_cast<std::size_t>(index));
-    }
-    void NDXRectArrayAdd(NdxRectArray array, float l, float b, float r, float t) override {
-        rectArrays_.Find(array)->push_back(NdxRect{l, b, r, t});
+    void NDXRectArrayAdd(NdxRectArray a, float l, float b, float r, float t) override {
+        rectArrays_.Find(a)->push_back(NdxRect{l, b, r, t});
     }
     void NDXRectInflate(NdxRect* rect, float l, float b, float r, float t) override {
         *rect = NdxRect{rect->left - l, rect->bottom - b, rect->right + r, rect->top + t};
@@ -449,12 +466,10 @@ class FakeHost : public HostApiDefaults {
         --liveStringArrays;
         stringArrays_.Erase(array);
     }
-    void HostStringArrayGet(HostStringArray array, int index, HostWideString out) override {
-        W(out) = stringArrays_.Find(array)->at(static_cast<std::size_t>(index));
+    void HostStringArrayGet(HostStringArray a, int index, HostWideString out) override {
+        W(out) = stringArrays_.At(a, index);
     }
-    int HostStringArrayCount(HostStringArray array) override {
-        return static_cast<int>(stringArrays_.Find(array)->size());
-    }
+    int HostStringArrayCount(HostStringArray a) override { return stringArrays_.Size(a); }
     HostBase64Encoder HostBase64EncoderNew(int paddingChar) override {
         ++liveEncoders;
         encoderPadding_ = paddingChar;
@@ -481,16 +496,14 @@ class FakeHost : public HostApiDefaults {
     HostDoc HostAppGetActiveDoc() override { return active; }
     int HostAppGetDocCount() override { return static_cast<int>(open_.size()); }
     HostDoc HostAppGetDocByIndex(int index) override {
-        return index >= 0 && index < static_cast<int>(open_.size())
-                   ? open_[static_cast<std::size_t>(index)]
-                   : nullptr;
+        HostDoc* doc = Item(open_, index);
+        return doc != nullptr ? *doc : nullptr;
     }
     void HostAppRegisterDocEvents(HostDocEventRecord* record) override {
         docEventRecords.push_back(record);
     }
     void HostAppUnregisterDocEvents(HostDocEventRecord* record) override {
-        docEventRecords.erase(std::remove(docEventRecords.begin(), docEventRecords.end(), record),
-                              docEventRecords.end());
+        std::erase(docEventRecords, record);
     }
     void HostAppRegisterAppEvents(HostAppEventRecord* record) override {
         appEventRecords.push_back(record);
@@ -502,20 +515,16 @@ class FakeHost : public HostApiDefaults {
     void HostAppShowPane(const char* paneName, int show) override {
         paneCalls.emplace_back(paneName, show);
         for (const auto& [window, record] : paneRecords) {
-            if (window != mainWindow)
-                continue;
-            const auto name = reinterpret_cast<HostPaneNameFn>(record->word(kPaneGetName));
-            if (std::string(name(record->word(kPaneClientData))) != paneName)
+            const auto word = [&](std::size_t at) { return record->word(at); };
+            void* client = word(kPaneClientData);
+            const auto name = reinterpret_cast<HostPaneNameFn>(word(kPaneGetName));
+            if (window != mainWindow || name(client) != std::string(paneName))
                 continue;
             bool& shown = paneShown[record];
-            if (show != 0) {
-                const auto create =
-                    reinterpret_cast<HostPaneCreateFn>(record->word(kPaneCreateWindow));
-                create(record->word(kPaneClientData), paneParent);
-            } else if (shown) {
-                const auto closed = reinterpret_cast<HostPaneClosedFn>(record->word(kPaneClosed));
-                closed(record->word(kPaneClientData));
-            }
+            if (show != 0)
+                reinterpret_cast<HostPaneCreateFn>(word(kPaneCreateWindow))(client, paneParent);
+            else if (shown)
+                reinterpret_cast<HostPaneClosedFn>(word(kPaneClosed))(client);
             shown = show != 0;
             return;
         }
@@ -530,17 +539,13 @@ class FakeHost : public HostApiDefaults {
         messageBoxes.emplace_back(text);
         calls.push_back("MessageBox:" + std::to_string(buttons) +
                         (parent != nullptr ? ":parent" : ""));
-        if (messageBoxAnswers.empty())
-            return 2;
-        const int answer = messageBoxAnswers.front();
-        messageBoxAnswers.pop_front();
-        return answer;
+        return FakePlatform::NextAnswer(messageBoxAnswers, 2);
     }
     HostTool HostAppGetToolByName(const char* name) override {
         return std::string(name) == "Hand" ? H<HostTool>(&handTool_) : nullptr;
     }
     void HostAppSetCurrentTool(HostTool, int persistent) override {
-        calls.push_back("SetCurrentTool:" + std::to_string(persistent));
+        Log("SetCurrentTool", persistent);
     }
     void HostAppGetName(HostByteString out) override { B(out) = "FakeEditor"; }
     void HostAppGetType(HostByteString out) override { B(out) = "editor"; }
@@ -642,26 +647,21 @@ class FakeHost : public HostApiDefaults {
     }
     HostRibbonCategory HostRibbonAddCategory(HostRibbonBar bar, const wchar_t* name,
                                              const wchar_t* title) override {
-        ++categoriesAdded;
-        return H<HostRibbonCategory>(AddChild(bar, name, title));
+        return H<HostRibbonCategory>(AddChild(bar, name, title, &categoriesAdded));
     }
     HostRibbonCategory HostRibbonFindCategory(HostRibbonBar bar, const wchar_t* name) override {
         return H<HostRibbonCategory>(Node(bar)->Child(Text(name)));
     }
     HostRibbonPanel HostRibbonAddPanel(HostRibbonCategory category, const wchar_t* name,
                                        const wchar_t* title, int) override {
-        ++panelsAdded;
-        return H<HostRibbonPanel>(AddChild(category, name, title));
+        return H<HostRibbonPanel>(AddChild(category, name, title, &panelsAdded));
     }
     HostRibbonPanel HostRibbonFindPanel(HostRibbonCategory category, const wchar_t* name) override {
         return H<HostRibbonPanel>(Node(category)->Child(Text(name)));
     }
     HostRibbonElement HostRibbonAddElement(HostRibbonPanel panel, int type, const wchar_t* name,
                                            const wchar_t* title, int) override {
-        ++elementsAdded;
-        FakeRibbonNode* element = AddChild(panel, name, title);
-        element->type = type;
-        return H<HostRibbonElement>(element);
+        return H<HostRibbonElement>(AddChild(panel, name, title, &elementsAdded, type));
     }
     HostRibbonElement HostRibbonFindElement(HostRibbonPanel panel, const wchar_t* name) override {
         return H<HostRibbonElement>(Node(panel)->Child(Text(name)));
@@ -669,9 +669,7 @@ class FakeHost : public HostApiDefaults {
     HostRibbonItem HostRibbonAddSubItem(HostRibbonElement element, int, const wchar_t* name,
                                         const wchar_t* title, int position, int, int,
                                         int) override {
-        FakeRibbonNode* entry = AddChild(element, name, title);
-        entry->position = position;
-        return H<HostRibbonItem>(entry);
+        return H<HostRibbonItem>(AddChild(element, name, title, nullptr, 0, position));
     }
     void HostRibbonSetExecuteProc(HostRibbonItem item, HostRibbonExecuteProc proc) override {
         Node(item)->execute = proc;
@@ -705,24 +703,12 @@ class FakeHost : public HostApiDefaults {
         progressWindows.back()->flag = flag;
         return reinterpret_cast<HostProgress>(progressWindows.back().get());
     }
-    void HostProgressSetText(HostProgress progress, const wchar_t* text) override {
-        P(progress).text = text;
-    }
-    void HostProgressSetRange(HostProgress progress, int low, int high) override {
-        P(progress).low = low;
-        P(progress).high = high;
-    }
-    void HostProgressSetPos(HostProgress progress, int pos) override {
-        P(progress).positions.push_back(pos);
-    }
-    void HostProgressPump(HostProgress progress) override { ++P(progress).pumps; }
-    int HostProgressIsCancelled(HostProgress progress) override {
-        return P(progress).pumps == cancelAtPump ? 1 : 0;
-    }
-    void HostProgressSetCancelled(HostProgress progress, int) override {
-        P(progress).text += L" (cancel seen)";
-    }
-    void HostProgressDestroy(HostProgress progress) override { P(progress).destroyed = true; }
+    void HostProgressSetText(HostProgress p, const wchar_t* text) override { P(p).text = text; }
+    void HostProgressSetPos(HostProgress p, int pos) override { P(p).positions.push_back(pos); }
+    void HostProgressPump(HostProgress p) override { ++P(p).pumps; }
+    int HostProgressIsCancelled(HostProgress p) override { return P(p).pumps == cancelAtPump; }
+    void HostProgressSetCancelled(HostProgress p, int) override { P(p).text += L" (cancel seen)"; }
+    void HostProgressDestroy(HostProgress p) override { P(p).destroyed = true; }
 
     // Documents, views and selection
     NdxDoc HostDocGetPdfDoc(HostDoc doc) override {
@@ -776,7 +762,7 @@ class FakeHost : public HostApiDefaults {
     }
     void HostDocSetChanged(HostDoc doc) override {
         Doc(doc).modified = true;
-        calls.push_back("SetChanged");
+        Log("SetChanged");
     }
     HostDocView HostDocGetView(HostDoc doc) override {
         FakeDoc* pdf = H<FakeDoc*>(doc);
@@ -786,9 +772,7 @@ class FakeHost : public HostApiDefaults {
         FakeDoc* pdf = H<FakeDoc*>(doc);
         return pdf != nullptr && pdf->hasTool ? H<HostTextSelectTool>(pdf) : nullptr;
     }
-    void HostDocTouchPage(HostDoc, int pageIndex) override {
-        calls.push_back("TouchPage:" + std::to_string(pageIndex));
-    }
+    void HostDocTouchPage(HostDoc, int pageIndex) override { Log("TouchPage", pageIndex); }
     int HostDocIsAnnotAlive(HostDoc, HostAnnot annot) override { return A(annot)->alive ? 1 : 0; }
     HostFormEnv HostDocGetInterForm(HostDoc doc) override {
         FakeDoc* pdf = H<FakeDoc*>(doc);
@@ -799,32 +783,27 @@ class FakeHost : public HostApiDefaults {
         return 1;
     }
     HostPageView HostDocGetPageView(HostDoc doc, int pageIndex) override {
-        FakeDoc* pdf = &Doc(doc);
-        if (pageIndex < 0 || pageIndex >= static_cast<int>(pdf->pages.size()))
-            return nullptr;
-        return H<HostPageView>(&pdf->pages[static_cast<std::size_t>(pageIndex)]);
+        return H<HostPageView>(Item(Doc(doc).pages, pageIndex));
     }
     void HostDocRefreshPageAnnots(HostDoc, int pageIndex, int flags) override {
-        calls.push_back("RefreshPageAnnots:" + std::to_string(pageIndex) + ":" +
-                        std::to_string(flags));
+        Log("RefreshPageAnnots", pageIndex, flags);
     }
     HostPageView HostDocViewGetPageView(HostDocView view, int pageIndex) override {
         return HostDocGetPageView(H<HostDoc>(view), pageIndex);
     }
     void HostDocViewGotoPage(HostDocView view, int pageIndex) override {
-        static_cast<FakeDoc*>(static_cast<void*>(view))->currentPage = pageIndex;
-        calls.push_back("GotoPage:" + std::to_string(pageIndex));
+        Doc(view).currentPage = pageIndex;
+        Log("GotoPage", pageIndex);
     }
     HostPageView HostDocViewGetCurrentPageView(HostDocView view) override {
-        return HostDocViewGetPageView(view,
-                                      static_cast<FakeDoc*>(static_cast<void*>(view))->currentPage);
+        return HostDocViewGetPageView(view, Doc(view).currentPage);
     }
     void HostDocViewScrollTo(HostDocView, int x, int y) override { scrolls.emplace_back(x, y); }
     void HostDocViewInvalidateRect(HostDocView, int l, int t, int r, int b) override {
         repaints.push_back({l, t, r, b});
     }
-    int HostPageViewCountAnnots(HostPageView page) override {
-        return static_cast<int>(PageOf(page)->annots.size());
+    int HostPageViewCountAnnots(HostPageView p) override {
+        return static_cast<int>(Annots(p).size());
     }
     // Device space: twice the page's numbers.
     void HostPageViewPointToDevice(HostPageView, const NdxPoint* point, int* x, int* y) override {
@@ -833,13 +812,11 @@ class FakeHost : public HostApiDefaults {
     }
     NdxRect HostPageViewGetVisibleRect(HostPageView page) override { return PageOf(page)->visible; }
     HostAnnot HostPageViewGetAnnot(HostPageView page, int index) override {
-        auto& annots = PageOf(page)->annots;
-        return index >= 0 && index < static_cast<int>(annots.size())
-                   ? H<HostAnnot>(annots[static_cast<std::size_t>(index)])
-                   : nullptr;
+        FakeAnnot** annot = Item(Annots(page), index);
+        return annot != nullptr ? H<HostAnnot>(*annot) : nullptr;
     }
     int HostPageViewDeleteAnnot(HostPageView page, HostAnnot annot) override {
-        calls.push_back("DeleteAnnot");
+        Log("DeleteAnnot");
         auto& annots = PageOf(page)->annots;
         const auto found = std::find(annots.begin(), annots.end(), A(annot));
         if (found == annots.end())
@@ -848,12 +825,10 @@ class FakeHost : public HostApiDefaults {
         A(annot)->alive = false;
         return 1;
     }
-    void HostPageViewUpdateAnnot(HostPageView, HostAnnot) override {
-        calls.push_back("UpdateAnnot");
-    }
+    void HostPageViewUpdateAnnot(HostPageView, HostAnnot) override { Log("UpdateAnnot"); }
     HostAnnot HostPageViewAddAnnot(HostPageView page, NdxObject dict, int index) override {
         ownedDicts_.erase(dict);
-        calls.push_back("AddAnnot:" + std::to_string(index));
+        Log("AddAnnot", index);
         if (refuseAdd)
             return nullptr;
         FakeAnnot* annot = NewAnnot(Object(dict));
@@ -861,19 +836,18 @@ class FakeHost : public HostApiDefaults {
         return H<HostAnnot>(annot);
     }
     int HostPageViewOwnsAnnot(HostPageView page, HostAnnot annot) override {
-        const auto& annots = PageOf(page)->annots;
-        return std::find(annots.begin(), annots.end(), A(annot)) != annots.end() ? 1 : 0;
+        return std::ranges::count(Annots(page), A(annot)) != 0;
     }
     NdxPage HostPageViewGetPage(HostPageView page) override {
         FakePage* fake = PageOf(page);
         return fake->available ? H<NdxPage>(fake) : nullptr;
     }
     void HostPageReloadAnnots(HostPageView page) override {
-        calls.push_back("ReloadAnnots:" + std::to_string(PageOf(page)->index));
+        Log("ReloadAnnots", PageOf(page)->index);
     }
     void HostTextSelectToolClear(HostTextSelectTool) override {
         selection.reset();
-        calls.push_back("ClearSelection");
+        Log("ClearSelection");
     }
     void HostTextSelectToolSelectRects(HostTextSelectTool, HostPageView page,
                                        NdxRectArray rects) override {
@@ -889,18 +863,14 @@ class FakeHost : public HostApiDefaults {
     }
 
     // PDF documents, pages and objects
-    int NDXDocGetPageCount(NdxDoc doc) override {
-        return static_cast<int>(reinterpret_cast<FakeDoc*>(doc)->pages.size());
-    }
+    int NDXDocGetPageCount(NdxDoc doc) override { return static_cast<int>(Doc(doc).pages.size()); }
     NdxObject NDXDocGetInfo(NdxDoc doc) override {
-        auto& info = reinterpret_cast<FakeDoc*>(doc)->info;
+        auto& info = Doc(doc).info;
         return info ? reinterpret_cast<NdxObject>(&*info) : nullptr;
     }
     NdxObject NDXDocGetPage(NdxDoc doc, int pageIndex) override {
-        FakeDoc* pdf = H<FakeDoc*>(doc);
-        if (pdf == nullptr || pageIndex < 0 || pageIndex >= static_cast<int>(pdf->pages.size()))
-            return nullptr;
-        return H<NdxObject>(pdf->pages[static_cast<std::size_t>(pageIndex)].dict);
+        const FakePage* page = doc != nullptr ? Item(Doc(doc).pages, pageIndex) : nullptr;
+        return page != nullptr ? H<NdxObject>(page->dict) : nullptr;
     }
     void NDXDocSaveToFile(NdxDoc, const char* utf8Path, int a, int b) override {
         savedToFile.push_back(std::string(utf8Path) + ":" + std::to_string(a) + "," +
@@ -909,9 +879,8 @@ class FakeHost : public HostApiDefaults {
     NdxPage NDXPageNew() override { return tempPages_.Add<NdxPage>(); }
     void NDXPageDestroy(NdxPage page) override { tempPages_.Erase(page); }
     int NDXPageIsParsed(NdxPage page) override {
-        if (const TempPage* temp = tempPages_.Find(page))
-            return temp->parsed ? 1 : 0;
-        return PageOf(page)->parsed ? 1 : 0;
+        const TempPage* temp = tempPages_.Find(page);
+        return temp != nullptr ? temp->parsed : PageOf(page)->parsed;
     }
     void NDXPageLoad(NdxPage page, NdxDoc doc, NdxObject pageDict, int) override {
         for (FakePage& candidate : H<FakeDoc*>(doc)->pages) {
@@ -941,9 +910,7 @@ class FakeHost : public HostApiDefaults {
         *position = index + 1 < objects.size() ? reinterpret_cast<NdxPosition>(index + 2) : nullptr;
         return reinterpret_cast<NdxPageObject>(&objects[index]);
     }
-    int NDXPageObjectGetType(NdxPageObject object) override {
-        return *reinterpret_cast<int*>(object);
-    }
+    int NDXPageObjectGetType(NdxPageObject o) override { return *reinterpret_cast<int*>(o); }
     void NDXPageGetTextLines(HostStringArray out, NdxDoc doc, NdxObject pageDict, int a,
                              int b) override {
         textLineArgs.emplace_back(a, b);
@@ -957,7 +924,7 @@ class FakeHost : public HostApiDefaults {
     NdxParseOptions NDXParseOptionsNew(int, int, int, int) override {
         return parseOptions_.Add<NdxParseOptions>();
     }
-    void NDXParseOptionsDestroy(NdxParseOptions options) override { parseOptions_.Erase(options); }
+    void NDXParseOptionsDestroy(NdxParseOptions o) override { parseOptions_.Erase(o); }
     int NDXObjectGetType(NdxObject object) override {
         const FakeObject* fake = Object(object);
         // By FakeObject::Kind, in its order.
@@ -968,7 +935,7 @@ class FakeHost : public HostApiDefaults {
     }
     void NDXObjectDestroy(NdxObject object) override {
         if (ownedDicts_.erase(object) == 0)
-            calls.push_back("DestroyNotOwned");
+            Log("DestroyNotOwned");
     }
     NdxObject NDXObjectGetDirect(NdxObject object) override {
         const FakeObject* fake = Object(object);
@@ -980,19 +947,13 @@ class FakeHost : public HostApiDefaults {
         B(out) = fake != nullptr ? fake->text : std::string();
     }
     NdxObject NDXArrayNew() override { return H<NdxObject>(NewObject(FakeObject::Kind::kArray)); }
-    int NDXArrayCount(NdxObject array) override {
-        return static_cast<int>(Object(array)->items.size());
-    }
+    int NDXArrayCount(NdxObject a) override { return static_cast<int>(Object(a)->items.size()); }
     float NDXArrayGetNumber(NdxObject array, int index) override {
-        const auto& items = Object(array)->items;
-        return index >= 0 && index < static_cast<int>(items.size())
-                   ? static_cast<float>(items[static_cast<std::size_t>(index)]->number)
-                   : 0.0f;
+        FakeObject** item = Item(Object(array)->items, index);
+        return item != nullptr ? static_cast<float>((*item)->number) : 0.0f;
     }
     void NDXArrayAddNumber(NdxObject array, float value) override {
-        FakeObject* number = NewObject(FakeObject::Kind::kNumber);
-        number->number = value;
-        Object(array)->items.push_back(number);
+        Object(array)->items.push_back(NewObject(FakeObject::Kind::kNumber, value));
     }
     NdxObject NDXDictNew() override {
         FakeObject* dict = NewObject(FakeObject::Kind::kDict);
@@ -1030,7 +991,7 @@ class FakeHost : public HostApiDefaults {
         SetNew(dict, key, FakeObject::Kind::kString)->text = B(value);
     }
     void NDXDictSetInteger(NdxObject dict, const char* key, int value) override {
-        SetNew(dict, key, FakeObject::Kind::kNumber)->number = value;
+        SetEntry(dict, key, NewObject(FakeObject::Kind::kNumber, value));
     }
     void NDXDictSetReference(NdxObject dict, const char* key, NdxDoc, NdxObject target) override {
         SetNew(dict, key, FakeObject::Kind::kRef)->target = Object(target);
@@ -1075,29 +1036,26 @@ class FakeHost : public HostApiDefaults {
         return NdxRect{n(0), n(1), n(2), n(3)};
     }
     NdxAnnotList NDXAnnotListGet(NdxPage page) override { return H<NdxAnnotList>(PageOf(page)); }
-    NdxAnnot NDXAnnotListGetAt(NdxAnnotList list, int index) override {
-        return H<NdxAnnot>(PageOf(list)->annots.at(static_cast<std::size_t>(index)));
+    NdxAnnot NDXAnnotListGetAt(NdxAnnotList l, int i) override {
+        return H<NdxAnnot>(Annots(l).at(i));
     }
-    int NDXAnnotListCount(NdxAnnotList list) override {
-        return static_cast<int>(PageOf(list)->annots.size());
-    }
+    int NDXAnnotListCount(NdxAnnotList l) override { return static_cast<int>(Annots(l).size()); }
     void NDXAnnotListInsert(NdxAnnotList list, int index, NdxAnnot annot) override {
-        auto& annots = PageOf(list)->annots;
         if (!listInsertIgnored)
-            annots.insert(annots.begin() + index, A(annot));
+            Annots(list).insert(Annots(list).begin() + index, A(annot));
     }
     NdxAnnot NDXHostAnnotGetPdfAnnot(HostAnnot annot) override { return H<NdxAnnot>(annot); }
     HostUndoManager HostUndoGetManager() override { return H<HostUndoManager>(&undoManager_); }
     void HostUndoRecordAddAnnot(HostUndoManager, HostAnnot, int a, int b) override {
-        calls.push_back("UndoAdd:" + std::to_string(a) + ":" + std::to_string(b));
+        Log("UndoAdd", a, b);
     }
     void HostUndoRecordDeleteAnnot(HostUndoManager, HostAnnot, int a) override {
-        calls.push_back("UndoDelete:" + std::to_string(a));
+        Log("UndoDelete", a);
     }
 
     // Forms
     NdxFormField NDXInterFormGetField(NdxInterForm form, int, const wchar_t* name) override {
-        for (FakePage& page : static_cast<FakeDoc*>(static_cast<void*>(form))->pages) {
+        for (FakePage& page : Doc(form).pages) {
             for (FakeControl& control : page.controls) {
                 if (control.name == name)
                     return H<NdxFormField>(&control);
@@ -1109,47 +1067,34 @@ class FakeHost : public HostApiDefaults {
         return static_cast<int>(PageOf(page)->controls.size());
     }
     NdxFormControl NDXInterFormGetPageControl(NdxInterForm, NdxPage page, int index) override {
-        return H<NdxFormControl>(&PageOf(page)->controls.at(static_cast<std::size_t>(index)));
+        return H<NdxFormControl>(&PageOf(page)->controls.at(index));
     }
-    void NDXInterFormSetUpdateAP(NdxInterForm, int update) override {
-        calls.push_back("SetUpdateAP:" + std::to_string(update));
+    void NDXInterFormSetUpdateAP(NdxInterForm, int update) override { Log("SetUpdateAP", update); }
+    void NDXFormFieldGetFullName(NdxFormField f, HostWideString out) override {
+        W(out) = C(f)->name;
     }
-    void NDXFormFieldGetFullName(NdxFormField field, HostWideString out) override {
-        W(out) = C(field)->name;
-    }
-    void NDXFormFieldGetValue(NdxFormField field, HostWideString out) override {
-        W(out) = C(field)->value;
-    }
+    void NDXFormFieldGetValue(NdxFormField f, HostWideString out) override { W(out) = C(f)->value; }
     int NDXFormFieldSetValue(NdxFormField field, const wchar_t* value, int notify) override {
-        calls.push_back("SetValue:" + std::to_string(notify));
+        Log("SetValue", notify);
         if (refuseValue)
             return 0;
         C(field)->value = value;
         return 1;
     }
     int NDXFormControlGetType(NdxFormControl control) override { return C(control)->type; }
-    NdxFormField NDXFormControlGetField(NdxFormControl control) override {
-        return H<NdxFormField>(control);
-    }
-    void NDXFormControlGetRect(NdxFormControl control, NdxRect* out) override {
-        *out = C(control)->rect;
-    }
+    NdxFormField NDXFormControlGetField(NdxFormControl c) override { return H<NdxFormField>(c); }
+    void NDXFormControlGetRect(NdxFormControl c, NdxRect* out) override { *out = C(c)->rect; }
     NdxInterForm NDXInterFormFromEnvironment(HostFormEnv env) override {
-        return static_cast<FakeDoc*>(static_cast<void*>(env))->hasInterForm ? H<NdxInterForm>(env)
-                                                                            : nullptr;
+        return Doc(env).hasInterForm ? H<NdxInterForm>(env) : nullptr;
     }
 
     // Text search
     NdxTextPage NDXTextPageNew(NdxPage page, int) override {
         return textPages_.Add<NdxTextPage>(TextPage{PageOf(page), false});
     }
-    void NDXTextPageDestroy(NdxTextPage textPage) override { textPages_.Erase(textPage); }
-    void NDXTextPageParse(NdxTextPage textPage) override {
-        textPages_.Find(textPage)->parsed = true;
-    }
-    int NDXTextPageIsParsed(NdxTextPage textPage) override {
-        return textPages_.Find(textPage)->parsed ? 1 : 0;
-    }
+    void NDXTextPageDestroy(NdxTextPage t) override { textPages_.Erase(t); }
+    void NDXTextPageParse(NdxTextPage t) override { textPages_.Find(t)->parsed = true; }
+    int NDXTextPageIsParsed(NdxTextPage t) override { return textPages_.Find(t)->parsed; }
     NdxTextFind NDXTextFindNew(NdxTextPage textPage) override {
         const TextPage* page = textPages_.Find(textPage);
         return page->parsed ? finders_.Add<NdxTextFind>(Finder{page->page, {}, -1}) : nullptr;
@@ -1174,23 +1119,21 @@ class FakeHost : public HostApiDefaults {
     void NDXFieldTextFindDestroy(NdxFieldFind find) override { finders_.Erase(find); }
     int NDXFieldTextFindStart(NdxFieldFind find, const wchar_t* text, uint32_t flags) override;
     int NDXFieldTextFindNext(NdxFieldFind find) override { return Next(find); }
-    void NDXFieldTextFindGetRects(NdxFieldFind find, NdxRectArray rects) override {
-        Rects(find, rects);
-    }
+    void NDXFieldTextFindGetRects(NdxFieldFind f, NdxRectArray rects) override { Rects(f, rects); }
 
     // Redaction
     int NDXRedactApplyAll(HostDoc doc, int flags) override {
-        return ApplyRedacts(doc, "ApplyAll:" + std::to_string(flags), nullptr);
+        Log("ApplyAll", flags);
+        return ApplyRedacts(doc, std::nullopt);
     }
     int NDXRedactApplyList(HostDoc doc, HostPtrArray annots, int flags) override {
         const auto& listed = *ptrArrays_.Find(annots);
-        const std::set<const void*> only(listed.begin(), listed.end());
-        return ApplyRedacts(
-            doc, "ApplyList:" + std::to_string(listed.size()) + ":" + std::to_string(flags), &only);
+        Log("ApplyList", listed.size(), flags);
+        return ApplyRedacts(doc, std::set<const void*>(listed.begin(), listed.end()));
     }
     int NDXRedactApplyBatch(HostDoc doc, int flags, uint32_t options) override {
-        return ApplyRedacts(
-            doc, "ApplyBatch:" + std::to_string(flags) + ":" + std::to_string(options), nullptr);
+        Log("ApplyBatch", flags, options);
+        return ApplyRedacts(doc, std::nullopt);
     }
 
   protected:
@@ -1205,47 +1148,12 @@ class FakeHost : public HostApiDefaults {
     }
 
   private:
-    struct Match {
-        int start = 0;
-        int count = 0;
-        std::vector<NdxRect> rects;
-    };
-    struct Finder {
-        FakePage* page = nullptr;
-        std::vector<Match> matches;
-        int position = -1;
-    };
-    struct TextPage {
-        FakePage* page = nullptr;
-        bool parsed = false;
-    };
-    struct TempPage {
-        FakePage* loaded = nullptr;
-        bool parsed = false;
-    };
-    // Objects the plug-in made through a ...New operation, by handle, until it destroys them.
-    template <typename T>
-    struct Pool {
-        std::map<const void*, std::unique_ptr<T>> items;
-        template <typename Handle>
-        Handle Add(T value = T{}) {
-            auto owned = std::make_unique<T>(std::move(value));
-            const void* key = owned.get();
-            items.emplace(key, std::move(owned));
-            return static_cast<Handle>(const_cast<void*>(key));
-        }
-        T* Find(const void* handle) const {
-            const auto found = items.find(handle);
-            return found != items.end() ? found->second.get() : nullptr;
-        }
-        void Erase(const void* handle) { items.erase(handle); }
-    };
-
-    FakeObject* NewObject(FakeObject::Kind kind) {
-        objects_.push_back(std::make_unique<FakeObject>());
-        objects_.back()->kind = kind;
-        objectSet_.insert(objects_.back().get());
-        return objects_.back().get();
+    FakeObject* NewObject(FakeObject::Kind kind, double number = 0) {
+        FakeObject* object = objects_.emplace_back(std::make_unique<FakeObject>()).get();
+        object->kind = kind;
+        object->number = number;
+        objectSet_.insert(object);
+        return object;
     }
     FakeObject* Object(NdxObject handle) const {
         const auto* object = reinterpret_cast<const FakeObject*>(handle);
@@ -1270,13 +1178,28 @@ class FakeHost : public HostApiDefaults {
         return value;
     }
     FakeObject* NewRect(const NdxRect& rect);  // [left bottom right top]
-    int ApplyRedacts(HostDoc doc, std::string call, const std::set<const void*>* only) {
+    // Records a notable call as "Name:argument:...".
+    template <typename... Args>
+    void Log(std::string call, Args... args) {
+        ((call += ":" + std::to_string(args)), ...);
         calls.push_back(std::move(call));
+    }
+    // Removes the Redact annotations, or those of them in `only`.
+    int ApplyRedacts(HostDoc doc, const std::optional<std::set<const void*>>& only) {
         if (applyFails)
             return 0;
-        RemoveRedacts(Doc(doc), only);
+        for (FakePage& page : Doc(doc).pages) {
+            std::erase_if(page.annots, [&](FakeAnnot* annot) {
+                const FakeObject* subtype = annot->dict->Get("Subtype");
+                const bool gone = subtype != nullptr && subtype->text == "Redact" &&
+                                  (!only || only->count(annot) != 0);
+                annot->alive = annot->alive && !gone;
+                return gone;
+            });
+        }
         return 1;
     }
+    std::vector<FakeAnnot*>& Annots(const void* page) { return PageOf(page)->annots; }
     FakePage* PageOf(const void* page) {
         if (const TempPage* temp = tempPages_.Find(page))
             return temp->loaded;
@@ -1286,21 +1209,6 @@ class FakeHost : public HostApiDefaults {
         annots_.push_back(std::make_unique<FakeAnnot>());
         annots_.back()->dict = dict;
         return annots_.back().get();
-    }
-    void RemoveRedacts(FakeDoc& pdf, const std::set<const void*>* only) {
-        for (FakePage& page : pdf.pages) {
-            auto& annots = page.annots;
-            for (auto it = annots.begin(); it != annots.end();) {
-                const FakeObject* subtype = (*it)->dict->Get("Subtype");
-                const bool redact = subtype != nullptr && subtype->text == "Redact";
-                if (redact && (only == nullptr || only->count(*it) != 0)) {
-                    (*it)->alive = false;
-                    it = annots.erase(it);
-                } else {
-                    ++it;
-                }
-            }
-        }
     }
     std::vector<Match> FindIn(const FakePage& page, const std::wstring& text, uint32_t flags) const;
     int Next(const void* find) {

@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -54,12 +55,7 @@ class FakePlatform : public PlatformServices {
 
     std::unique_ptr<FileDialog> MakeFileDialog(const FileDialogSettings& settings) override {
         dialogSettings.push_back(settings);
-        std::optional<std::vector<std::wstring>> answer;
-        if (!dialogAnswers.empty()) {
-            answer = std::move(dialogAnswers.front());
-            dialogAnswers.pop_front();
-        }
-        return std::make_unique<FakeFileDialog>(settings, std::move(answer));
+        return std::make_unique<FakeFileDialog>(settings, NextAnswer(dialogAnswers, {}));
     }
 
     int ShowWelcomeDialog(HostWindow parent, bool channelPackage) override {
@@ -86,11 +82,7 @@ class FakePlatform : public PlatformServices {
     }
     std::optional<BatchChoice> ChooseBatchFiles(HostApi&, HostWindow parent) override {
         batchListParents.push_back(parent);
-        if (batchChoices.empty())
-            return std::nullopt;
-        std::optional<BatchChoice> choice = std::move(batchChoices.front());
-        batchChoices.pop_front();
-        return choice;
+        return NextAnswer(batchChoices, {});
     }
     int ShowBatchResult(HostWindow, const BatchOutcome& outcome) override {
         batchResults.push_back(outcome);
@@ -139,12 +131,13 @@ class FakePlatform : public PlatformServices {
     }
 
     // The oldest scripted answer, or `cancelled` when none is left.
-    static int NextAnswer(std::deque<int>& answers, int cancelled) {
-        if (answers.empty())
-            return cancelled;
-        const int answer = answers.front();
-        answers.pop_front();
-        return answer;
+    template <typename Answer>
+    static Answer NextAnswer(std::deque<Answer>& answers, std::type_identity_t<Answer> cancelled) {
+        if (!answers.empty()) {
+            cancelled = std::move(answers.front());
+            answers.pop_front();
+        }
+        return cancelled;
     }
 
     std::wstring tempFolder = L"/tmp/";
