@@ -48,6 +48,8 @@ class PluginFixtureOf : public testing::Test {
         if (start)
             Start();
     }
+    // No test leaves a handle of the editor unreleased.
+    void TearDown() override { EXPECT_EQ(host.LiveHandles(), 0); }
     ~PluginFixtureOf() override {
         if (started_)
             app.Unload();
@@ -83,6 +85,12 @@ class PluginFixtureOf : public testing::Test {
     }
     int Ret(const std::string& command, const std::string& params = "{}") {
         return Call(command, params)["ret"].asInt();
+    }
+    // Ret of `command` for each of these parameters.
+    void ExpectRets(const std::string& command,
+                    const std::vector<std::pair<std::string, int>>& paramsAndCodes) {
+        for (const auto& [params, code] : paramsAndCodes)
+            EXPECT_EQ(Ret(command, params), code) << params;
     }
     // Ret while the document lacks what `part` stands for (its PDF, view, tool or form).
     int RetWithout(HostDoc doc, bool FakeDoc::*part, const std::string& command,
@@ -129,6 +137,16 @@ class PluginFixtureOf : public testing::Test {
     }
     SearchRecord Stored(HostDoc doc, const std::string& key, int index) {
         return app.searchResults->GetResult(FromUtf8(FileId(doc)), FromUtf8(key), index);
+    }
+    // Where a record lies, as "page:start-end#index", then "+page:start-end" per piece.
+    static std::string Where(const SearchRecord& r) {
+        std::string text = std::to_string(r.page) + ":" + std::to_string(r.start) + "-" +
+                           std::to_string(r.end) + "#" + std::to_string(r.index);
+        for (const SearchPiece& piece : r.pieces) {
+            text += "+" + std::to_string(piece.page) + ":" + std::to_string(piece.start) + "-" +
+                    std::to_string(piece.end);
+        }
+        return text;
     }
 
     Host host;
