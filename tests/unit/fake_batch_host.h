@@ -23,8 +23,6 @@ class FakeBatchHost : public FakeHost {
     int liveReaders = 0;
     int liveHandlers = 0;
 
-    int HostMessageBox(const wchar_t*, int, const wchar_t*, int*, HostWindow) override { return 1; }
-    HostWindow HostAppGetMainWindow() override { return reinterpret_cast<HostWindow>(0x77); }
     HostDoc HostDocOpenHidden(const wchar_t* path, const HostOpenHiddenOptions* options) override;
     void HostDocClose(HostDoc doc, int, int, int) override;
     int HostDocGetPermission(HostDoc doc, uint32_t bit) override {
@@ -43,11 +41,6 @@ class FakeBatchHost : public FakeHost {
     void HostSecurityHandlerDestroy(HostSecurityHandler) override { --liveHandlers; }
     int HostDocSaveAs(HostDoc doc, const wchar_t* path, int a, int b,
                       const HostSaveAsOptions* options) override;
-    HostDocView HostDocGetView(HostDoc doc) override { return reinterpret_cast<HostDocView>(doc); }
-    HostPageView HostDocViewGetCurrentPageView(HostDocView view) override {
-        return HostDocGetPageView(reinterpret_cast<HostDoc>(view), 0);
-    }
-    void HostDocViewGotoPage(HostDocView, int) override {}
 
   private:
     std::vector<std::unique_ptr<FakeDoc>> hidden_;
