@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <map>
 
 #include "local_http_server.h"
 
@@ -19,34 +20,18 @@ std::string Pattern(std::size_t size) {
 }
 
 HttpAnswer Route(const HttpRequestSeen& request) {
-    HttpAnswer answer;
-    if (request.target == "/ok") {
-        answer.body = "{\"url\":\"https://page.example/\"}";
-    } else if (request.target == "/no-content") {
-        answer.status = 204;
-        answer.reason = "No Content";
-    } else if (request.target == "/moved") {
-        answer.status = 302;
-        answer.reason = "Found";
-        answer.headers = {{"Location", "/ok"}};
-        answer.body = "moved";
-    } else if (request.target == "/empty") {
-        answer.body = "";
-    } else if (request.target == "/two-kib") {
-        answer.body = Pattern(2048);
-    } else if (request.target == "/silent") {
-        answer.stallAfter = 0;
-    } else if (request.target == "/half") {
-        answer.body = Pattern(4000);
-        answer.stallAfter = 300;
-    } else if (request.target == "/echo") {
-        answer.body = request.method + ":" + request.body;
-    } else {
-        answer.status = 404;
-        answer.reason = "Not Found";
-        answer.body = "missing";
-    }
-    return answer;
+    static const std::map<std::string, HttpAnswer> answers = {
+        {"/ok", {200, "OK", {}, "{\"url\":\"https://page.example/\"}", {}}},
+        {"/no-content", {204, "No Content", {}, "", {}}},
+        {"/moved", {302, "Found", {{"Location", "/ok"}}, "moved", {}}},
+        {"/empty", {200, "OK", {}, "", {}}},
+        {"/two-kib", {200, "OK", {}, Pattern(2048), {}}},
+        {"/silent", {200, "OK", {}, "", 0}},
+        {"/half", {200, "OK", {}, Pattern(4000), 300}}};
+    if (request.target == "/echo")
+        return {200, "OK", {}, request.method + ":" + request.body, {}};
+    const auto found = answers.find(request.target);
+    return found != answers.end() ? found->second : HttpAnswer{404, "Not Found", {}, "missing", {}};
 }
 
 class CurlHttpTest : public ::testing::Test {

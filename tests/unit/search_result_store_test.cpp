@@ -8,15 +8,7 @@ namespace {
 
 SearchRecord Record(std::wstring file, int page, int start, std::vector<NdxRect> rects = {},
                     std::wstring key = L"k") {
-    SearchRecord r;
-    r.file = std::move(file);
-    r.page = page;
-    r.start = start;
-    r.end = start + 2;
-    r.index = 0;
-    r.rects = std::move(rects);
-    r.searchKey = std::move(key);
-    return r;
+    return {std::move(file), page, start, start + 2, 0, std::move(key), {}, std::move(rects)};
 }
 
 HostAnnot Handle(int n) {
