@@ -30,9 +30,8 @@ class RecordingEndpoint : public PageEndpoint {
     void PostWebMessageAsString(const std::wstring& text) override {
         replies.push_back(ToUtf8(text));
     }
-    void ExecuteScript(const std::wstring& script) override { scripts.push_back(ToUtf8(script)); }
+    void ExecuteScript(const std::wstring&) override {}
     std::vector<std::string> replies;
-    std::vector<std::string> scripts;
 };
 
 // A test may give its own fake host or platform, derived from the shared fakes.
@@ -116,15 +115,17 @@ class PluginFixtureOf : public testing::Test {
     }
     std::string FileArg(HostDoc doc) { return R"("file":{"id":")" + FileId(doc) + R"("})"; }
 
-    // A document whose pages hold these lines.
+    // A page holding these lines, and a document whose pages hold these lines.
+    static FakePage TextPage(std::vector<std::wstring> lines) {
+        FakePage page;
+        for (auto& line : lines)
+            page.lines.push_back(FakeLine{std::move(line)});
+        return page;
+    }
     HostDoc OpenText(std::vector<std::vector<std::wstring>> pages) {
         FakeDoc doc;
-        for (auto& lines : pages) {
-            FakePage page;
-            for (auto& line : lines)
-                page.lines.push_back(FakeLine{std::move(line)});
-            doc.pages.push_back(std::move(page));
-        }
+        for (auto& lines : pages)
+            doc.pages.push_back(TextPage(std::move(lines)));
         return host.OpenPdf(std::move(doc));
     }
 
