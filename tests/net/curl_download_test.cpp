@@ -50,18 +50,11 @@ std::vector<std::string> FolderEntries(const fs::path& folder) {
 constexpr std::size_t kFileSize = 700 * 1024 + 17;
 
 HttpAnswer Route(const HttpRequestSeen& request) {
-    HttpAnswer answer;
-    if (request.target == "/file.pdf") {
-        answer.body = Bytes(kFileSize);
-    } else if (request.target == "/stalls.pdf") {
-        answer.body = Bytes(kFileSize);
-        answer.stallAfter = 100 * 1024;
-    } else {
-        answer.status = 404;
-        answer.reason = "Not Found";
-        answer.body = "missing";
-    }
-    return answer;
+    if (request.target == "/file.pdf")
+        return {200, "OK", {}, Bytes(kFileSize), {}};
+    if (request.target == "/stalls.pdf")
+        return {200, "OK", {}, Bytes(kFileSize), 100 * 1024};
+    return {404, "Not Found", {}, "missing", {}};
 }
 
 class CurlDownloadTest : public ::testing::Test {

@@ -19,15 +19,8 @@ namespace {
 
 OutputOptions Options(bool same, bool keep, std::wstring folder = L"", std::wstring prefix = L"",
                       std::wstring suffix = L"") {
-    OutputOptions options;
-    options.sameFolder = same;
-    options.specificFolder = !same;
-    options.folder = std::move(folder);
-    options.keepName = keep;
-    options.addToName = !keep;
-    options.prefix = std::move(prefix);
-    options.suffix = std::move(suffix);
-    return options;
+    return {same, !same, std::move(folder), keep, !keep, std::move(prefix), std::move(suffix),
+            false};
 }
 
 using Kind = OutputTarget::Kind;

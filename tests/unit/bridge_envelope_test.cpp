@@ -1,9 +1,6 @@
 // The page's envelope: which texts are served, which get the plain-text refusal, which get nothing,
 // and the exact reply texts.
-#include "bridge/base_dispatcher.h"
-#include "bridge/json_text.h"
 #include "plugin_fixture.h"
-#include "util/utf.h"
 
 namespace {
 
@@ -103,25 +100,6 @@ TEST_F(BridgeEnvelopeTest, ParametersReadTheSameAsTextOrAsValue) {
         const std::vector<std::string> replies = Post(text);
         ASSERT_EQ(replies.size(), 1u) << text;
         EXPECT_EQ(JsonOf(replies[0])["ret"], code) << text;
-    }
-}
-
-// Long replies are widened in chunks up to their first byte beyond ASCII, decoded after it.
-TEST(DispatchReplyText, LongRepliesWithAndWithoutTextBeyondAsciiComeOutWhole) {
-    class Echo : public BaseDispatcher {
-      public:
-        explicit Echo(std::string text) : text_(std::move(text)) {}
-        Json::Value Run() override { return MakeResult(0, text_); }
-
-      private:
-        std::string text_;
-    };
-    for (const std::string& text :
-         {std::string(5000, 'a'),
-          std::string(3000, 'a') + "\u00e9\u20ac" + std::string(3000, 'b')}) {
-        Echo echo(text);
-        const std::string expected = WriteJson(echo.Run());
-        EXPECT_EQ(echo.Dispatch(L"echo"), FromUtf8(expected));
     }
 }
 

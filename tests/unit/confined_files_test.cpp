@@ -14,24 +14,15 @@ namespace fs = std::filesystem;
 TEST(ConfinedFilesTest, IsInsideRefusesTheRootItselfAndWhatLeadsOutOfIt) {
     const fs::path root = fs::path(testing::TempDir()) / "confined-root";
     fs::create_directories(root / "sub");
-    struct Case {
-        fs::path target;
-        bool inside;
-    };
-    const Case cases[] = {
-        {root / "sub", true},
-        {root / "sub" / "file.pdf", true},
-        {root / "missing" / "file.pdf", true},
-        {root / "sub" / "..", false},
-        {root / "sub" / ".", false},
-        {root / "..", false},
-        {root / ".", false},
-        {root, false},
-        {root / "sub" / ".." / ".." / "file.pdf", false},
-        {root.parent_path() / "confined-root-other" / "file.pdf", false},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(IsInside(root, c.target), c.inside) << c.target;
+    for (const fs::path& inside :
+         {root / "sub", root / "sub" / "file.pdf", root / "missing" / "file.pdf"}) {
+        EXPECT_TRUE(IsInside(root, inside)) << inside;
+    }
+    for (const fs::path& outside : {root / "sub" / "..", root / "sub" / ".", root / "..",
+                                    root / ".", root, root / "sub" / ".." / ".." / "file.pdf",
+                                    root.parent_path() / "confined-root-other" / "file.pdf"}) {
+        EXPECT_FALSE(IsInside(root, outside)) << outside;
+    }
 }
 
 }  // namespace

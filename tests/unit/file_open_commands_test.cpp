@@ -131,8 +131,7 @@ TEST_F(FileOpenCommandsTest, OpenFileChecksItsArgumentsInOrderBeforeAnyWork) {
         {"not json", 100001},
         {R"({"fileName":"a.pdf","aiFileId":"x-1"})", 100023},
         {R"({"fileUrl":"https://files.example/r","fileName":"","aiFileId":"x-1"})", 100024},
-        {R"({"fileUrl":"https://files.example/r","fileName":"a.pdf"})", 100007},
-    };
+        {R"({"fileUrl":"https://files.example/r","fileName":"a.pdf"})", 100007}};
     for (const auto& [params, code] : cases) {
         const Json::Value reply = Call("openFile", params);
         EXPECT_EQ(reply["ret"].asInt(), code) << params;
@@ -232,34 +231,22 @@ TEST_F(FileOpenCommandsTest, HostileIdsAndNamesTouchNoFileOutsideTheirFolder) {
         std::ofstream(marker) << "keep";
     }
     const std::string longName(256, 'a');
-    const std::vector<std::pair<std::string, std::string>> idAndName = {
-        {R"(..\u0000)", "report.pdf"},
-        {R"(\u0000)", "report.pdf"},
-        {R"(.\u0000)", "report.pdf"},
-        {R"(victim\u0000x)", "report.pdf"},
-        {"..", "report.pdf"},
-        {"a/..", "report.pdf"},
-        {R"(a\\b)", "report.pdf"},
-        {"c:x", "report.pdf"},
-        {"CON", "report.pdf"},
-        {"nul.txt", "report.pdf"},
-        {"COM1", "report.pdf"},
-        {"dot.", "report.pdf"},
-        {longName, "report.pdf"},
-        {"ok-1", R"(..\u0000)"},
-        {"ok-1", R"(\u0000)"},
-        {"ok-1", "marker\\u0000.pdf"},
-        {"ok-1", ".."},
-        {"ok-1", "LPT9.pdf"},
-        {"ok-1", longName}};
-    for (const auto& [id, name] : idAndName) {
-        SCOPED_TRACE(id + " / " + name);
-        const int ret = OpenFile(id, name)["ret"].asInt();
-        // A hostile id is refused as an argument; a hostile name only where the download would
-        // write it, which fails that step.
-        EXPECT_EQ(ret, id == "ok-1" ? 300006 : 400019);
-        for (const fs::path& marker : markers)
-            EXPECT_TRUE(fs::exists(marker)) << marker;
+    // A hostile id is refused as an argument; a hostile name only where the download would write
+    // it, which fails that step.
+    const std::pair<std::vector<std::string>, int> cases[] = {
+        {{R"(..\u0000)", R"(\u0000)", R"(.\u0000)", R"(victim\u0000x)", "..", "a/..", R"(a\\b)",
+          "c:x", "CON", "nul.txt", "COM1", "dot.", longName},
+         400019},
+        {{R"(..\u0000)", R"(\u0000)", "marker\\u0000.pdf", "..", "LPT9.pdf", longName}, 300006}};
+    for (const auto& [values, code] : cases) {
+        for (const std::string& value : values) {
+            SCOPED_TRACE(value);
+            const bool name = code == 300006;
+            EXPECT_EQ(OpenFile(name ? "ok-1" : value, name ? value : "report.pdf")["ret"].asInt(),
+                      code);
+            for (const fs::path& marker : markers)
+                EXPECT_TRUE(fs::exists(marker)) << marker;
+        }
     }
 }
 
@@ -320,9 +307,9 @@ TEST_F(FileOpenCommandsTest, FileSelectionOfCloudDrivesCancelAndEmptyPaths) {
 }
 
 TEST_F(FileOpenCommandsTest, SetIdToFileBindsAnyIdAfterItsChecks) {
-    EXPECT_EQ(Call("setIdToFile", "{")["ret"].asInt(), 100001);
-    EXPECT_EQ(Call("setIdToFile", R"({"file":{"id":""},"aiFileId":"a-1"})")["ret"].asInt(), 100004);
-    EXPECT_EQ(Call("setIdToFile", R"({"file":{"id":"{X}"},"aiFileId":""})")["ret"].asInt(), 100007);
+    ExpectRets("setIdToFile", {{"{", 100001},
+                               {R"({"file":{"id":""},"aiFileId":"a-1"})", 100004},
+                               {R"({"file":{"id":"{X}"},"aiFileId":""})", 100007}});
     EXPECT_TRUE(app.documents->records().empty());
 
     const Json::Value reply = Call("setIdToFile", R"({"file":{"id":"{X}"},"aiFileId":"a-b-c"})");
@@ -337,21 +324,21 @@ TEST_F(FileOpenCommandsTest, SetIdToFileBindsAnyIdAfterItsChecks) {
 }
 
 TEST_F(FileOpenCommandsTest, OpenUrlGoesToTheSystemBrowserOrToAHostTab) {
-    EXPECT_EQ(Call("openUrlInBrowser", "[")["ret"].asInt(), 100001);
-    EXPECT_EQ(Call("openUrlInBrowser", R"({"url":""})")["ret"].asInt(), 100023);
-
-    EXPECT_EQ(Call("openUrlInBrowser", R"({"url":"https://a.example","inVelmoraTab":"yes"})")["ret"]
-                  .asInt(),
-              0);
+    ExpectRets("openUrlInBrowser", {{"[", 100001},
+                                    {R"({"url":""})", 100023},
+                                    {R"({"url":"https://a.example","inVelmoraTab":"yes"})", 0}});
     platform.openUrlResult = false;
-    EXPECT_EQ(Call("openUrlInBrowser", R"({"url":"https://b.example"})")["ret"].asInt(), 400017);
+    ExpectRets("openUrlInBrowser", {{R"({"url":"https://b.example"})", 400017}});
     EXPECT_EQ(platform.openedUrls,
               (std::vector<std::wstring>{L"https://a.example", L"https://b.example"}));
 
-    const std::string inTab = R"({"url":"https://c.example","inVelmoraTab":1})";
-    EXPECT_EQ(Call("openUrlInBrowser", inTab)["ret"].asInt(), 400016);  // no web view table
+    const auto inTab = [this] {
+        return Call("openUrlInBrowser", R"({"url":"https://c.example","inVelmoraTab":1})")["ret"]
+            .asInt();
+    };
+    EXPECT_EQ(inTab(), 400016);  // no web view table
     host.browserTable = true;
-    EXPECT_EQ(Call("openUrlInBrowser", inTab)["ret"].asInt(), 0);
+    EXPECT_EQ(inTab(), 0);
     EXPECT_EQ(host.calls, std::vector<std::string>{"tab https://c.example 00"});
     ASSERT_NE(host.tabRecord, nullptr);
     for (std::size_t word : {2, 4, 8, 9, 10})
@@ -360,10 +347,10 @@ TEST_F(FileOpenCommandsTest, OpenUrlGoesToTheSystemBrowserOrToAHostTab) {
     EXPECT_EQ(reinterpret_cast<int (*)(void*)>(host.tabRecord->word(9))(nullptr), 1);
 
     host.tabHandle = nullptr;
-    EXPECT_EQ(Call("openUrlInBrowser", inTab)["ret"].asInt(), 400016);
+    EXPECT_EQ(inTab(), 400016);
     host.tabHandle = &host;
     host.tabResult = 0;
-    EXPECT_EQ(Call("openUrlInBrowser", inTab)["ret"].asInt(), 400016);
+    EXPECT_EQ(inTab(), 400016);
     EXPECT_EQ(platform.openedUrls.size(), 2u);
 }
 

@@ -13,16 +13,14 @@ class FormFieldCommandsTest : public PluginFixture {
             FakeControl{L"choice", kNdxControlRadioButton, L"B", NdxRect{1, 1, 5, 5}},
             FakeControl{L"", kNdxControlTextField, L"unnamed", NdxRect{}},
             FakeControl{L"name", kNdxControlTextField, L"Ann", NdxRect{10, 20, 90, 40}},
-            FakeControl{L"choice", kNdxControlRadioButton, L"B", NdxRect{6, 1, 9, 5}},
-        };
+            FakeControl{L"choice", kNdxControlRadioButton, L"B", NdxRect{6, 1, 9, 5}}};
         pdf.pages[1].available = false;
         pdf.pages[1].controls = {FakeControl{L"hidden", kNdxControlTextField, L"x", NdxRect{}}};
         pdf.pages[2].controls = {
             FakeControl{L"choice", kNdxControlRadioButton, L"B", NdxRect{1, 1, 5, 5}},
             FakeControl{L"agree", kNdxControlCheckBox, L"Yes", NdxRect{}},
             FakeControl{L"notes", kNdxControlRichText, L"rich", NdxRect{}},
-            FakeControl{L"odd", 12, L"", NdxRect{}},
-        };
+            FakeControl{L"odd", 12, L"", NdxRect{}}};
         doc = host.OpenPdf(pdf);
     }
     std::string SetValue(const std::string& rest) { return "{" + FileArg(doc) + "," + rest + "}"; }
@@ -52,10 +50,7 @@ TEST_F(FormFieldCommandsTest, ControlsInPageOrderWithOneKeyPerFieldName) {
     // The reply's index is the place in the key's list; the record's own index the control's
     // place on its page (the unnamed control counts).
     const SearchRecord& second = Stored(doc, choice, 1);
-    EXPECT_EQ(second.page, 0);
-    EXPECT_EQ(second.index, 3);
-    EXPECT_EQ(second.start, -1);
-    EXPECT_EQ(second.end, -1);
+    EXPECT_EQ(Where(second), "0:-1--1#3");
     EXPECT_TRUE(second.file.empty() && second.searchKey.empty());
     ASSERT_EQ(second.rects.size(), 1u);
     EXPECT_EQ(second.rects[0].left, 6.0f);

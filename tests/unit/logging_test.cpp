@@ -18,16 +18,22 @@ namespace {
 
 constexpr std::uintmax_t kOneMb = 1048576;
 
-std::time_t LocalTimeOf(int year, int month, int day) {
+// 10:20:30 local time on a day of March 2026.
+std::time_t MarchDay(int day) {
     std::tm date{};
-    date.tm_year = year - 1900;
-    date.tm_mon = month - 1;
+    date.tm_year = 126;
+    date.tm_mon = 2;
     date.tm_mday = day;
     date.tm_hour = 10;
     date.tm_min = 20;
     date.tm_sec = 30;
     date.tm_isdst = -1;
     return std::mktime(&date);
+}
+
+// A written line of the 15th.
+std::string Line(const std::string& level, const std::string& text) {
+    return "2026-03-15 10:20:30 [" + level + "] " + text;
 }
 
 std::vector<std::string> ReadLines(const fs::path& path) {
@@ -58,7 +64,7 @@ class AsyncLoggerTest : public testing::Test {
     }
 
     void SetDay(int day) {
-        const std::time_t now = LocalTimeOf(2026, 3, day);
+        const std::time_t now = MarchDay(day);
         logger_.SetClockForTesting([now] { return now; });
     }
     void Start(int level = kLogInfo, int sizeMb = 30) {
@@ -84,11 +90,12 @@ TEST(LogFormatTest, PlaceholdersTakeArgumentsInOrder) {
 
 TEST(LogFilePathTest, RotatedNamesOfADay) {
     const fs::path folder = "/logs/my_base/2026/03";
-    EXPECT_EQ(NextRotatedPath(folder / "15.txt"), folder / "15_1.txt");
-    EXPECT_EQ(NextRotatedPath(folder / "15_1.txt"), folder / "15_2.txt");
-    EXPECT_EQ(NextRotatedPath(folder / "15_9.txt"), folder / "15_10.txt");
-    EXPECT_EQ(NextRotatedPath(folder / "a_b.txt"), folder / "a_b_1.txt");
-    EXPECT_EQ(NextRotatedPath(folder / "15_.txt"), folder / "15__1.txt");
+    for (const auto& [name, next] : {std::pair{"15.txt", "15_1.txt"},
+                                     {"15_1.txt", "15_2.txt"},
+                                     {"15_9.txt", "15_10.txt"},
+                                     {"a_b.txt", "a_b_1.txt"},
+                                     {"15_.txt", "15__1.txt"}})
+        EXPECT_EQ(NextRotatedPath(folder / name), folder / next);
     EXPECT_EQ(PlainLogPath(folder / "15_2.txt"), folder / "15.txt");
     EXPECT_EQ(PlainLogPath(folder / "15.txt"), folder / "15.txt");
 }
@@ -99,15 +106,11 @@ TEST_F(AsyncLoggerTest, WritesDatedLinesAboveTheLevel) {
     EXPECT_TRUE(logger_.Enabled(kLogInfo));
     logger_.Log(kLogDebug, "dropped %", 1);
     logger_.Log(kLogInfo, "kept % and %", "text", 2);
-    logger_.Log(kLogCritical,
-                "Gr\xC3\xBC\xC3\x9F"
-                "e");
+    logger_.Log(kLogCritical, "Gr\u00fc\u00dfe");
     logger_.Stop();
-
     EXPECT_EQ(ReadLines(DayFile("15.txt")),
-              (std::vector<std::string>{"2026-03-15 10:20:30 [INFO] kept text and 2",
-                                        "2026-03-15 10:20:30 [CRITICAL] Gr\xC3\xBC\xC3\x9F"
-                                        "e"}));
+              (std::vector<std::string>{Line("INFO", "kept text and 2"),
+                                        Line("CRITICAL", "Gr\u00fc\u00dfe")}));
 }
 
 TEST_F(AsyncLoggerTest, QueuedLinesAreWrittenOnStopAndDestruction) {
@@ -120,15 +123,13 @@ TEST_F(AsyncLoggerTest, QueuedLinesAreWrittenOnStopAndDestruction) {
     logger_.Log(kLogError, "after stop");
     Start();
     logger_.Stop();
-    const std::vector<std::string> lines = ReadLines(DayFile("15.txt"));
-    ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(lines[0], "2026-03-15 10:20:30 [INFO] first");
-    EXPECT_EQ(lines[1], "2026-03-15 10:20:30 [WARNING] second");
-    EXPECT_EQ(lines[2], "2026-03-15 10:20:30 [ERROR] after stop");
+    EXPECT_EQ(ReadLines(DayFile("15.txt")),
+              (std::vector<std::string>{Line("INFO", "first"), Line("WARNING", "second"),
+                                        Line("ERROR", "after stop")}));
 
     {
         AsyncLogger scoped;
-        scoped.SetClockForTesting([] { return LocalTimeOf(2026, 3, 16); });
+        scoped.SetClockForTesting([] { return MarchDay(16); });
         scoped.Start(Utf8OfPath(base_), 30, kLogInfo, 30);
         for (int i = 0; i < 100; ++i)
             scoped.Log(kLogInfo, "line %", i);
@@ -144,8 +145,8 @@ TEST_F(AsyncLoggerTest, KeepsOnlyTheNewestEntriesBeforeStart) {
     logger_.Stop();
     const std::vector<std::string> lines = ReadLines(DayFile("15.txt"));
     ASSERT_EQ(lines.size(), AsyncLogger::kPendingLimit);
-    EXPECT_EQ(lines.front(), "2026-03-15 10:20:30 [INFO] 904");
-    EXPECT_EQ(lines.back(), "2026-03-15 10:20:30 [INFO] " + std::to_string(total - 1));
+    EXPECT_EQ(lines.front(), Line("INFO", "904"));
+    EXPECT_EQ(lines.back(), Line("INFO", std::to_string(total - 1)));
 }
 
 TEST_F(AsyncLoggerTest, LongLinesBeforeStartAreCappedByBytesAndDiscardDropsEverything) {
@@ -158,8 +159,8 @@ TEST_F(AsyncLoggerTest, LongLinesBeforeStartAreCappedByBytesAndDiscardDropsEvery
     logger_.Stop();
     std::vector<std::string> lines = ReadLines(DayFile("15.txt"));
     ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0].substr(0, 29), "2026-03-15 10:20:30 [INFO] 2 ");
-    EXPECT_EQ(lines[1], "2026-03-15 10:20:30 [INFO] short");
+    EXPECT_EQ(lines[0].substr(0, 29), Line("INFO", "2 "));
+    EXPECT_EQ(lines[1], Line("INFO", "short"));
 
     logger_.Log(kLogInfo, "queued then dropped");
     logger_.Discard();
@@ -170,7 +171,7 @@ TEST_F(AsyncLoggerTest, LongLinesBeforeStartAreCappedByBytesAndDiscardDropsEvery
     logger_.Stop();
     lines = ReadLines(DayFile("15.txt"));
     ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(lines[2], "2026-03-15 10:20:30 [INFO] after start");
+    EXPECT_EQ(lines[2], Line("INFO", "after start"));
 }
 
 TEST_F(AsyncLoggerTest, FullFileContinuesInRotatedNameForTheRestOfTheDay) {
@@ -196,7 +197,7 @@ TEST_F(AsyncLoggerTest, FullFileContinuesInRotatedNameForTheRestOfTheDay) {
     logger_.Log(kLogInfo, "later");
     logger_.Stop();
     EXPECT_FALSE(fs::exists(DayFile("15.txt")));
-    EXPECT_EQ(ReadLines(DayFile("15_1.txt")).back(), "2026-03-15 10:20:30 [INFO] later");
+    EXPECT_EQ(ReadLines(DayFile("15_1.txt")).back(), Line("INFO", "later"));
 }
 
 TEST_F(AsyncLoggerTest, RotationSkipsFullFilesAndANewDayStartsAtThePlainName) {
@@ -205,8 +206,7 @@ TEST_F(AsyncLoggerTest, RotationSkipsFullFilesAndANewDayStartsAtThePlainName) {
     Start(kLogInfo, 1);
     logger_.Log(kLogInfo, "third file");
     logger_.Stop();
-    EXPECT_EQ(ReadLines(DayFile("15_2.txt")),
-              std::vector<std::string>{"2026-03-15 10:20:30 [INFO] third file"});
+    EXPECT_EQ(ReadLines(DayFile("15_2.txt")), std::vector<std::string>{Line("INFO", "third file")});
 
     SetDay(16);
     Start(kLogInfo, 1);
@@ -238,7 +238,7 @@ TEST_F(AsyncLoggerTest, UncreatableFolderCostsAStderrLineOnly) {
 
 TEST_F(AsyncLoggerTest, WorkerSurvivesAFailingEntry) {
     std::atomic<int> calls = 0;
-    const std::time_t day = LocalTimeOf(2026, 3, 15);
+    const std::time_t day = MarchDay(15);
     logger_.SetClockForTesting([&calls, day] {
         if (calls++ == 0)
             throw std::runtime_error("clock failure");
@@ -251,8 +251,7 @@ TEST_F(AsyncLoggerTest, WorkerSurvivesAFailingEntry) {
     logger_.Stop();
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "Error:An exception was thrown in AsyncLogger::worker().\n");
-    EXPECT_EQ(ReadLines(DayFile("15.txt")),
-              std::vector<std::string>{"2026-03-15 10:20:30 [INFO] kept"});
+    EXPECT_EQ(ReadLines(DayFile("15.txt")), std::vector<std::string>{Line("INFO", "kept")});
 }
 
 }  // namespace

@@ -44,36 +44,19 @@ class PageEventsTest : public PluginFixture {
     FakePageDialog pane{log, "pane"};
 };
 
-TEST_F(PageEventsTest, EveryEventGoesOutInItsExactText) {
+// The texts of the document and sign-out events are the pane and account tests' to check; these
+// two show the line feed after an event without data and the escaping of a field's value.
+TEST_F(PageEventsTest, EventTextsEndInALineFeedAndEscapeTheirValues) {
     const HostDoc doc = host.Open(FileDoc(L"/docs/a.pdf"));
     const std::string id = IdOf(doc);
     AddPane();
-
-    DocBeforeOpenEvent(app).Send();
-    DocOpenSuccessEvent(app, doc).Send();
     DocOpenFailedEvent(app).Send();
-    DocActivateEvent(app, doc).Send();
-    OtherDocActivateEvent(app).Send();
-    DocModifiedEvent(app, doc).Send();
-    DocSavedEvent(app, doc).Send();
-    DocClosedEvent(app, doc).Send();
     DocFormFieldChangedEvent(app, doc, L"Name", L"J\u00f6rg \"J\"").Send();
-    UserSignOutEvent(app).Send();
-
-    const std::vector<std::string> expected{
-        "{\"data\":null,\"name\":\"ev-doc-before-open\"}\n",
-        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-open-success\"}\n",
-        "{\"name\":\"ev-doc-open-failed\"}\n",
-        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-activate\"}\n",
-        "{\"data\":{\"id\":\"0\"},\"name\":\"ev-doc-activate\"}\n",
-        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-modified\"}\n",
-        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-saved\"}\n",
-        "{\"data\":{\"id\":\"" + id + "\"},\"name\":\"ev-doc-closed\"}\n",
-        "{\"data\":{\"fieldName\":\"Name\",\"id\":\"" + id +
-            "\",\"value\":\"J\\u00f6rg \\\"J\\\"\"},\"name\":\"ev-doc-form-field-changed\"}\n",
-        "{\"name\":\"ev-user-sign-out\"}\n",
-    };
-    EXPECT_EQ(PaneEvents(), expected);
+    EXPECT_EQ(PaneEvents(), (std::vector<std::string>{
+                                "{\"name\":\"ev-doc-open-failed\"}\n",
+                                "{\"data\":{\"fieldName\":\"Name\",\"id\":\"" + id +
+                                    "\",\"value\":\"J\\u00f6rg "
+                                    "\\\"J\\\"\"},\"name\":\"ev-doc-form-field-changed\"}\n"}));
 }
 
 TEST_F(PageEventsTest, FileIdComesFromTheHandleThenFromThePathAndIsNeverMade) {

@@ -7,13 +7,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-FakePage TextPage(std::vector<std::wstring> lines) {
-    FakePage page;
-    for (auto& line : lines)
-        page.lines.push_back(FakeLine{std::move(line)});
-    return page;
-}
-
 class PageTextTest : public PluginFixture {
   protected:
     HostDoc OpenPages(std::vector<FakePage> pages, const std::wstring& path = L"/docs/a.pdf") {

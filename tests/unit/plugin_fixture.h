@@ -30,9 +30,8 @@ class RecordingEndpoint : public PageEndpoint {
     void PostWebMessageAsString(const std::wstring& text) override {
         replies.push_back(ToUtf8(text));
     }
-    void ExecuteScript(const std::wstring& script) override { scripts.push_back(ToUtf8(script)); }
+    void ExecuteScript(const std::wstring&) override {}
     std::vector<std::string> replies;
-    std::vector<std::string> scripts;
 };
 
 // A test may give its own fake host or platform, derived from the shared fakes.
@@ -48,6 +47,8 @@ class PluginFixtureOf : public testing::Test {
         if (start)
             Start();
     }
+    // No test leaves a handle of the editor unreleased.
+    void TearDown() override { EXPECT_EQ(host.LiveHandles(), 0); }
     ~PluginFixtureOf() override {
         if (started_)
             app.Unload();
@@ -84,6 +85,12 @@ class PluginFixtureOf : public testing::Test {
     int Ret(const std::string& command, const std::string& params = "{}") {
         return Call(command, params)["ret"].asInt();
     }
+    // Ret of `command` for each of these parameters.
+    void ExpectRets(const std::string& command,
+                    const std::vector<std::pair<std::string, int>>& paramsAndCodes) {
+        for (const auto& [params, code] : paramsAndCodes)
+            EXPECT_EQ(Ret(command, params), code) << params;
+    }
     // Ret while the document lacks what `part` stands for (its PDF, view, tool or form).
     int RetWithout(HostDoc doc, bool FakeDoc::*part, const std::string& command,
                    const std::string& params = "{}") {
@@ -108,15 +115,17 @@ class PluginFixtureOf : public testing::Test {
     }
     std::string FileArg(HostDoc doc) { return R"("file":{"id":")" + FileId(doc) + R"("})"; }
 
-    // A document whose pages hold these lines.
+    // A page holding these lines, and a document whose pages hold these lines.
+    static FakePage TextPage(std::vector<std::wstring> lines) {
+        FakePage page;
+        for (auto& line : lines)
+            page.lines.push_back(FakeLine{std::move(line)});
+        return page;
+    }
     HostDoc OpenText(std::vector<std::vector<std::wstring>> pages) {
         FakeDoc doc;
-        for (auto& lines : pages) {
-            FakePage page;
-            for (auto& line : lines)
-                page.lines.push_back(FakeLine{std::move(line)});
-            doc.pages.push_back(std::move(page));
-        }
+        for (auto& lines : pages)
+            doc.pages.push_back(TextPage(std::move(lines)));
         return host.OpenPdf(std::move(doc));
     }
 
@@ -129,6 +138,16 @@ class PluginFixtureOf : public testing::Test {
     }
     SearchRecord Stored(HostDoc doc, const std::string& key, int index) {
         return app.searchResults->GetResult(FromUtf8(FileId(doc)), FromUtf8(key), index);
+    }
+    // Where a record lies, as "page:start-end#index", then "+page:start-end" per piece.
+    static std::string Where(const SearchRecord& r) {
+        std::string text = std::to_string(r.page) + ":" + std::to_string(r.start) + "-" +
+                           std::to_string(r.end) + "#" + std::to_string(r.index);
+        for (const SearchPiece& piece : r.pieces) {
+            text += "+" + std::to_string(piece.page) + ":" + std::to_string(piece.start) + "-" +
+                    std::to_string(piece.end);
+        }
+        return text;
     }
 
     Host host;

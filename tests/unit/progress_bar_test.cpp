@@ -27,14 +27,13 @@ TEST_F(ProgressBarTest, CommandChecksInOrder) {
     };
     for (const auto& [params, code] : creates)
         EXPECT_EQ(Ret("createProgressBar", params), code) << params;
-    for (const auto& [params, code] :
-         std::vector<std::pair<const char*, int>>{{"not json", 100001},
-                                                  {R"({"title":"t"})", 100029},
-                                                  {R"({"currentPos":101})", 100029},
-                                                  {R"({"currentPos":-1})", 100029},
-                                                  {R"({"currentPos":"5"})", 100029}}) {
+    const std::pair<const char*, int> updates[] = {{"not json", 100001},
+                                                   {R"({"title":"t"})", 100029},
+                                                   {R"({"currentPos":101})", 100029},
+                                                   {R"({"currentPos":-1})", 100029},
+                                                   {R"({"currentPos":"5"})", 100029}};
+    for (const auto& [params, code] : updates)
         EXPECT_EQ(Ret("updateProgressBar", params), code) << params;
-    }
     EXPECT_TRUE(host.progressWindows.empty());
 
     // Without a bar, updates and destroys answer 0; the message command is not one of the page's.

@@ -115,8 +115,7 @@ TEST_F(RibbonTest, TheWelcomeAnswersDecideTheSignIn) {
         // Sign-up in the host's window, then the sign-in that a signed-out user still needs.
         {"sign up", SignInGate::kSignUp, true, true, 1, true, 1},
         {"sign up refused", SignInGate::kSignUp, true, true, 0, false, 0},
-        {"not now", SignInGate::kCancel, true, true, 0, false, 0},
-    };
+        {"not now", SignInGate::kCancel, true, true, 0, false, 0}};
     host.Open(FileDoc(L"/d/a.pdf"));
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
@@ -170,22 +169,14 @@ TEST_F(RibbonTest, AutoRedactionOpensThePaneOnHomeAndProfileOnTheAccountPage) {
     EXPECT_FALSE(app.accountPage);
     // The pane's dialog was made by the showing, over the host's parent, and loaded once.
     EXPECT_EQ(platform.pageDialogParents, std::vector<HostWindow>{host.paneParent});
-    auto events = TakeEvents();
-    ASSERT_EQ(events.size(), 1u);
-    EXPECT_EQ(events[0]["name"].asString(), "ev-user-change-page");
-    EXPECT_EQ(events[0]["data"]["page"].asString(), "home");
+    EXPECT_EQ(TakeEvents(), std::vector<std::string>{ToPage("home")});
 
     // Pressed again with the pane open: the page hears it again.
     EXPECT_TRUE(Press(L"AutoRedaction"));
-    events = TakeEvents();
-    ASSERT_EQ(events.size(), 1u);
-    EXPECT_EQ(events[0]["data"]["page"].asString(), "home");
-
+    EXPECT_EQ(TakeEvents(), std::vector<std::string>{ToPage("home")});
     EXPECT_TRUE(Press(L"Profile"));
     EXPECT_TRUE(app.accountPage);
-    events = TakeEvents();
-    ASSERT_EQ(events.size(), 1u);
-    EXPECT_EQ(events[0]["data"]["page"].asString(), "my-plan");
+    EXPECT_EQ(TakeEvents(), std::vector<std::string>{ToPage("my-plan")});
     EXPECT_EQ(platform.pageDialogParents.size(), 1u);
 }
 

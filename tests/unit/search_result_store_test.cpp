@@ -8,15 +8,7 @@ namespace {
 
 SearchRecord Record(std::wstring file, int page, int start, std::vector<NdxRect> rects = {},
                     std::wstring key = L"k") {
-    SearchRecord r;
-    r.file = std::move(file);
-    r.page = page;
-    r.start = start;
-    r.end = start + 2;
-    r.index = 0;
-    r.rects = std::move(rects);
-    r.searchKey = std::move(key);
-    return r;
+    return {std::move(file), page, start, start + 2, 0, std::move(key), {}, std::move(rects)};
 }
 
 HostAnnot Handle(int n) {
@@ -148,15 +140,6 @@ TEST(SearchResultStoreTest, AnnotationEntriesByRecordNameAndHandle) {
     store.EraseAnnot(first);
     EXPECT_EQ(store.FindAnnot(first).uniqueIDName, L"");
     EXPECT_EQ(store.FindRecordByUniqueID(L"ai_plugin_renamed").page, -1);
-
-    // A file's close drops the entries of its records, then its results.
-    store.SetResults(L"f", L"k", {second});
-    store.SetAnnot(Record(L"other", 0, 1), L"ai_plugin_kept", Handle(3));
-    store.EraseAnnotsOfFile(L"f");
-    store.RemoveFile(L"f");
-    EXPECT_FALSE(store.IsAnnotated(second));
-    EXPECT_FALSE(store.GetResult(L"f", L"k", 0).found());
-    EXPECT_EQ(store.GetRecordAnnot(L"ai_plugin_kept"), Handle(3));
 }
 
 // Records that run over a page break keep their pieces, and a list is shared only with a list

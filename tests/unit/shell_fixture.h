@@ -29,17 +29,20 @@ class ShellFixture : public PluginFixture {
         return true;
     }
 
-    // The events the page got, parsed, oldest first; clears the log.
-    std::vector<Json::Value> TakeEvents() {
+    // The events the page got as their JSON texts, oldest first; clears the log.
+    std::vector<std::string> TakeEvents() {
         static const std::string kPrefix = "pane CallScript __dispatchEvent ";
-        std::vector<Json::Value> events;
+        std::vector<std::string> events;
         for (const std::string& line : platform.pageDialogLog) {
-            if (line.rfind(kPrefix, 0) != 0)
-                continue;
-            events.push_back(JsonOf(line.substr(kPrefix.size())));
+            if (line.starts_with(kPrefix))
+                events.push_back(line.substr(kPrefix.size(), line.size() - kPrefix.size() - 1));
         }
         platform.pageDialogLog.clear();
         return events;
+    }
+    // The text of the event that sends the page to `page`.
+    static std::string ToPage(const std::string& page) {
+        return R"({"data":{"page":")" + page + R"("},"name":"ev-user-change-page"})";
     }
 
     void SetWelcomeStamp(const std::wstring& stamp) {

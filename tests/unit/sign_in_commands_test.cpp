@@ -28,6 +28,11 @@ class SignInCommandsTest : public AccountFixture {
             {{"qvd_domain", kDomain}, {"qvd_brevan_user_jwt", "https://tokens.test/jwt?t=%s&s=%s"}},
             server);
     }
+    // The whole reply of an account command with this code and data.
+    static Json::Value Reply(int ret, const std::string& data) {
+        return JsonOf(R"({"data":)" + data + R"(,"ret":)" + std::to_string(ret) +
+                      R"(,"uuid":"acc-1"})");
+    }
     Json::Value JwtReplyFor(const std::string& body) {
         platform.httpBodies[kJwtUrl] = body;
         return Call("getUserJWT");
@@ -37,7 +42,7 @@ class SignInCommandsTest : public AccountFixture {
 TEST_F(SignInCommandsTest, LoginInAnswersByTheStateAfterTheSignInWindow) {
     Start();
     host.account.stateRequests.clear();
-    EXPECT_EQ(Call("loginIn"), JsonOf(R"({"data":null,"ret":200001,"uuid":"acc-1"})"));
+    EXPECT_EQ(Call("loginIn"), Reply(200001, "null"));
     EXPECT_TRUE(host.account.stateRequests.empty()) << "a cancelled window ends the command";
 
     host.account.signInAnswer = 1;
@@ -45,7 +50,7 @@ TEST_F(SignInCommandsTest, LoginInAnswersByTheStateAfterTheSignInWindow) {
     EXPECT_EQ(Call("loginIn")["ret"], 200001);
     EXPECT_EQ(host.account.stateRequests, std::vector<std::wstring>{kServer});
     host.account.signInSignsIn = true;
-    EXPECT_EQ(Call("loginIn"), JsonOf(R"({"data":null,"ret":0,"uuid":"acc-1"})"));
+    EXPECT_EQ(Call("loginIn"), Reply(0, "null"));
 }
 
 TEST_F(SignInCommandsTest, WithoutTheLoginTableEachCommandGivesItsOwnCode) {
@@ -71,9 +76,7 @@ TEST_F(SignInCommandsTest, GetUserJoinsTheNamesAndKeepsAnEmptyTenantAsText) {
 
 TEST_F(SignInCommandsTest, GetUserChecksServerThenUserThenToken) {
     StartSignedIn();
-    Json::Value reply = Call("getUser");
-    EXPECT_EQ(reply["ret"], 200004) << "no service document";
-    EXPECT_EQ(reply["data"], JsonOf(R"({"qvd_domain":""})"));
+    EXPECT_EQ(Call("getUser"), Reply(200004, R"({"qvd_domain":""})")) << "no service document";
     ServeServiceDocument({{"other", "x"}});
     EXPECT_EQ(Call("getUser")["ret"], 200004) << "no qvd_domain in the document";
 
@@ -81,41 +84,35 @@ TEST_F(SignInCommandsTest, GetUserChecksServerThenUserThenToken) {
     app.serviceConfig->Load();
     host.account.hasUser = false;
     host.account.tokenRequests.clear();
-    reply = Call("getUser");
-    EXPECT_EQ(reply["data"], JsonOf(R"({"message":"GetUserInfo error","qvd_domain":")" +
-                                    std::string(kDomain) + "\"}"));
-    EXPECT_EQ(reply["ret"], 200003);
+    EXPECT_EQ(
+        Call("getUser"),
+        Reply(200003, R"({"message":"GetUserInfo error","qvd_domain":"https://accounts.test"})"));
     EXPECT_TRUE(host.account.tokenRequests.empty());
 
     host.account.hasUser = true;
     host.account.tokens.clear();
-    reply = Call("getUser");
-    EXPECT_EQ(reply["ret"], 200002);
-    EXPECT_EQ(reply["data"], JsonOf(R"({"qvd_domain":"https://accounts.test"})"));
+    EXPECT_EQ(Call("getUser"), Reply(200002, R"({"qvd_domain":"https://accounts.test"})"));
 }
 
 TEST_F(SignInCommandsTest, GetUserJwtFailsInTheOrderOfItsSteps) {
     StartSignedIn();
-    EXPECT_EQ(Call("getUserJWT"),
-              JsonOf(R"({"data":{"qvd_domain":""},"ret":200004,"uuid":"acc-1"})"));
+    EXPECT_EQ(Call("getUserJWT"), Reply(200004, R"({"qvd_domain":""})"));
     ServeServiceDocument({{"qvd_domain", kDomain}});
     host.account.tokens.clear();
-    Json::Value reply = Call("getUserJWT");
-    EXPECT_EQ(reply["ret"], 200002);
-    EXPECT_EQ(reply["data"], JsonOf(R"({"message":"get Token result is empty","qvd_domain":""})"));
+    EXPECT_EQ(Call("getUserJWT"),
+              Reply(200002, R"({"message":"get Token result is empty","qvd_domain":""})"));
 
     host.account.tokens[kServer] = L"tok-123";
-    reply = Call("getUserJWT");
+    const Json::Value reply = Call("getUserJWT");
     EXPECT_EQ(reply["ret"], 200006);
     EXPECT_EQ(reply["data"]["message"], "get qvd_brevan_user_jwt from webservice error");
 
     ServeFullDocument();
     app.serviceConfig->Load();
-    reply = Call("getUserJWT");
-    EXPECT_EQ(reply["ret"], 200005) << "the token service did not answer";
-    EXPECT_EQ(reply["data"], JsonOf(R"({"url":"https://tokens.test/jwt?t=tok-123&s="})"));
-    EXPECT_EQ(JwtReplyFor("<html>busy</html>"),
-              JsonOf(R"({"data":null,"ret":100001,"uuid":"acc-1"})"));
+    EXPECT_EQ(Call("getUserJWT"),
+              Reply(200005, R"({"url":"https://tokens.test/jwt?t=tok-123&s="})"))
+        << "the token service did not answer";
+    EXPECT_EQ(JwtReplyFor("<html>busy</html>"), Reply(100001, "null"));
 
     EXPECT_EQ(JwtReplyFor(R"({"ret":0,"data":{"jwtResult":"jwt-abc"}})")["data"],
               JsonOf(R"({"jwtResult":"jwt-abc"})"));

@@ -41,13 +41,10 @@ TEST(SystemLanguage, MapsTheFirstLocaleSetThroughTheServiceTable) {
     EXPECT_EQ(SystemLanguage(environment), "fr_Fr");
     variables["LC_MESSAGES"] = "es-es@euro";
     EXPECT_EQ(SystemLanguage(environment), "es_Es");
-    for (const auto& [locale, reported] :
-         std::map<std::string, std::string>{{"th_TH", "en_TH"},
-                                            {"id_ID", "en_ID"},
-                                            {"vi_VN", "vi_VI"},
-                                            {"en_GB", "en_US"},
-                                            {"de_AT.UTF-8", "en_US"},
-                                            {"C.UTF-8", "en_US"}}) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"th_TH", "en_TH"}, {"id_ID", "en_ID"},       {"vi_VN", "vi_VI"},
+        {"en_GB", "en_US"}, {"de_AT.UTF-8", "en_US"}, {"C.UTF-8", "en_US"}};
+    for (const auto& [locale, reported] : cases) {
         variables["LC_ALL"] = locale;
         EXPECT_EQ(SystemLanguage(environment), reported) << locale;
     }

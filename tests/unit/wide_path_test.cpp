@@ -14,16 +14,14 @@ namespace {
 namespace fs = std::filesystem;
 
 TEST(WidePathTest, LastComponentFollowsEitherSeparator) {
-    const std::pair<std::wstring_view, std::wstring_view> cases[] = {
-        {L"/docs/a.pdf", L"a.pdf"},
-        {L"C:\\docs\\a.pdf", L"a.pdf"},
-        {L"\\\\srv\\share\\b", L"b"},
-        {L"d\\e/f", L"f"},
-        {L"d/e\\f", L"f"},
-        {L"plain", L"plain"},
-        {L"folder/", L""},
-        {L"", L""},
-    };
+    const std::pair<std::wstring_view, std::wstring_view> cases[] = {{L"/docs/a.pdf", L"a.pdf"},
+                                                                     {L"C:\\docs\\a.pdf", L"a.pdf"},
+                                                                     {L"\\\\srv\\share\\b", L"b"},
+                                                                     {L"d\\e/f", L"f"},
+                                                                     {L"d/e\\f", L"f"},
+                                                                     {L"plain", L"plain"},
+                                                                     {L"folder/", L""},
+                                                                     {L"", L""}};
     for (const auto& [path, last] : cases)
         EXPECT_EQ(LastPathComponent(path), last) << std::wstring(path).size();
 }
