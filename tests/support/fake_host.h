@@ -515,7 +515,8 @@ class FakeHost : public HostApiDefaults {
     void HostAppShowPane(const char* paneName, int show) override {
         paneCalls.emplace_back(paneName, show);
         for (const auto& [window, record] : paneRecords) {
-            const auto word = [&](std::size_t at) { return record->word(at); };
+            HostPaneRecord* const pane = record;
+            const auto word = [pane](std::size_t at) { return pane->word(at); };
             void* client = word(kPaneClientData);
             const auto name = reinterpret_cast<HostPaneNameFn>(word(kPaneGetName));
             if (window != mainWindow || name(client) != std::string(paneName))
