@@ -43,7 +43,7 @@ HostReader FakeBatchHost::HostReaderCreate() {
 }
 
 int FakeBatchHost::HostReaderOpen(HostReader, const wchar_t* path, int) {
-    return files.contains(path) ? 0 : 1;
+    return files.contains(path) && !unreadable.contains(path) ? 0 : 1;
 }
 
 HostSecurityHandler FakeBatchHost::HostSecurityHandlerCreate() {
