@@ -54,12 +54,14 @@ int IndexNear(fz_context* ctx, pdf_obj* annots, int object, int hint) {
     return -1;
 }
 
-// The index of `object` in `annots`, looked for from `hint` outwards when that is a place in the
-// array, else from the start; -1 when it is not there.
+// The index of `object` in `annots`, looked for from `hint` outwards; a hint past the end (entries
+// before it went) is looked for from the last place, a negative one from the start. -1 when it is
+// not there.
 int IndexFrom(fz_context* ctx, pdf_obj* annots, int object, int hint) {
-    if (hint >= 0 && hint < pdf_array_len(ctx, annots))
-        return IndexNear(ctx, annots, object, hint);
-    return IndexIn(ctx, annots, object);
+    const int count = pdf_array_len(ctx, annots);
+    if (hint < 0 || count == 0)
+        return IndexIn(ctx, annots, object);
+    return IndexNear(ctx, annots, object, std::min(hint, count - 1));
 }
 
 // Moves the last entry of `annots` to `index` (when that is a place before the end).

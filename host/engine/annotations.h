@@ -44,7 +44,8 @@ class Annotations {
     // Whether the page's /Annots holds the annotation.
     bool IsOnPage(const AnnotationId& id) const { return IndexOf(id) >= 0; }
     // Where the page's /Annots holds the annotation, or -1; from `hint` the search goes outwards
-    // (the nearest place when it stands twice), so a remembered place finds it in a few steps.
+    // (the nearest place when it stands twice), so a remembered place finds it in a few steps; a
+    // hint past the end searches from the last place, a negative one from the start.
     int IndexOf(const AnnotationId& id, int hint = -1) const;
     // The number of entries in the page's /Annots.
     int Count(int page) const;

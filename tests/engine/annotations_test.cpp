@@ -220,7 +220,7 @@ TEST_F(AnnotationsTest, FoundFromAnOldPlaceAfterEntriesBeforeItWent) {
         {10, 13, 3},   // ten entries before it went
         {39, 42, 32},  // the last, hinted past the end now
         {25, 0, 18},   // hinted far below
-        {20, 99, 13},  // a hint out of range: searched from the start
+        {20, 99, 13},  // a hint past the end: looked for from the last place
         {5, 8, -1},    // gone
     };
     for (const auto& c : cases) {
