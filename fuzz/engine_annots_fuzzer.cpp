@@ -1,11 +1,12 @@
 // Runs of the engine's annotation changes on a blank two-page document, steered by the input:
 // annotations and popups made, taken off one at a time (from a right, wrong or no remembered
 // place) or together, put back, pages given arrays of their own, and changes made past the
-// engine (an entry standing twice, a popup added, an entry deleted, the array replaced or shared
-// with the other page, an entry that is no dictionary). After each step the page's /Annots is
-// compared with what a plain reading of it before the step says must be there: Remove takes
-// exactly the annotation, the popup it names and the popups naming it, wherever each stands,
-// whatever the engine remembers of the page. A difference is a finding.
+// engine as they come about (entries deleted or numbers appended in place; another array with an
+// entry standing twice, a popup or an entry that is no dictionary; the array shared by both
+// pages). After each step the page's /Annots is compared with what a plain reading of it before
+// the step says must be there: Remove takes exactly the annotation, the popup it names and the
+// popups naming it, wherever each stands, whatever the engine remembers of the page. A
+// difference is a finding.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
@@ -273,12 +274,14 @@ class Run {
         }
     }
 
-    // Changes to a page's /Annots that the engine does not make, and so is not told of.
+    // Changes to a page's /Annots that the engine does not make, and so is not told of, as they
+    // come about: in place the host only deletes entries or appends numbers; references come in
+    // with another array (a file's, or one set in the page's place).
     void PastTheEngine(int page, FuzzedDataProvider& in) {
         fz_context* ctx = document_.fz();
         pdf_document* pdf = document_.pdf();
         const ObjPtr page_obj = document_.PageObject(page, "cannot read a page");
-        const int kind = in.ConsumeIntegralInRange<int>(0, 5);
+        const int kind = in.ConsumeIntegralInRange<int>(0, 6);
         const int position = in.ConsumeIntegralInRange<int>(0, 60);
         const int other = Pick(in);
         CallMupdf(ctx, "cannot change /Annots", [&] {
@@ -287,10 +290,16 @@ class Run {
                 annots = pdf_dict_put_array(ctx, page_obj.get(), PDF_NAME(Annots), 4);
             const int length = pdf_array_len(ctx, annots);
             const int at = std::min(position, length);
+            const auto another = [&] {
+                pdf_obj* copy = pdf_copy_array(ctx, annots);
+                pdf_dict_put_drop(ctx, page_obj.get(), PDF_NAME(Annots),
+                                  pdf_add_object_drop(ctx, pdf, copy));
+                return pdf_dict_get(ctx, page_obj.get(), PDF_NAME(Annots));
+            };
             switch (kind) {
                 case 0:  // an object standing twice
                     if (other > 0)
-                        pdf_array_insert_drop(ctx, annots, pdf_new_indirect(ctx, pdf, other, 0),
+                        pdf_array_insert_drop(ctx, another(), pdf_new_indirect(ctx, pdf, other, 0),
                                               at);
                     break;
                 case 1: {  // a popup of another annotation
@@ -301,7 +310,7 @@ class Run {
                     pdf_dict_put(ctx, popup, PDF_NAME(Subtype), PDF_NAME(Popup));
                     pdf_dict_put_drop(ctx, popup, PDF_NAME(Parent),
                                       pdf_new_indirect(ctx, pdf, other, 0));
-                    pdf_array_insert(ctx, annots, popup, at);
+                    pdf_array_insert(ctx, another(), popup, at);
                     made_.push_back(pdf_to_num(ctx, popup));
                     pdf_drop_obj(ctx, popup);
                     break;
@@ -310,12 +319,9 @@ class Run {
                     if (at < length)
                         pdf_array_delete(ctx, annots, at);
                     break;
-                case 3: {  // a new array object with the same entries
-                    pdf_obj* copy = pdf_copy_array(ctx, annots);
-                    pdf_obj* ref = pdf_add_object_drop(ctx, pdf, copy);
-                    pdf_dict_put_drop(ctx, page_obj.get(), PDF_NAME(Annots), ref);
+                case 3:  // a new array object with the same entries
+                    another();
                     break;
-                }
                 case 4: {  // the other page's array shared by this one
                     const ObjPtr source = document_.PageObject(1 - page, "cannot read a page");
                     pdf_obj* theirs = pdf_dict_get(ctx, source.get(), PDF_NAME(Annots));
@@ -329,8 +335,11 @@ class Run {
                     pdf_dict_put(ctx, page_obj.get(), PDF_NAME(Annots), theirs);
                     break;
                 }
+                case 5:  // a number appended
+                    pdf_array_push_int(ctx, annots, 7);
+                    break;
                 default:  // an entry that is no dictionary
-                    pdf_array_insert_drop(ctx, annots,
+                    pdf_array_insert_drop(ctx, another(),
                                           pdf_add_object_drop(ctx, pdf, pdf_new_int(ctx, 7)), at);
                     break;
             }
